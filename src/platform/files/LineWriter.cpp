@@ -1,0 +1,14 @@
+#include "platform/files/LineWriter.h"
+
+#include "platform/text/CodePage1252.h"
+
+namespace vlm::files {
+
+void LineWriter::WriteLine(std::string_view utf8) {
+    ansi_.clear();
+    text::AppendAnsi(utf8, ansi_);
+    ansi_ += "\r\n";
+    file_.Output().Write(ansi_);
+}
+
+}  // namespace vlm::files

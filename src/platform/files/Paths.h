@@ -1,0 +1,33 @@
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/text/Date.h"
+
+/// Paths inside the library carry "\"; this room alone turns them into what the machine's file system takes.
+namespace vlm::files {
+
+std::filesystem::path ToNative(std::string_view path);
+/// A path as a person or the machine gave it, in the library's form.
+std::string ToLibrary(std::string_view path);
+
+/// These never fail: any error counts as "is not there".
+bool IsDirectory(std::string_view path) noexcept;
+bool IsFile(std::string_view path) noexcept;
+
+struct FileFacts {
+    std::uint64_t size = 0;  // bytes
+    Date lastChange;         // local time
+};
+/// Nothing when there is no file (a folder is no file).
+std::optional<FileFacts> FactsOf(std::string_view path) noexcept;
+
+/// "percorso inesistente", "accesso negato", ... for an errno value.
+std::string ReasonOf(int error);
+
+}  // namespace vlm::files

@@ -1,0 +1,95 @@
+#include "platform/files/StagedFile.h"
+
+#include <filesystem>
+
+#include "platform/Error.h"
+#include "platform/files/Paths.h"
+
+namespace vlm::files {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+bool EndsWith(const std::string& name, const std::string& suffix) {
+    return name.size() > suffix.size() && name.compare(name.size() - suffix.size(), suffix.size(), suffix) == 0;
+}
+
+void RemoveLeftovers(const fs::path& folder) noexcept {
+    try {
+        std::error_code error;
+        for (const fs::directory_entry& entry : fs::directory_iterator(folder, error)) {
+            const std::string name = entry.path().filename().string();
+            const bool ours = name.front() == '.' &&
+                              (EndsWith(name, StagedFile::kPartSuffix) || EndsWith(name, StagedFile::kEarlierSuffix));
+            if (ours && !OutputFile::IsHeld(entry.path().string())) fs::remove(entry.path(), error);
+        }
+    } catch (...) {  // a leftover that stays hidden does no harm
+    }
+}
+
+[[noreturn]] void Fail(const std::string& path, const std::error_code& error) {
+    throw Error("Impossibile scrivere il file " + path + ": " + ReasonOf(error.value()) + ".");
+}
+
+/// A second name for what stands at the target, so that the target itself never vanishes.
+void KeepAside(const std::string& target, const std::string& earlier) {
+    std::error_code error;
+    fs::remove(earlier, error);
+    fs::create_hard_link(target, earlier, error);
+    if (!error) return;
+    fs::copy_file(target, earlier, error);
+    if (error) Fail(target, error);
+}
+
+}  // namespace
+
+void StagedFile::Open(const std::string& targetPath) {
+    Revert();
+    const fs::path target = ToNative(targetPath);
+    RemoveLeftovers(target.parent_path().empty() ? fs::path(".") : target.parent_path());
+    target_ = target.string();
+    if (fs::is_directory(target)) Fail(targetPath, std::make_error_code(std::errc::is_a_directory));
+    const std::string hidden = (target.parent_path() / ("." + target.filename().string())).string();
+    part_ = hidden + kPartSuffix;
+    earlier_ = hidden + kEarlierSuffix;
+    output_.Open(part_);
+    state_ = State::Writing;
+}
+
+void StagedFile::Deliver() {
+    output_.Close();
+    std::error_code error;
+    if (fs::exists(target_, error)) {
+        KeepAside(target_, earlier_);
+    } else {
+        earlier_.clear();
+    }
+    fs::rename(part_, target_, error);
+    if (error) Fail(target_, error);
+    state_ = State::Delivered;
+}
+
+void StagedFile::Keep() noexcept {
+    if (state_ != State::Delivered) return;
+    std::error_code error;
+    if (!earlier_.empty()) fs::remove(earlier_, error);
+    state_ = State::Idle;
+}
+
+void StagedFile::Revert() noexcept {
+    if (state_ == State::Idle) return;
+    output_.Abandon();
+    std::error_code error;
+    if (state_ == State::Writing) {
+        fs::remove(part_, error);
+        if (!earlier_.empty()) fs::remove(earlier_, error);
+    } else if (earlier_.empty()) {
+        fs::remove(target_, error);
+    } else {
+        fs::rename(earlier_, target_, error);
+    }
+    state_ = State::Idle;
+}
+
+}  // namespace vlm::files
