@@ -1,0 +1,183 @@
+#include "data/ConnectionContract.h"
+
+#include <limits>
+
+#include "data/RowText.h"
+#include "platform/Error.h"
+
+namespace vlm::data::testing {
+
+GTEST_ALLOW_UNINSTANTIATED_PARAMETERIZED_TEST(ConnectionContract);
+
+void ConnectionContract::SetUp() {
+    fixture = GetParam().make();
+    fixture->Run("Aldra", "CREATE TABLE Comune (IDComune INT NOT NULL PRIMARY KEY, Comune VARCHAR(50))");
+    fixture->Run("Aldra",
+                 "INSERT INTO Comune (IDComune, Comune) VALUES (1, 'Cantù'), (2, 'CANTÙ MARINA'), (3, 'Asti')");
+    fixture->Run("Studio0012",
+                 "CREATE TABLE Visita (IDVisita INT NOT NULL PRIMARY KEY, Paziente VARCHAR(50), Giorno DATETIME, "
+                 "Importo MONEY, Peso FLOAT, Fatta BIT, Piano SMALLINT, Protocollo BIGINT, IDComune INT)");
+    fixture->Run("Studio0012",
+                 "INSERT INTO Visita VALUES (1, 'Rossi', '2011-03-31', 12.3456, 70.5, 1, -3, 5000000000, 1)");
+    fixture->Run("Studio0012", "INSERT INTO Visita VALUES (2, 'rossi', '2011-03-31 08:30:00', 100, 2, 0, 2, 12, 2)");
+    fixture->Run("Studio0012", "INSERT INTO Visita (IDVisita) VALUES (3)");
+    fixture->Run("Studio0012", "INSERT INTO Visita (IDVisita, Paziente, Giorno) VALUES (4, '125', '3/1/2011')");
+    connection = fixture->Connect();
+}
+
+TEST_P(ConnectionContract, ReadsCellsByTheirDeclaredTypes) {
+    const RecordsetPtr rows = connection->Open("SELECT * FROM Visita WHERE IDVisita <= 2 ORDER BY IDVisita");
+    EXPECT_EQ(connection->InitialCatalog(), "Studio0012");
+    const FieldType types[] = {FieldType::Integer,  FieldType::Text,   FieldType::Date,
+                               FieldType::Currency, FieldType::Double, FieldType::Boolean,
+                               FieldType::SmallInt, FieldType::BigInt, FieldType::Integer};
+    ASSERT_EQ(rows->FieldCount(), 9);
+    for (int ordinal = 0; ordinal < 9; ++ordinal) EXPECT_EQ(rows->TypeOf(ordinal), types[ordinal]) << ordinal;
+
+    EXPECT_EQ(rows->IntegerOf(rows->Ordinal("idvisita")), 1);
+    EXPECT_EQ(rows->TextOf(1), "Rossi");
+    EXPECT_EQ(rows->NumberOf(1), 0);
+    EXPECT_EQ(*rows->DateOf(2), *Date::FromYmd(2011, 3, 31));
+    EXPECT_EQ(rows->AmountOf(3).Units(), 123456);
+    EXPECT_EQ(rows->TextOf(4), "70,5");
+    EXPECT_EQ(rows->IntegerOf(4), 70);  // half to even
+    EXPECT_EQ(rows->TextOf(5), "True");
+    EXPECT_EQ(rows->NumberOf(5), -1);
+    EXPECT_EQ(rows->Int16Of(6), -3);
+    EXPECT_EQ(rows->IntegerOf(7), 5000000000);
+    EXPECT_THROW(rows->Int32Of(7), OverflowError);
+    EXPECT_EQ(std::get<Currency>(rows->ValueOf(3)).Units(), 123456);
+    EXPECT_EQ(std::get<bool>(rows->ValueOf(5)), true);
+    rows->MoveNext();
+    EXPECT_EQ(RowText(*rows), "2|rossi|31/03/2011 08:30:00|100|2|False|2|12|2");
+}
+
+TEST_P(ConnectionContract, ReadsNullLenientlyAndStrictly) {
+    const RecordsetPtr rows = connection->Open("SELECT * FROM Visita WHERE IDVisita = 3");
+    for (int ordinal = 1; ordinal < rows->FieldCount(); ++ordinal) {
+        EXPECT_TRUE(rows->IsNull(ordinal));
+        EXPECT_EQ(rows->TextOf(ordinal), "");
+        EXPECT_EQ(rows->NumberOf(ordinal), 0);
+        EXPECT_EQ(rows->IntegerOf(ordinal), 0);
+        EXPECT_EQ(rows->AmountOf(ordinal), Currency());
+        EXPECT_FALSE(rows->DateOf(ordinal));
+        EXPECT_TRUE(IsNull(rows->ValueOf(ordinal)));
+    }
+}
+
+TEST_P(ConnectionContract, StrictReadsNameTheColumn) {
+    const RecordsetPtr rows =
+        connection->Open("SELECT Paziente FROM Visita WHERE IDVisita IN (1, 4) ORDER BY IDVisita DESC");
+    EXPECT_EQ(rows->IntegerOf(0), 125);
+    EXPECT_EQ(rows->AmountOf(0).Units(), 1250000);
+    rows->MoveNext();
+    EXPECT_EQ(ErrorText([&] { rows->IntegerOf(0); }), "Il valore 'Rossi' della colonna Paziente non è un numero.");
+    EXPECT_EQ(ErrorText([&] { rows->AmountOf(0); }), "Il valore 'Rossi' della colonna Paziente non è un importo.");
+    EXPECT_EQ(ErrorText([&] { rows->DateOf(0); }), "Il valore 'Rossi' della colonna Paziente non è una data.");
+}
+
+TEST_P(ConnectionContract, ARowSetEndsAndCloses) {
+    const RecordsetPtr none = connection->Open("SELECT IDVisita, Paziente FROM Visita WHERE IDVisita = 99");
+    EXPECT_TRUE(none->IsOpen());
+    EXPECT_TRUE(none->AtEnd());
+    EXPECT_EQ(none->FieldName(1), "Paziente");
+    EXPECT_THROW(none->TextOf(0), Error);
+    EXPECT_THROW(none->MoveNext(), Error);
+    EXPECT_FALSE(none->NextRecordset());
+
+    const RecordsetPtr rows = connection->Open("SELECT IDVisita FROM Visita");
+    EXPECT_THROW(rows->TextOf(1), Error);
+    EXPECT_THROW(rows->TextOf(-1), Error);
+    EXPECT_EQ(rows->FindField("Assente"), -1);
+    EXPECT_NE(ErrorText([&] { rows->Ordinal("Assente"); }).find("Assente"), std::string::npos);
+    rows->Close();
+    rows->Close();
+    EXPECT_FALSE(rows->IsOpen());
+    EXPECT_TRUE(rows->AtEnd());
+    EXPECT_THROW(rows->TextOf(0), Error);
+}
+
+TEST_P(ConnectionContract, AnswersQueries) {
+    const struct {
+        const char* sql;
+        const char* rows;
+    } cases[] = {
+        // texts compare without regard to case
+        {"SELECT IDVisita FROM Visita WHERE Paziente = 'ROSSI' ORDER BY IDVisita", "1;2"},
+        {"SELECT IDVisita FROM Visita WHERE Paziente <> 'ROSSI'", "4"},
+        {"SELECT IDVisita FROM Visita WHERE Paziente IN ('ROSSI', 'Verdi') ORDER BY IDVisita DESC", "2;1"},
+        {"SELECT IDComune FROM Aldra..Comune WHERE Comune = 'CANTÙ'", "1"},
+        {"SELECT IDComune FROM Aldra..Comune WHERE Comune LIKE 'cantù%' ORDER BY Comune", "1;2"},
+        {"SELECT IDComune FROM Aldra..Comune WHERE Comune LIKE '[a-b]st_'", "3"},
+        // dates compare as dates
+        {"SELECT IDVisita FROM Visita WHERE Giorno = '3/31/2011'", "1"},
+        {"SELECT IDVisita FROM Visita WHERE Giorno <= '2011-03-31' ORDER BY Giorno, IDVisita", "4;1"},
+        {"SELECT IDVisita FROM Visita WHERE Giorno > '20110331'", "2"},
+        {"SELECT IDVisita FROM Visita WHERE YEAR(Giorno) = 2011 AND MONTH(Giorno) = 3 AND DAY(Giorno) < 31", "4"},
+        // joins over databases, texts put together, Null
+        {"SELECT V.Paziente + ' da ' + C.Comune AS Chi FROM Visita V INNER JOIN Aldra..Comune C ON V.IDComune = "
+         "C.IDComune ORDER BY V.IDVisita",
+         "Rossi da Cantù;rossi da CANTÙ MARINA"},
+        {"SELECT Studio0012..Visita.IDVisita FROM Studio0012..Visita WHERE Paziente + 'x' IS NULL", "3"},
+        {"SELECT COUNT(*), MAX(IDVisita) FROM Visita WHERE ISNULL(Paziente, '') = ''", "1|3"},
+        {"SELECT [Paziente] FROM [Visita] WHERE IDVisita = 4;", "125"},
+    };
+    for (const auto& each : cases) EXPECT_EQ(RowText(*connection, each.sql), each.rows) << each.sql;
+}
+
+TEST_P(ConnectionContract, CountsTheRowsThatItChanges) {
+    EXPECT_EQ(connection->Execute("UPDATE Visita SET Fatta = 1, Giorno = '4/2/2011' WHERE Paziente = 'ROSSI'"), 2);
+    EXPECT_EQ(RowText(*connection, "SELECT Giorno FROM Visita WHERE Fatta = 1"), "02/04/2011;02/04/2011");
+    EXPECT_EQ(connection->Execute("DELETE FROM Visita WHERE IDVisita > 90"), 0);
+    EXPECT_EQ(connection->Execute("INSERT INTO Visita (IDVisita, Paziente) VALUES (9, 'l''ultima + una')"), 1);
+    EXPECT_EQ(RowText(*connection, "SELECT Paziente FROM Visita WHERE IDVisita = 9"), "l'ultima + una");
+    EXPECT_NE(ErrorText([&] { connection->Execute("INSERT INTO Visita (IDVisita) VALUES (9)"); }), "");
+}
+
+TEST_P(ConnectionContract, TransactionsHoldTogether) {
+    const auto count = [&] { return RowText(*connection, "SELECT COUNT(*) FROM Visita"); };
+    {
+        const Transaction abandoned(*connection);
+        connection->Execute("DELETE FROM Visita");
+        EXPECT_EQ(count(), "0");
+    }
+    EXPECT_EQ(count(), "4");
+    {
+        Transaction transaction(*connection);
+        EXPECT_THROW(connection->BeginTransaction(), Error);
+        connection->Execute("DELETE FROM Visita WHERE IDVisita = 3");
+        transaction.Commit();
+    }
+    EXPECT_EQ(count(), "3");
+    EXPECT_THROW(connection->CommitTransaction(), Error);
+    const ConnectionPtr other = fixture->Connect();
+    EXPECT_EQ(RowText(*other, "SELECT COUNT(*) FROM Visita"), "3");
+}
+
+TEST_P(ConnectionContract, RowsMayBeChangedWhileOthersAreRead) {
+    const RecordsetPtr rows = connection->Open("SELECT IDVisita FROM Visita ORDER BY IDVisita");
+    Transaction transaction(*connection);
+    connection->Execute("UPDATE Visita SET Piano = 7 WHERE IDVisita = 1");
+    transaction.Commit();
+    EXPECT_EQ(RowText(*rows), "1;2;3;4");
+}
+
+TEST_P(ConnectionContract, ErrorsNameWhatIsWrong) {
+    const struct {
+        const char* sql;
+        const char* named;
+    } cases[] = {
+        {"SELECT * FROM Assente", "Assente"},
+        {"SELECT Mancante FROM Visita", "Mancante"},
+        {"UPDATE Visita SET Mancante = 1", "Mancante"},
+        {"SELECT * FROM Studio9999..Visita", "Studio9999"},
+        {"SP_NonEsiste 12", "SP_NonEsiste"},
+    };
+    for (const auto& each : cases) {
+        const std::string error = ErrorText([&] { connection->Open(each.sql); });
+        EXPECT_NE(error.find(each.named), std::string::npos) << each.sql << ": " << error;
+    }
+    EXPECT_EQ(RowText(*connection, "SELECT COUNT(*) FROM Visita"), "4");
+}
+
+}  // namespace vlm::data::testing
