@@ -1,0 +1,39 @@
+#include "frame/WorkFiles.h"
+
+#include <filesystem>
+#include <random>
+
+#include "frame/ModGeneral.h"
+#include "platform/Error.h"
+#include "platform/files/Paths.h"
+
+namespace vlm {
+
+namespace {
+
+/// Five hexadecimal digits, as the file system's own service chooses them.
+std::string TemporaryName() {
+    static constexpr std::string_view kDigits = "0123456789ABCDEF";
+    std::random_device source;
+    std::uniform_int_distribution<std::size_t> digit(0, kDigits.size() - 1);
+    std::string name = "rad";
+    for (int i = 0; i < 5; ++i) name += kDigits[digit(source)];
+    return name + ".tmp";
+}
+
+}  // namespace
+
+std::string FreshWorkFile(const Library& library, std::string_view folder) {
+    const std::string path = PathCombine(library.Utility().WorkFolder(), folder);
+    std::error_code failure;
+    std::filesystem::create_directory(files::ToNative(path), failure);
+    if (!files::IsDirectory(path)) {
+        throw Error("Impossibile creare la cartella " + path + ": " + files::ReasonOf(failure.value()) + ".");
+    }
+    std::string file;
+    do file = PathCombine(path, TemporaryName());
+    while (std::filesystem::exists(files::ToNative(file), failure));
+    return file;
+}
+
+}  // namespace vlm

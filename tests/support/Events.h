@@ -1,0 +1,56 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "support/ServiceClinic.h"
+
+/// Events of the reference host, as its log writes them.
+namespace vlm::test {
+
+/// One field of the first state event of a control.
+inline std::string StateOf(const HostRun& run, const std::string& control, const std::string& key) {
+    for (const std::string& event : run.Of("state")) {
+        if (event.find("\"name\":\"" + control + "\"") == std::string::npos) continue;
+        const std::size_t at = event.find("\"" + key + "\":");
+        if (at == std::string::npos) return "<no " + key + ">";
+        const std::size_t start = at + key.size() + 3;
+        const char* const end = event[start] == '[' ? "]" : ",}";
+        return event.substr(start, event.find_first_of(end, start) - start);
+    }
+    return "<no " + control + ">";
+}
+
+/// `text` as it stands in JSON.
+inline std::string MessageEvent(const std::string& text, const std::string& caption, const std::string& icon) {
+    return R"({"event":"message","text":")" + text + R"(","caption":")" + caption + R"(","icon":")" + icon +
+           R"(","buttons":"ok","answer":"ok"})";
+}
+
+inline std::string MissingEvent(const std::string& field) {
+    return MessageEvent("Impossibile proseguire! Il campo '" + field + "' non può contenere un valore nullo.",
+                        "Attenzione!", "critical");
+}
+
+inline std::string ErrorEvent(const std::string& description) {
+    return MessageEvent(
+        "Si è verificato un errore durante la generazione del file.\\r\\n"
+        "Il messaggio tecnico dell'errore è: " +
+            description,
+        "Aldra", "critical");
+}
+
+inline const std::string kInvalidPathEvent = MessageEvent(
+    "Impossibile proseguire! Il campo 'Destinazione' contiene un percorso non valido.", "Attenzione!", "critical");
+inline const std::string kNoDataEvent = MessageEvent("Nessun dato da elaborare.", "Attenzione!", "information");
+inline const std::string kConcludedEvent = MessageEvent("Elaborazione conclusa.", "Aldra", "information");
+
+inline std::string FocusEvent(const std::string& control) { return R"({"event":"focus","name":")" + control + "\"}"; }
+
+/// What happened between the opening and the closing of the one dialog.
+inline std::vector<std::string> Inside(const HostRun& run) {
+    if (run.events.size() < 2) return {"<no dialog>"};
+    return {run.events.begin() + 1, run.events.end() - 1};
+}
+
+}  // namespace vlm::test

@@ -1,0 +1,48 @@
+#pragma once
+
+#include <map>
+#include <string>
+
+#include "frame/Library.h"
+#include "host/ReferenceHostUtility.h"
+
+namespace vlm::test {
+
+/// A library without a person: nothing is shown, choosers are cancelled, settings live in memory.
+struct FakeServices {
+    struct Settings : sys::SettingsStore {
+        std::map<std::string, std::string> values;
+        std::string Get(const std::string&, const std::string&, const std::string& key,
+                        const std::string& defaultValue) const override {
+            const auto at = values.find(key);
+            return at == values.end() ? defaultValue : at->second;
+        }
+        void Save(const std::string&, const std::string&, const std::string& key, const std::string& value) override {
+            values[key] = value;
+        }
+    };
+    struct Silent : ui::Toolkit {
+        void ShowModal(ui::Dialog&) override {}
+        ui::Answer Show(const ui::Message& message) override {
+            messages.push_back(message.text);
+            return ui::Answer::No;
+        }
+        std::optional<std::string> ChooseFile(const ui::FileChoice&) override { return {}; }
+        std::optional<std::string> ChooseFolder(const std::string&) override { return {}; }
+        void SetPointer(ui::Pointer) override {}
+        std::vector<std::string> messages;
+    };
+    struct Programs : sys::ProgramStarter {
+        void Start(const std::string& commandLine) override { started.push_back(commandLine); }
+        std::vector<std::string> started;
+    };
+
+    Silent toolkit;
+    host::ReferenceHostUtility utility{"work"};
+    Settings settings;
+    sys::FixedClock clock{Date(40643)};  // 10/04/2011
+    Programs programs;
+    Library library{{toolkit, utility, settings, clock, programs}};
+};
+
+}  // namespace vlm::test

@@ -1,0 +1,189 @@
+#include "support/ServiceClinic.h"
+
+#include <cstdio>
+#include <sstream>
+
+#include "host/AslHost.h"
+#include "host/DatabaseSchema.h"
+#include "host/DatabaseWriter.h"
+#include "platform/data/sqlite/SqliteConnection.h"
+#include "support/Insertion.h"
+
+namespace vlm::test {
+
+namespace {
+
+struct Column {
+    const char* name;
+    const char* type;
+    const char* value;
+};
+
+/// The services view as a table: what the records read and the selection names.
+constexpr Column kColumns[] = {
+    {"IDPaziente", "INT", "1"},
+    {"IDParcella", "INT", "1"},
+    {"IDPartecipazioneSpesa", "INT", "5"},
+    {"IDSpecialista_Parcella", "INT", "7"},
+    {"IDBrancaPerStudio_Parcella", "INT", "1"},
+    {"DataAiFiniConvenzione", "DATETIME", "'2011-03-15'"},
+    {"ElaborataASL", "BIT", "0"},
+    {"IDPosizioneContabile", "INT", "2"},
+    {"IDTipoOperazione", "INT", "1"},
+    {"CodiceRegione", "VARCHAR(3)", "'190'"},
+    {"CodiceRegionale", "VARCHAR(10)", "'123456'"},
+    {"CodiceBranca", "VARCHAR(3)", "'08'"},
+    {"MED_CodiceFiscale", "VARCHAR(16)", "'MDCFSC60A01F205X'"},
+    {"CodRegMedicoFiducia", "VARCHAR(10)", "'77001'"},
+    {"PAZ_Cognome", "VARCHAR(50)", "'Nicolò'"},
+    {"PAZ_Nome", "VARCHAR(50)", "'Maria Grazia'"},
+    {"PAZ_CodiceFiscale", "VARCHAR(16)", "'NCLMGR70E41G273K'"},
+    {"PAZ_Sesso", "VARCHAR(1)", "'F'"},
+    {"PAZ_DataNascita", "DATETIME", "'1970-05-01'"},
+    {"NumeroASL", "VARCHAR(3)", "'206'"},
+    {"NumRicetta1", "VARCHAR(10)", "'1234567'"},
+    {"NumRicetta2", "VARCHAR(10)", "'890123456'"},
+    {"CodicePrestazioneTariffario", "VARCHAR(10)", "'89.7'"},
+    {"CodicePrestazione", "VARCHAR(10)", "'V100'"},
+    {"Quantita", "SMALLINT", "2"},
+    {"PS_CodiceIdentificativo", "VARCHAR(10)", "'E02'"},
+    {"TotQuotaPazienteTicketEuro", "MONEY", "3"},
+    {"QuotaRicettaEuro", "MONEY", "0.5"},
+    {"TotaleEuro", "MONEY", "20.66"},
+    {"NumeroDocumento", "INT", "125"},
+    {"DataDocumento", "DATETIME", "'2011-03-16 10:20:00'"},
+    {"IDConsenso", "INT", "2"},
+    {"IDTipoDocumento", "INT", "1"},
+    {"NP_PrefissoNumerazione", "VARCHAR(10)", "'A'"},
+    {"DataPrenotazione", "DATETIME", "'2011-02-28'"},
+    {"NumAssistito", "VARCHAR(20)", "'ass-4711'"},
+    {"NumTesseraSanitaria", "VARCHAR(20)", "'80380001234567890123'"},
+    {"DataRilascioRicetta", "DATETIME", "'2011-02-27'"},
+    {"ProgressivoRicetta", "SMALLINT", "NULL"},
+    {"TotTicketEuro", "MONEY", "41.32"},
+    {"PS_IDCategoriaDiAppartenenza", "INT", "1"},
+    {"IDPrioritaRicetta", "INT", "2"},
+    {"IDTipoAccesso", "INT", "1"},
+    {"IDTipoRichiesta", "INT", "3"},
+    {"PrescrizioneGarantita", "BIT", "1"},
+    {"DataContatto", "DATETIME", "'2011-03-01'"},
+    {"DataPrimaDisponibilita", "DATETIME", "'2011-03-10'"},
+    {"DataAssegnata", "DATETIME", "'2011-03-14'"},
+    {"DataRefertazione", "DATETIME", "'2011-03-16'"},
+    {"DataInizioCiclo", "DATETIME", "'2011-03-02'"},
+    {"PrestazioneCiclica", "BIT", "1"},
+};
+
+constexpr const char* kMaster = R"sql(
+INSERT INTO Mese (IDMese, Mese) VALUES (1,'gennaio'),(2,'febbraio'),(3,'marzo'),(4,'aprile'),(5,'maggio'),
+    (6,'giugno'),(7,'luglio'),(8,'agosto'),(9,'settembre'),(10,'ottobre'),(11,'novembre'),(12,'dicembre');
+INSERT INTO Comune (IDComune, Comune, CodiceISTAT) VALUES (9, 'Palermo', '082053');
+INSERT INTO Esenzione VALUES (5, 2);
+INSERT INTO TipoEsenzione (IDTipoEsenzione, IDPosizioneTicket) VALUES (2, 3);
+)sql";
+
+constexpr const char* kClinic = R"sql(
+CREATE TABLE Specialista (IDSpecialista INTEGER PRIMARY KEY, Cognome VARCHAR, Nome VARCHAR, CodiceRegionale VARCHAR);
+CREATE TABLE BrancaPerStudio (IDBrancaPerStudio INTEGER PRIMARY KEY, BrancaPerStudio VARCHAR);
+CREATE TABLE BrancaPerStudioPerSpecialista (IDBrancaPerStudio INT, IDSpecialista INT);
+CREATE TABLE Residenza (IDResidenza INTEGER PRIMARY KEY, IDPaziente INT, IDTipoResidenza INT, IDComune INT);
+CREATE TABLE Parcella (IDParcella INTEGER PRIMARY KEY, DataAiFiniConvenzione DATETIME, ElaborataASL BIT,
+    IDPosizioneContabile INT, IDTipoOperazione INT, IDSpecialista INT, IDBrancaPerStudio INT,
+    ProgressivoRicetta SMALLINT);
+INSERT INTO BrancaPerStudio VALUES (1, 'Cardiologia'), (2, 'Oculistica');
+INSERT INTO Specialista VALUES (7, 'Rossi', 'Anna', '700007'), (8, 'Bianchi', 'Ugo', '800008'),
+    (9, 'Verdi', 'Pia', '900009');
+INSERT INTO BrancaPerStudioPerSpecialista VALUES (1, 7), (1, 8), (2, 9);
+INSERT INTO Residenza VALUES (1, 1, 2, 8), (2, 1, 1, 9);
+)sql";
+
+std::string FourDigits(int number) {
+    char text[8];
+    std::snprintf(text, sizeof text, "%04d", number);
+    return text;
+}
+
+}  // namespace
+
+std::vector<std::string> HostRun::Of(const std::string& kind) const {
+    std::vector<std::string> found;
+    for (const std::string& event : events) {
+        if (event.rfind("{\"event\":\"" + kind + "\"", 0) == 0) found.push_back(event);
+    }
+    return found;
+}
+
+ServiceClinic::Row ServiceClinic::Service(const Row& changes) {
+    Row row = changes;
+    for (const Column& column : kColumns) row.try_emplace(column.name, column.value);
+    return row;
+}
+
+ServiceClinic::ServiceClinic()
+    : data(folder.Folder("data")),
+      work(folder.Folder("work")),
+      out(folder.Folder("out")),
+      settings(folder / "set.ini") {}
+
+void ServiceClinic::Create(const std::vector<Row>& services) {
+    host::DatabaseWriter master(data + "/Aldra.sqlite");
+    master.Execute(host::MasterSchema());
+    master.Execute(kMaster);
+    master.Execute("INSERT INTO Studi (IDStudio, IDASL, IDDistrettoASL, IDRegioneTariffario) VALUES (" +
+                   std::to_string(clinic) + ", 1, 2, " + std::to_string(idRegioneTariffario) +
+                   "); INSERT INTO ASL VALUES (1, " + numeroASL + "); INSERT INTO DistrettoASL VALUES (2, " +
+                   codiceDistretto + ");");
+    if (!masterSql.empty()) master.Execute(masterSql);
+    master.Commit();
+
+    host::DatabaseWriter database(data + "/Studio" + FourDigits(clinic) + ".sqlite");
+    database.Execute(kClinic);
+    std::string columns;
+    for (const Column& column : kColumns) {
+        columns += std::string(columns.empty() ? "" : ",") + column.name + " " + column.type;
+    }
+    database.Execute("CREATE TABLE VwPrestazionePerASL (" + columns + ");");
+    for (const Row& service : services) database.Execute(InsertionInto("VwPrestazionePerASL", service));
+    database.Execute(
+        "INSERT OR IGNORE INTO Parcella SELECT IDParcella, DataAiFiniConvenzione, ElaborataASL, IDPosizioneContabile,"
+        " IDTipoOperazione, IDSpecialista_Parcella, IDBrancaPerStudio_Parcella, NULL FROM VwPrestazionePerASL;");
+    // The view of a real clinic shows what is marked in the document.
+    database.Execute(
+        "CREATE TRIGGER Mostra AFTER UPDATE OF ElaborataASL ON Parcella BEGIN UPDATE VwPrestazionePerASL SET"
+        " ElaborataASL = NEW.ElaborataASL WHERE IDParcella = NEW.IDParcella; END;");
+    if (!extraSql.empty()) database.Execute(extraSql);
+    database.Commit();
+}
+
+HostRun ServiceClinic::Run(std::vector<std::string> steps, const std::string& component) const {
+    std::vector<std::string> arguments = {"--data",  data,  "--clinic",   std::to_string(clinic),
+                                          "--work",  work,  "--settings", settings,
+                                          "--today", today, component};
+    arguments.insert(arguments.end(), steps.begin(), steps.end());
+    std::ostringstream output;
+    std::ostringstream errors;
+    HostRun run;
+    run.status = host::RunHost(arguments, output, errors, false);
+    run.errors = errors.str();
+    std::istringstream lines(output.str());
+    for (std::string line; std::getline(lines, line);) run.events.push_back(line);
+    return run;
+}
+
+vlm::data::ConnectionPtr ServiceClinic::Connect() const {
+    return vlm::data::SqliteConnection::Connect("Provider=SQLite;Data Source=" + data + ";Initial Catalog=Studio" +
+                                                FourDigits(clinic));
+}
+
+std::vector<std::string> ServiceClinic::Query(const std::string& sql) const {
+    const auto connection = Connect();
+    std::vector<std::string> rows;
+    for (const auto set = connection->Open(sql); !set->AtEnd(); set->MoveNext()) {
+        std::string row;
+        for (int i = 0; i < set->FieldCount(); ++i) row.append(i == 0 ? "" : "|").append(set->TextOf(i));
+        rows.push_back(row);
+    }
+    return rows;
+}
+
+}  // namespace vlm::test

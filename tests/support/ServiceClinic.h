@@ -1,0 +1,52 @@
+#pragma once
+
+#include <map>
+#include <string>
+#include <vector>
+
+#include "platform/data/Connection.h"
+#include "support/TempFolder.h"
+
+namespace vlm::test {
+
+/// What a run of the reference host gave.
+struct HostRun {
+    int status = 0;
+    std::vector<std::string> events;  // JSON, one object a line
+    std::string errors;
+
+    /// The events of one kind, in order.
+    std::vector<std::string> Of(const std::string& kind) const;
+};
+
+/// A clinic with a handful of billed services, and the host that runs on it.
+class ServiceClinic {
+public:
+    /// A row of the services view; every column has a value of its own, `changes` are SQL literals by column name.
+    using Row = std::map<std::string, std::string>;
+    static Row Service(const Row& changes = {});
+
+    std::string numeroASL = "'201'";
+    std::string codiceDistretto = "'03'";
+    int idRegioneTariffario = 19;
+    int clinic = 12;
+    std::string masterSql;  // run in the master database after everything else
+    std::string extraSql;   // run in the clinic's database after everything else
+    std::string today = "2011-04-10";
+
+    ServiceClinic();
+    /// Writes the databases; once.
+    void Create(const std::vector<Row>& services);
+
+    /// Runs a component with steps.
+    HostRun Run(std::vector<std::string> steps, const std::string& component = "ASLExport") const;
+    /// A connection of somebody else's to the clinic's database.
+    vlm::data::ConnectionPtr Connect() const;
+    /// One row of texts for each row of a query in the clinic's database, joined by "|".
+    std::vector<std::string> Query(const std::string& sql) const;
+
+    TempFolder folder;
+    std::string data, work, out, settings;
+};
+
+}  // namespace vlm::test
