@@ -1,0 +1,69 @@
+#include "export/ASLExport.h"
+
+#include "export/frmASLExport.h"
+#include "frame/Messages.h"
+#include "frame/ModGeneral.h"
+#include "platform/Error.h"
+
+namespace vlm {
+
+void ASLExport::ShowDialog() {
+    try {
+        frmASLExport dialog(*this);
+        library_.Toolkit().ShowModal(dialog);
+    } catch (const Error& error) {
+        messages::ShowError(library_.Toolkit(), error.what());
+    }
+}
+
+bool ASLExport::ViewAsDecoded(const std::string& fileName, std::int32_t kind) {
+    try {
+        const auto region = GetRegion();
+        return region && region->ViewAsDecoded(fileName, kind);
+    } catch (const Error& error) {
+        messages::ShowGenerationError(library_.Toolkit(), error.what());
+        return false;
+    }
+}
+
+std::int32_t ASLExport::IDRegioneTariffario() {
+    if (idRegioneTariffario_ == 0) {
+        idRegioneTariffario_ = GetIDRegioneTariffario(library_, library_.RequireConnection(), 0);
+    }
+    return idRegioneTariffario_;
+}
+
+std::unique_ptr<IRegionASLExport> ASLExport::GetRegion() { return regions_(IDRegioneTariffario()); }
+
+std::int32_t ASLExport::Export(std::string folder, std::int32_t kind, bool simulation) {
+    if (!folder.empty() && folder.back() == '\\') folder.pop_back();
+    try {
+        const auto region = GetRegion();
+        return region ? region->Export(*this, folder, kind, simulation) : 0;
+    } catch (const Error& error) {
+        messages::ShowGenerationError(library_.Toolkit(), error.what());
+        return static_cast<std::int32_t>(ExportOutcome::Failed);
+    }
+}
+
+std::string ASLExport::GetFileName(std::int32_t kind, const std::string& numeroASL, std::int32_t period,
+                                   std::int16_t year, bool anomalies) {
+    const auto region = GetRegion();
+    return region ? region->GetFileName(kind, numeroASL, period, year, CodiceRegionale, anomalies) : std::string{};
+}
+
+ServiceSelection ASLExport::SelectionFor(bool quarterly) const {
+    ServiceSelection selection = Filter;
+    selection.quarterly = quarterly;
+    return selection;
+}
+
+data::RecordsetPtr ASLExport::OpenPrestazioni(bool quarterly) {
+    return library_.RequireConnection().Open(SelectionFor(quarterly).GetSelectSQL());
+}
+
+std::string ASLExport::GetWhereSQL(bool quarterly, bool parcellaColumns) const {
+    return SelectionFor(quarterly).GetWhereSQL(parcellaColumns);
+}
+
+}  // namespace vlm

@@ -1,0 +1,3 @@
+#pragma once
+
+#include "frame/ExportTypes.h"  // every export has these kinds and outcomes

@@ -1,0 +1,27 @@
+#pragma once
+
+#include "export/RegionRun.h"
+#include "regions/sicilia/ASLLineSicilia.h"
+
+namespace vlm::sicilia {
+
+/// The monthly run: a line for each service, a closing line for each billing document. Marks every document that
+/// matches the filters, unless there were anomalies.
+class DetailedRun : public RegionRun {
+public:
+    DetailedRun(ASLExport& component, std::string folder, bool simulation);
+
+protected:
+    void Prepare() override;
+    std::string FileName(bool anomalies) const override;
+    void WriteRecords(data::Recordset& rows) override;
+    void MarkDocuments(data::Connection& connection) override;
+    void ShowDecoded(const std::string& path) override;
+
+private:
+    void CloseDocument(ASLLineSicilia& record);
+
+    std::string numeroASL_;
+};
+
+}  // namespace vlm::sicilia

@@ -1,0 +1,30 @@
+#pragma once
+
+#include "export/RegionRun.h"
+#include "regions/sicilia/ASLLineSicilia.h"
+
+namespace vlm::sicilia {
+
+/// The quarterly run: a line for each month. Never writes to the database.
+class SummaryRun : public RegionRun {
+public:
+    SummaryRun(ASLExport& component, std::string folder);
+
+protected:
+    void Prepare() override;
+    std::string FileName(bool anomalies) const override;
+    void WriteRecords(data::Recordset& rows) override;
+    void MarkDocuments(data::Connection&) override {}
+    void ShowDecoded(const std::string& path) override;
+
+private:
+    struct Columns;
+    void CheckRun(const data::Recordset& firstRow, const Columns& columns);
+    void StartMonth(ASLLineSicilia& record, const data::Recordset& rows, const Columns& columns,
+                    const Date::Civil& date);
+
+    std::string numeroASL_;
+    std::string codiceDistretto_;
+};
+
+}  // namespace vlm::sicilia

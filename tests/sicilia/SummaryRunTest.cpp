@@ -1,0 +1,125 @@
+#include <gtest/gtest.h>
+
+#include "support/Positions.h"
+#include "support/ServiceClinic.h"
+
+namespace vlm::test {
+namespace {
+
+using Row = ServiceClinic::Row;
+
+Row Sent(int parcella, const std::string& date, const std::string& quantity, const std::string& amount,
+         const Row& more = {}) {
+    Row row = more;
+    row["IDParcella"] = std::to_string(parcella);
+    row["DataAiFiniConvenzione"] = "'" + date + "'";
+    row["Quantita"] = quantity;
+    row["TotaleEuro"] = amount;
+    row.try_emplace("ElaborataASL", "1");
+    return ServiceClinic::Service(row);
+}
+
+HostRun Export(const ServiceClinic& clinic, std::vector<std::string> more = {}) {
+    std::vector<std::string> steps = {"optTipoExport=1", "cboTrimestre=#0", "numAnnoTrimestre=2011",
+                                      "txtPath=" + clinic.out};
+    steps.insert(steps.end(), more.begin(), more.end());
+    steps.push_back("cmdConferma!");
+    return clinic.Run(steps);
+}
+
+TEST(SummaryRunTest, WritesALineForEachMonthAtItsPositions) {
+    ServiceClinic clinic;
+    clinic.Create({
+        Sent(1, "2011-01-10", "2", "1234.5"),
+        Sent(1, "2011-01-10", "0", "10.25"),
+        // The document goes on in February: its ticket counts in January only. No minimum of one here.
+        Sent(1, "2011-02-01", "NULL", "3"),
+        Sent(2, "2011-02-02", "3", "4", {{"TotQuotaPazienteTicketEuro", "36.15"}, {"QuotaRicettaEuro", "NULL"}}),
+        Sent(3, "2011-03-02", "7", "100", {{"ElaborataASL", "0"}}),  // not sent yet
+        Sent(4, "2011-04-01", "7", "100"),                           // another quarter
+        Sent(5, "2011-03-31 18:00:00", "12", "-0.5", {{"CodiceRegionale", "'98'"}}),
+    });
+    const HostRun run = Export(clinic, {"chkSimulazione=0"});
+    const auto line = [](const char* month, const char* gross, const char* ticket, const char* count,
+                         const char* structure) {
+        return Positions(60)
+            .At(1, "201")
+            .At(4, "03")
+            .At(6, structure)
+            .At(12, "08")
+            .At(14, gross)
+            .At(24, ticket)
+            .At(34, count)
+            .At(40, month)
+            .At(42, "2011")
+            .At(46, "1")
+            .WithLineEnd();
+    };
+    EXPECT_EQ(ReadBytes(clinic.out + "/2010111S.txt"), line("01", "0001244,75", "0000003,50", "000002", "123456") +
+                                                           line("02", "0000007,00", "0000036,15", "000003", "123456") +
+                                                           line("03", "-000000,50", "0000003,50", "000012", "98    "));
+    EXPECT_EQ(run.Of("message").size(), 1U);
+    EXPECT_NE(run.Of("message").at(0).find("con successo\\r\\nElaborate 3 linee."), std::string::npos);
+    EXPECT_EQ(clinic.Query("SELECT COUNT(*) FROM Parcella WHERE ElaborataASL = 0"), std::vector<std::string>{"1"});
+}
+
+TEST(SummaryRunTest, TwoBranchesMeetInOneLineWhenTheirMonthsDo) {
+    ServiceClinic clinic;
+    clinic.Create({Sent(1, "2011-01-10", "1", "1"), Sent(2, "2011-01-11", "2", "2", {{"CodiceBranca", "'09'"}}),
+                   Sent(3, "2011-02-11", "4", "4", {{"CodiceBranca", "'09'"}}),
+                   Sent(4, "2011-01-11", "8", "8", {{"CodiceBranca", "'10'"}})});
+    Export(clinic);
+    const std::string file = ReadBytes(clinic.out + "/2010111S.txt");
+    ASSERT_EQ(file.size(), 3U * 62U);
+    EXPECT_EQ(file.substr(11, 2) + file.substr(33, 8), "0800000301");
+    EXPECT_EQ(file.substr(62 + 11, 2) + file.substr(62 + 33, 8), "0900000402");
+    EXPECT_EQ(file.substr(124 + 11, 2) + file.substr(124 + 33, 8), "1000000801");
+}
+
+TEST(SummaryRunTest, ATicketCountsAgainWhenItsDocumentComesBack) {
+    ServiceClinic clinic;
+    clinic.Create({Sent(1, "2011-01-10", "1", "1"), Sent(2, "2011-01-11", "1", "1"), Sent(1, "2011-01-12", "1", "1")});
+    Export(clinic);
+    EXPECT_EQ(ReadBytes(clinic.out + "/2010111S.txt").substr(23, 10), "0000010,50");
+}
+
+TEST(SummaryRunTest, ChecksTheRunOnceAndOnItsFirstRow) {
+    ServiceClinic clinic;
+    clinic.numeroASL = "' '";
+    clinic.codiceDistretto = "NULL";
+    clinic.Create({Sent(1, "2011-01-10", "1", "1", {{"CodiceRegionale", "' '"}, {"CodiceBranca", "NULL"}}),
+                   Sent(2, "2011-02-10", "1", "1")});
+    const HostRun run = Export(clinic);
+    EXPECT_EQ(ReadBytes(clinic.work + "/0000111SErr.txt"),
+              "[1] Codice Azienda ASL mancante\r\n[2] Distretto ASL mancante\r\n"
+              "[3] Codice struttura erogatrice mancante\r\n[4] Codice branca specialiastica mancante\r\n");
+    EXPECT_EQ(ReadBytes(clinic.work + "/0000111S.txt").size(), 2U * 62U);
+    EXPECT_TRUE(NamesIn(clinic.out).empty());
+    EXPECT_NE(run.Of("message").at(0).find(R"("icon":"question","buttons":"yesno","answer":"no")"), std::string::npos);
+
+    ServiceClinic later;
+    later.Create({Sent(1, "2011-01-10", "1", "1"), Sent(2, "2011-02-10", "1", "1", {{"CodiceRegionale", "NULL"}})});
+    Export(later);
+    EXPECT_EQ(ReadBytes(later.work + "/2010111SErr.txt"), "");
+    EXPECT_EQ(ReadBytes(later.out + "/2010111S.txt").substr(62 + 5, 6), "      ");
+}
+
+TEST(SummaryRunTest, ACountBeyondItsWidthIsAnErrorAndNoWrap) {
+    ServiceClinic clinic;
+    clinic.Create({Sent(1, "2011-01-10", "30000", "1"), Sent(2, "2011-01-10", "30000", "1")});
+    const HostRun run = Export(clinic);
+    EXPECT_NE(run.Of("message").at(0).find("Overflow"), std::string::npos);
+    EXPECT_TRUE(NamesIn(clinic.out).empty());
+    EXPECT_TRUE(NamesIn(clinic.work).empty());
+}
+
+TEST(SummaryRunTest, AnEmptyQuarterSaysSo) {
+    ServiceClinic clinic;
+    clinic.Create({Sent(1, "2011-01-10", "1", "1", {{"ElaborataASL", "0"}})});
+    const HostRun run = Export(clinic);
+    EXPECT_NE(run.Of("message").at(0).find("Nessun dato da elaborare."), std::string::npos);
+    EXPECT_TRUE(NamesIn(clinic.work).empty());
+}
+
+}  // namespace
+}  // namespace vlm::test
