@@ -1,0 +1,27 @@
+#pragma once
+
+#include "support/Events.h"
+#include "support/Insertion.h"
+#include "support/ServiceClinic.h"
+
+namespace vlm::test {
+
+/// A clinic with a handful of drug prescriptions, and the host that runs on it. Branch 1 has the specialists 7 and 8,
+/// branch 2 the specialist 9.
+class PrescriptionClinic : public ServiceClinic {
+public:
+    /// A row of the procedure: every column has a value of its own. Branch 2, specialist 9, 15/03/2011.
+    static SqlRow Prescription(const std::string& id, const SqlRow& changes = {});
+
+    /// The procedure's row sets, one for each statement.
+    std::vector<std::string> procedure = {"SELECT * FROM RicettaFarmaci WHERE IDRicettaFarmaci = ?1"};
+
+    void Create(const std::vector<SqlRow>& prescriptions);
+
+    /// Exports branch 2 from 01/03/2011 to 31/03/2011 to `File()`, after further steps.
+    HostRun Export(const std::vector<std::string>& more = {}) const;
+    HostRun Show(const std::vector<std::string>& steps) const { return Run(steps, "ASLPanoramico"); }
+    std::string File() const { return out + "/ricette.txt"; }
+};
+
+}  // namespace vlm::test
