@@ -1,0 +1,44 @@
+# The two commands of every day: make demo, make test.
+
+JOBS ?= $(shell nproc)
+PACKAGES := g++ cmake ninja-build libsqlite3-dev libgtest-dev libbenchmark-dev
+SUDO := $(shell [ "$$(id -u)" = 0 ] || command -v sudo)
+
+.PHONY: help deps build demo test bench format
+
+help:
+	@echo "make demo    creates the demo clinic and runs a month's and a quarter's export"
+	@echo "make test    builds and runs every test under the sanitizers"
+	@echo "make build   build/release/aslhost, optimised"
+	@echo "make bench   measures the export of 1,000,000 services"
+	@echo "make format  formats the sources"
+
+# Installs what is missing with the system's package manager, and says so; does nothing when all is there.
+deps:
+	@missing=""; for package in $(PACKAGES); do \
+	  dpkg-query -W -f '$${Status}' $$package 2>/dev/null | grep -q 'ok installed' || missing="$$missing $$package"; \
+	done; \
+	if [ -n "$$missing" ]; then \
+	  echo "Installing:$$missing"; \
+	  $(SUDO) apt-get update -qq && $(SUDO) env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq \
+	    --no-install-recommends $$missing; \
+	fi
+
+build: deps
+	@cmake --preset release > build-release.log 2>&1 || { cat build-release.log; rm -f build-release.log; exit 1; }
+	@rm -f build-release.log
+	@cmake --build --preset release -j $(JOBS)
+
+demo: build
+	@host/demo.sh build/release/aslhost
+
+test: deps
+	cmake --preset dev
+	cmake --build --preset dev -j $(JOBS)
+	ctest --test-dir build/dev --output-on-failure -j $(JOBS)
+
+bench: build
+	@bench/run.sh build/release
+
+format:
+	clang-format -i $$(git ls-files '*.cpp' '*.h')

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+
+#include "platform/text/Date.h"
+
+namespace vlm::host {
+
+struct DemoOptions {
+    /// A list of comuni in place of the one built into the program.
+    std::filesystem::path comuniCsv;
+    /// The same seed and day give the same data.
+    std::uint64_t seed = 20110301;
+    /// For measuring: this many services in each clinic (a million is meant), none of them exported yet and none with
+    /// a fault, so that one monthly run with earlier periods takes them all. 0 makes the ordinary demo.
+    std::int64_t serviceRows = 0;
+};
+
+/// Creates the databases of the demo clinics in a folder, which is created when it is missing: `Aldra`, `Studio0012`
+/// (Sicily) and `Studio0016` (Puglia), with the work of the 24 months before `today`'s month. Throws Error, naming
+/// the file, when one of them is there already; an error leaves the folder as it was.
+void CreateDemo(const std::filesystem::path& folder, Date today, const DemoOptions& options = {});
+
+}  // namespace vlm::host

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <optional>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "platform/text/Date.h"
+
+namespace vlm::host {
+
+/// A command line that cannot be understood; the text is for the person who typed it.
+class UsageError : public std::runtime_error {
+public:
+    using std::runtime_error::runtime_error;
+};
+
+/// What the command line of `aslhost` says.
+struct HostOptions {
+    std::string dataFolder = ".";
+    std::string odbcText;
+    int clinic = 12;
+    std::string workFolder;     // "" = a folder of the host's own
+    std::string installFolder;  // "" = not given
+    std::string settingsFile;   // "" = the user's
+    std::optional<Date> today;
+    std::string ui;
+    bool json = false;
+    bool text = false;
+    bool help = false;
+
+    std::string command;             // "init" or a component's name
+    std::vector<std::string> words;  // init: the folder; a component: the steps
+
+    /// Throws UsageError.
+    static HostOptions Parse(const std::vector<std::string>& arguments);
+    static const char* Usage();
+};
+
+}  // namespace vlm::host
