@@ -3,7 +3,6 @@
 #include "export/frmASLExport.h"
 #include "frame/Messages.h"
 #include "frame/ModGeneral.h"
-#include "platform/Error.h"
 
 namespace vlm {
 
@@ -11,7 +10,7 @@ void ASLExport::ShowDialog() {
     try {
         frmASLExport dialog(*this);
         library_.Toolkit().ShowModal(dialog);
-    } catch (const Error& error) {
+    } catch (const std::exception& error) {
         messages::ShowError(library_.Toolkit(), error.what());
     }
 }
@@ -20,7 +19,7 @@ bool ASLExport::ViewAsDecoded(const std::string& fileName, std::int32_t kind) {
     try {
         const auto region = GetRegion();
         return region && region->ViewAsDecoded(fileName, kind);
-    } catch (const Error& error) {
+    } catch (const std::exception& error) {
         messages::ShowGenerationError(library_.Toolkit(), error.what());
         return false;
     }
@@ -40,7 +39,7 @@ std::int32_t ASLExport::Export(std::string folder, std::int32_t kind, bool simul
     try {
         const auto region = GetRegion();
         return region ? region->Export(*this, folder, kind, simulation) : 0;
-    } catch (const Error& error) {
+    } catch (const std::exception& error) {
         messages::ShowGenerationError(library_.Toolkit(), error.what());
         return static_cast<std::int32_t>(ExportOutcome::Failed);
     }

@@ -2,6 +2,8 @@
 
 #include "frame/Messages.h"
 #include "frame/ModGeneral.h"
+#include "platform/Error.h"
+#include "platform/files/Paths.h"
 
 namespace vlm {
 
@@ -50,22 +52,39 @@ void RegionRun::Produce() {
 
 void RegionRun::Deliver() {
     if (outcome_ == ExportOutcome::FileProduced || rules_.deliversAnomalies) {
+        const std::string workFolder = component_.Lib().Utility().WorkFolder();
         files::StagedFile copy;
-        copy.Open(folder_ + "\\" + FileName(false));
-        copy.CopyFrom(PathCombine(component_.Lib().Utility().WorkFolder(), FileName(false)));
-        if (simulation_) {
+        // In the working folder itself the file stands already where the user wants it.
+        if (!files::IsSameFolder(folder_, workFolder)) {
+            copy.Open(folder_ + "\\" + FileName(false));
+            copy.CopyFrom(PathCombine(workFolder, FileName(false)));
+        }
+        if (simulation_ || !rules_.marks) {
             copy.Deliver();
         } else {
-            data::Connection& connection = component_.Lib().RequireConnection();
-            data::Transaction transaction(connection);
-            MarkDocuments(connection);
-            copy.Deliver();
-            transaction.Commit();
+            MarkAnd(copy);
         }
         copy.Keep();
     }
     data_.Keep();
     report_.Keep();
+}
+
+void RegionRun::MarkAnd(files::StagedFile& copy) {
+    data::Connection& connection = component_.Lib().RequireConnection();
+    data::Transaction transaction(connection);
+    MarkDocuments(connection);
+    copy.Deliver();
+    transaction.Commit();
+}
+
+void RegionRun::ShowReport() const {
+    const Library& library = component_.Lib();
+    try {
+        library.Programs().Start("Notepad.exe " + PathCombine(library.Utility().WorkFolder(), FileName(true)));
+    } catch (const Error& error) {
+        messages::ShowError(library.Toolkit(), error.what());  // the run itself came to its end
+    }
 }
 
 void RegionRun::Conclude() {
@@ -75,9 +94,7 @@ void RegionRun::Conclude() {
         return;
     }
     if (outcome_ == ExportOutcome::AnomaliesFound) {
-        if (messages::AskToShowAnomalies(library.Toolkit())) {
-            library.Programs().Start("Notepad.exe " + PathCombine(library.Utility().WorkFolder(), FileName(true)));
-        }
+        if (messages::AskToShowAnomalies(library.Toolkit())) ShowReport();
         if (!rules_.deliversAnomalies) return;
     }
     if (component_.Visualizza && outcome_ == ExportOutcome::FileProduced) {

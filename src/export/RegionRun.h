@@ -22,6 +22,7 @@ public:
     /// Where the regions differ.
     struct Rules {
         bool quarterly;             // which selection the run opens
+        bool marks;                 // documents are marked, so there is a transaction
         bool deliversAnomalies;     // a file with anomalies is copied, and its documents are marked, all the same
         const char* completedText;  // first line of the closing message
     };
@@ -67,7 +68,9 @@ protected:
 private:
     void Produce();
     void Deliver();
+    void MarkAnd(files::StagedFile& copy);
     void Conclude();
+    void ShowReport() const;
 
     ASLExport& component_;
     Rules rules_;

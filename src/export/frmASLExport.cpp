@@ -42,8 +42,8 @@ void frmASLExport::LayOut() {
 void frmASLExport::Wire() {
     optTipoExport.OnChange = [this] { ShowFieldsOfType(); };
     cboBranca.OnChange = [this] { Guarded([this] { LoadSpecialists(); }); };
-    cmdLink.OnChange = [this] { Browse(); };
-    BrowseWith(txtPath, [this] { Browse(); });
+    cmdLink.OnChange = [this] { Guarded([this] { Browse(); }); };
+    BrowseWith(txtPath, cmdLink.OnChange);
     cmdConferma.OnChange = [this] {
         Guarded([this] {
             if (Validate()) Run();
@@ -54,24 +54,19 @@ void frmASLExport::Wire() {
 }
 
 void frmASLExport::Opening() {
-    // The destination comes first: whatever fails later, closing keeps it.
-    txtPath.SetText(GetSetting(Lib(), settings::kASLPath));
-    Guarded([this] {
-        FillLists();
-        SetDefaults();
-        ApplyRegion();
-    });
-}
-
-void frmASLExport::FillLists() {
-    FillPickList(Lib(), cboBranca, PickListKind::Branches);
-    FillPickList(Lib(), cboMese, PickListKind::Months);
+    // The destination comes first: whatever fails later, closing keeps it. Every step that asks the database stands
+    // for itself, so that one that fails leaves the others their work.
+    Guarded([this] { txtPath.SetText(GetSetting(Lib(), settings::kASLPath)); });
     cboTrimestre.SetItems({"primo trimestre", "secondo trimestre", "terzo trimestre", "quarto trimestre"});
     lstTipoOperazione.SetItems({"Inserimento", "Variazione", "Cancellazione"});
+    optTipoExport.SetPosition(0);
+    Guarded([this] { FillPickList(Lib(), cboBranca, PickListKind::Branches); });
+    Guarded([this] { FillPickList(Lib(), cboMese, PickListKind::Months); });
+    ProposePeriod();
+    Guarded([this] { ApplyRegion(); });
 }
 
-void frmASLExport::SetDefaults() {
-    optTipoExport.SetPosition(0);
+void frmASLExport::ProposePeriod() {
     const Date::Civil today = Lib().Clock().Today().ToCivil();
     const int month = today.month == 1 ? 12 : today.month - 1;
     cboMese.SelectKey(month);
@@ -79,11 +74,13 @@ void frmASLExport::SetDefaults() {
     const int quarter = QuarterOfMonth(static_cast<std::int16_t>(today.month));
     cboTrimestre.SetPosition(quarter == 1 ? 3 : quarter - 2);
     numAnnoTrimestre.SetValue(quarter == 1 ? today.year - 1 : today.year);
-    if (aslExportObject_->IDRegioneTariffario() != kRegionePuglia && cboBranca.RowCount() > 0) cboBranca.SelectIndex(0);
 }
 
 void frmASLExport::ApplyRegion() {
-    if (aslExportObject_->IDRegioneTariffario() != kRegionePuglia) return;
+    if (aslExportObject_->IDRegioneTariffario() != kRegionePuglia) {
+        if (cboBranca.RowCount() > 0) cboBranca.SelectIndex(0);
+        return;
+    }
     for (ui::Control* control : std::initializer_list<ui::Control*>{&optTipoExport, &fraTipoExport, &cboTrimestre,
                                                                     &numAnnoTrimestre, &chkIncludiPrecedenti}) {
         control->SetEnabled(false);

@@ -22,8 +22,7 @@ public:
 private:
     void Wire();
     void LayOut();
-    void FillLists();
-    void SetDefaults();
+    void ProposePeriod();
     void ApplyRegion();
     void ShowFieldsOfType();
     void LoadSpecialists();

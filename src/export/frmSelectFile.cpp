@@ -15,8 +15,8 @@ frmSelectFile::frmSelectFile(const Library& library)
     AddRow("", {{{&lblDimensione}}, {{&lblDimensioneValore}}});
     SetButtons({&cmdConferma, &cmdAnnulla}, &cmdConferma, &cmdAnnulla);
     txtPath.OnChange = [this] { Refresh(); };
-    cmdLink.OnChange = [this] { Browse(); };
-    BrowseWith(txtPath, [this] { Browse(); });
+    cmdLink.OnChange = [this] { Guarded([this] { Browse(); }); };
+    BrowseWith(txtPath, cmdLink.OnChange);
     cmdConferma.OnChange = [this] { CloseWith(false); };
     cmdAnnulla.OnChange = [this] { CloseWith(true); };
 }

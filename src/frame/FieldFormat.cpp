@@ -63,16 +63,18 @@ void FieldFormat::AppendDate(std::string& out, const std::optional<Date>& value,
 }
 
 void FieldFormat::AppendAmount(std::string& out, Currency value, int width) const {
+    const std::size_t start = out.size();
+    out.append(static_cast<std::size_t>(width), '0');
+    FillAmount(out.data() + start, width, value);
+}
+
+void FieldFormat::FillAmount(char* slot, int width, Currency value) const {
     std::string written = text::FormatDecimals(value, policy_.amountDecimals, false);
     if (!policy_.amountComma) written = text::Without(written, ',');
+    FillWithZeros(slot, width, written);
+    // The minus sign goes in front of the zeros.
     const auto full = static_cast<std::size_t>(width);
-    if (written.size() >= full) {
-        out.append(written, written.size() - full);
-        return;
-    }
-    const bool negative = written.front() == '-';
-    if (negative) out += '-';
-    out.append(full - written.size(), '0').append(written, negative ? 1 : 0);
+    if (written.front() == '-' && written.size() < full) std::swap(slot[0], slot[full - written.size()]);
 }
 
 void FieldFormat::Place(FixedLine& line, const FieldPlace& place, std::string_view value) const {
@@ -100,13 +102,7 @@ void FieldFormat::Place(FixedLine& line, const FieldPlace& place, std::int64_t v
 
 void FieldFormat::Place(FixedLine& line, const FieldPlace& place, Currency value) const {
     if (place.rule == FieldRule::ShownAmount) return line.Put(place, DisplayAmount(value, place.length));
-    std::string written = text::FormatDecimals(value, policy_.amountDecimals, false);
-    if (!policy_.amountComma) written = text::Without(written, ',');
-    char* const slot = line.Slot(place);
-    FillWithZeros(slot, place.length, written);
-    const auto sign = static_cast<std::size_t>(place.length) - written.size();
-    if (written.front() == '-' && written.size() < static_cast<std::size_t>(place.length))
-        std::swap(slot[0], slot[sign]);
+    FillAmount(line.Slot(place), place.length, value);
 }
 
 std::string FieldFormat::FormatField(const data::Value& value, int width, FieldMode mode) const {

@@ -67,6 +67,8 @@ public:
     Currency ParseAmount(std::string_view field) const;
 
 private:
+    void FillAmount(char* slot, int width, Currency value) const;
+
     FieldPolicy policy_;
 };
 

@@ -32,10 +32,11 @@ public:
     }
     /// The text in capitals.
     void AssignUpper(std::string_view value) {
+        if (!text::IsAscii(value)) return Assign(text::ToUpper(text::Left(value, Width)));
         Assign(value);
-        if (!text::IsAscii(View())) return Assign(text::ToUpper(View()));
-        for (std::size_t i = 0; i < size_; ++i) {
-            if (bytes_[i] >= 'a' && bytes_[i] <= 'z') bytes_[i] = static_cast<char>(bytes_[i] - 'a' + 'A');
+        for (std::size_t i = 0; i < Width; ++i) {
+            char& c = bytes_[i];
+            if (c >= 'a' && c <= 'z') c = static_cast<char>(c - 'a' + 'A');
         }
     }
 

@@ -61,7 +61,7 @@ void FormDialog::BrowseWith(ui::Control& field, std::function<void()> browse) {
 void FormDialog::Guarded(const std::function<void()>& handler) const {
     try {
         handler();
-    } catch (const Error& error) {
+    } catch (const std::exception& error) {
         messages::ShowError(library_.Toolkit(), error.what());
     }
 }

@@ -74,13 +74,15 @@ public:
     /// The bytes of a place, to be filled with that many ASCII characters.
     char* Slot(const FieldPlace& place) noexcept { return out_.data() + Offset(place); }
 
-    /// A text at the start of its place, cut to its width.
+    /// A text at the start of its place, cut to its width. A line of a file is one record: control characters in a
+    /// text, line ends among them, become spaces.
     void Put(const FieldPlace& place, std::string_view value) {
         const auto width = static_cast<std::size_t>(place.length);
         if (value.size() > width) value = text::Left(value, width);
         const std::size_t offset = Offset(place);
         if (!text::IsAscii(value)) MakeRoom(offset, value);
-        value.copy(out_.data() + offset, value.size());
+        char* at = out_.data() + offset;
+        for (const char c : value) *at++ = static_cast<unsigned char>(c) < ' ' ? ' ' : c;
     }
 
 private:

@@ -37,7 +37,7 @@ std::string FileNameOf(std::string_view path) {
 
 bool IsOwnedMenuType(std::int32_t menuItemType) noexcept { return menuItemType == 7 || menuItemType == 10; }
 
-std::int16_t QuarterOfMonth(std::int16_t month) noexcept { return static_cast<std::int16_t>((month - 1) / 3 + 1); }
+std::int16_t QuarterOfMonth(std::int16_t month) noexcept { return static_cast<std::int16_t>((month + 2) / 3); }
 
 std::int32_t GetIDStudio(const Library& library) {
     const std::string catalog = library.RequireConnection().InitialCatalog();

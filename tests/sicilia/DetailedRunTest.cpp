@@ -126,6 +126,11 @@ TEST_F(DetailedRunTest, WritesTheRulesOfSingleFields) {
          std::string(30, '\xC0'),
          std::string(30, '\xC0')},
         {"no code in the code page", {{"PAZ_Cognome", "'Łoś'"}}, 31, "?O? ", "?O? "},
+        {"a line end in a text is no line end",
+         {{"PAZ_Cognome", "'Là' || char(13, 10) || 'Rossi'"}},
+         31,
+         "L\xC0  ROSSI ",
+         "L\xC0  ROSSI "},
         {"exemption cut to six", {{"PS_CodiceIdentificativo", "'ABCDEFGH'"}}, 167, "ABCDEF0", "ABCDEF0"},
         {"negative amount", {{"TotaleEuro", "-12.5"}}, 180, "-0012,50", "-0016,00"},
         {"amount too long", {{"TotaleEuro", "1234567.89"}}, 180, "34567,89", "34564,39"},
@@ -406,6 +411,23 @@ TEST_F(FailingRunTest, AMarkingThatFailsTakesTheFileBack) {
     WithEarlierFiles({ServiceClinic::Service()});
     ExpectFailed("vietato");
     ExpectFilesUntouched();
+}
+
+TEST_F(FailingRunTest, TheWorkingFolderAsDestinationIsNoOtherCase) {
+    Clinic().extraSql =
+        "CREATE TRIGGER Vieta BEFORE UPDATE ON Parcella WHEN OLD.IDTipoOperazione = 1 BEGIN SELECT"
+        " RAISE(ABORT, 'vietato'); END;";
+    Clinic().out = Clinic().work;
+    Clinic().Create({ServiceClinic::Service()});
+    WriteBytes(Clinic().work + "/2010311M.txt", "earlier");
+    ExpectFailed("vietato");
+    EXPECT_EQ(NamesIn(Clinic().work), std::vector<std::string>{"2010311M.txt"});
+    EXPECT_EQ(Out(), "earlier");
+    Clinic().Connect()->Execute("DROP TRIGGER Vieta");
+    EXPECT_EQ(Export().Of("message"), std::vector{With(kDone, "%N", "2")});
+    EXPECT_EQ(Out(), ServiceLine().WithLineEnd() + ClosingLine().WithLineEnd());
+    EXPECT_EQ(NamesIn(Clinic().work), (std::vector<std::string>{"2010311M.txt", "2010311MErr.txt"}));
+    EXPECT_EQ(Marks(), std::vector<std::string>{"1|True"});
 }
 
 TEST_F(FailingRunTest, ACommitThatFailsTakesTheFileBack) {

@@ -78,7 +78,7 @@ TEST(SummaryRunTest, TwoBranchesMeetInOneLineWhenTheirMonthsDo) {
 
 TEST(SummaryRunTest, ATicketCountsAgainWhenItsDocumentComesBack) {
     ServiceClinic clinic;
-    clinic.Create({Sent(1, "2011-01-10", "1", "1"), Sent(2, "2011-01-11", "1", "1"), Sent(1, "2011-01-12", "1", "1")});
+    clinic.Create({Sent(0, "2011-01-10", "1", "1"), Sent(2, "2011-01-11", "1", "1"), Sent(0, "2011-01-12", "1", "1")});
     Export(clinic);
     EXPECT_EQ(ReadBytes(clinic.out + "/2010111S.txt").substr(23, 10), "0000010,50");
 }

@@ -71,8 +71,8 @@ void OutputFile::CopyFrom(const std::string& sourcePath) {
 void OutputFile::Close() {
     if (file_ == nullptr) return;
     // Some file systems cannot sync; that is no failure of the writing.
-    const bool flushed = std::ferror(file_) == 0 && std::fflush(file_) == 0 &&
-                         (::fsync(::fileno(file_)) == 0 || errno == EINVAL);
+    const bool flushed =
+        std::ferror(file_) == 0 && std::fflush(file_) == 0 && (::fsync(::fileno(file_)) == 0 || errno == EINVAL);
     const int error = errno != 0 ? errno : EIO;
     const bool closed = std::fclose(file_) == 0;
     file_ = nullptr;
@@ -83,14 +83,6 @@ void OutputFile::Close() {
 void OutputFile::Abandon() noexcept {
     if (file_ != nullptr) std::fclose(file_);
     file_ = nullptr;
-}
-
-bool OutputFile::IsHeld(const std::string& path) noexcept {
-    const int descriptor = ::open(ToNative(path).c_str(), O_RDONLY | O_CLOEXEC);
-    if (descriptor < 0) return false;
-    const bool held = ::flock(descriptor, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK;
-    ::close(descriptor);
-    return held;
 }
 
 }  // namespace vlm::files

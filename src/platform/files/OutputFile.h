@@ -26,9 +26,6 @@ public:
     /// Closes without caring for what is written: the file is about to be thrown away.
     void Abandon() noexcept;
 
-    /// True when another program holds the file open as this class does.
-    static bool IsHeld(const std::string& path) noexcept;
-
 private:
     [[noreturn]] void Fail(const char* what) const;
 

@@ -35,6 +35,15 @@ bool IsDirectory(std::string_view path) noexcept {
     }
 }
 
+bool IsSameFolder(std::string_view left, std::string_view right) noexcept {
+    try {
+        std::error_code error;
+        return std::filesystem::equivalent(ToNative(left), ToNative(right), error);
+    } catch (...) {
+        return false;
+    }
+}
+
 bool IsFile(std::string_view path) noexcept { return FactsOf(path).has_value(); }
 
 std::optional<FileFacts> FactsOf(std::string_view path) noexcept {

@@ -18,6 +18,8 @@ std::string ToLibrary(std::string_view path);
 
 /// These never fail: any error counts as "is not there".
 bool IsDirectory(std::string_view path) noexcept;
+/// Both are there and are the same folder, whatever their paths look like.
+bool IsSameFolder(std::string_view left, std::string_view right) noexcept;
 bool IsFile(std::string_view path) noexcept;
 
 struct FileFacts {

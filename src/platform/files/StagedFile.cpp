@@ -15,6 +15,8 @@ bool EndsWith(const std::string& name, const std::string& suffix) {
     return name.size() > suffix.size() && name.compare(name.size() - suffix.size(), suffix.size(), suffix) == 0;
 }
 
+fs::path FolderOf(const fs::path& file) { return file.parent_path().empty() ? fs::path(".") : file.parent_path(); }
+
 void RemoveLeftovers(const fs::path& folder) noexcept {
     try {
         std::error_code error;
@@ -22,7 +24,8 @@ void RemoveLeftovers(const fs::path& folder) noexcept {
             const std::string name = entry.path().filename().string();
             const bool ours = name.front() == '.' &&
                               (EndsWith(name, StagedFile::kPartSuffix) || EndsWith(name, StagedFile::kEarlierSuffix));
-            if (ours && !OutputFile::IsHeld(entry.path().string())) fs::remove(entry.path(), error);
+            FileLock lock;
+            if (ours && lock.Take(entry.path().string())) fs::remove(entry.path(), error);
         }
     } catch (...) {  // a leftover that stays hidden does no harm
     }
@@ -47,9 +50,10 @@ void KeepAside(const std::string& target, const std::string& earlier) {
 void StagedFile::Open(const std::string& targetPath) {
     Revert();
     const fs::path target = ToNative(targetPath);
-    RemoveLeftovers(target.parent_path().empty() ? fs::path(".") : target.parent_path());
+    RemoveLeftovers(FolderOf(target));
     target_ = target.string();
-    if (fs::is_directory(target)) Fail(targetPath, std::make_error_code(std::errc::is_a_directory));
+    std::error_code ignored;
+    if (fs::is_directory(target, ignored)) Fail(targetPath, std::make_error_code(std::errc::is_a_directory));
     const std::string hidden = (target.parent_path() / ("." + target.filename().string())).string();
     part_ = hidden + kPartSuffix;
     earlier_ = hidden + kEarlierSuffix;
@@ -58,15 +62,19 @@ void StagedFile::Open(const std::string& targetPath) {
 }
 
 void StagedFile::Deliver() {
+    if (state_ != State::Writing) return;
     output_.Close();
     std::error_code error;
     if (fs::exists(target_, error)) {
         KeepAside(target_, earlier_);
+        earlierLock_.Take(earlier_);
     } else {
         earlier_.clear();
     }
     fs::rename(part_, target_, error);
     if (error) Fail(target_, error);
+    // The database's commit lasts; so must the file's name.
+    SyncFolder(FolderOf(target_).string());
     state_ = State::Delivered;
 }
 
@@ -74,6 +82,7 @@ void StagedFile::Keep() noexcept {
     if (state_ != State::Delivered) return;
     std::error_code error;
     if (!earlier_.empty()) fs::remove(earlier_, error);
+    earlierLock_.Release();
     state_ = State::Idle;
 }
 
@@ -89,6 +98,7 @@ void StagedFile::Revert() noexcept {
     } else {
         fs::rename(earlier_, target_, error);
     }
+    earlierLock_.Release();
     state_ = State::Idle;
 }
 

@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "platform/files/FileLock.h"
 #include "platform/files/OutputFile.h"
 
 namespace vlm::files {
@@ -41,6 +42,7 @@ private:
     std::string target_;  // all three in the machine's form
     std::string part_;
     std::string earlier_;  // empty when nothing stood at the target
+    FileLock earlierLock_;
 };
 
 }  // namespace vlm::files

@@ -6,7 +6,7 @@
 namespace vlm::puglia {
 
 MonthlyRun::MonthlyRun(ASLExport& component, std::string folder, bool simulation)
-    : RegionRun(component, {false, true, "Elaborazione terminata"}, std::move(folder), simulation) {}
+    : RegionRun(component, {false, true, true, "Elaborazione terminata"}, std::move(folder), simulation) {}
 
 std::string MonthlyRun::FileName(bool anomalies) const {
     return ASLExportPuglia::NameOf(Component().CodiceRegionale, anomalies);

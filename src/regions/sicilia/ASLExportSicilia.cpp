@@ -1,7 +1,6 @@
 #include "regions/sicilia/ASLExportSicilia.h"
 
 #include "frame/Messages.h"
-#include "platform/Error.h"
 #include "platform/text/Number.h"
 #include "platform/text/Utf8.h"
 #include "regions/sicilia/DecodedView.h"
@@ -35,7 +34,7 @@ std::int32_t ASLExportSicilia::Export(ASLExport& component, const std::string& f
 bool ASLExportSicilia::ViewAsDecoded(const std::string& fileName, std::int32_t kind) {
     try {
         return sicilia::ShowDecodedView(library_, fileName, kind);
-    } catch (const Error& error) {
+    } catch (const std::exception& error) {
         messages::ShowGenerationError(library_.Toolkit(), error.what());
         return false;
     }

@@ -16,6 +16,10 @@ namespace {
 constexpr std::int32_t kConsensoNominativo = 2;
 constexpr std::string_view kAnonimo = "ANONIMO";
 
+std::string NamesTogether(std::string_view cognome, std::string_view nome) {
+    return std::string(text::Trim(std::string(cognome).append(" ").append(nome)));
+}
+
 }  // namespace
 
 int ASLLineSicilia::LineLenght() const noexcept {
@@ -113,7 +117,7 @@ void ASLLineSicilia::ReadDocument() {
     numeroDocumento_ = KeyOf(rs, columns_.numeroDocumento);
     idConsenso_ = rs.Int32Of(columns_.idConsenso);
     idTipoDocumento_ = rs.Int32Of(columns_.idTipoDocumento);
-    dataDocumento_ = rs.DateOf(columns_.dataDocumento).value_or(Date{});
+    dataDocumento_ = rs.CivilOf(columns_.dataDocumento).value_or(Date::Civil{});
     prefissoNumerazione_ = rs.TextOf(columns_.prefisso);
     dataPrenotazione_ = DateFieldOf(rs, columns_.dataPrenotazione);
 }
@@ -237,7 +241,7 @@ void ASLLineSicilia::PutSummary(FixedLine& line, const FieldPlace& place, Field 
         case Field::IdentificativoRecord:
             return format_.Place(line, place, identificativoRecord_.View());
         case Field::CognomeENome:
-            return format_.Place(line, place, std::string(cognome_.Trimmed()).append(" ").append(nome_.Trimmed()));
+            return format_.Place(line, place, NamesTogether(cognome_.Trimmed(), nome_.Trimmed()));
         case Field::SessoLettera:
             return format_.Place(line, place, std::string_view(sesso_ == 1 ? "M" : "F"));
         default:

@@ -118,7 +118,7 @@ private:
     std::int32_t idParcella_ = 0;
     std::int32_t idTipoDocumento_ = 0;
     std::int32_t numeroDocumento_ = 0;
-    Date dataDocumento_;
+    Date::Civil dataDocumento_;
     std::int32_t idConsenso_ = 0;
 };
 

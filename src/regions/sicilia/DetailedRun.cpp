@@ -7,7 +7,7 @@
 namespace vlm::sicilia {
 
 DetailedRun::DetailedRun(ASLExport& component, std::string folder, bool simulation)
-    : RegionRun(component, {false, false, ASLExportSicilia::kCompleted}, std::move(folder), simulation) {}
+    : RegionRun(component, {false, true, false, ASLExportSicilia::kCompleted}, std::move(folder), simulation) {}
 
 void DetailedRun::Prepare() { numeroASL_ = GetNumeroASL(Component().Lib(), Component().Lib().RequireConnection()); }
 

@@ -34,7 +34,7 @@ constexpr SiciliaChecks::Check SiciliaChecks::kChecks[] = {
     {"[14] Data convenzione mancante", [](const ASLLineSicilia& r) { return r.dataConvenzione_.IsEmpty(); }},
     {"[16] Codice prestazione mancante", [](const ASLLineSicilia& r) { return r.codicePrestazione_.IsEmpty(); }},
     {"[18] Posizione utente mancante",
-     [](const ASLLineSicilia& r) { return text::ParseNumber(r.posizioneUtente_.View()).value_or(0) == 0; }},
+     [](const ASLLineSicilia& r) { return text::ParseNumber(r.posizioneUtente_.Trimmed()).value_or(0) == 0; }},
 };
 
 std::string SiciliaChecks::Run(const ASLLineSicilia& record) {
@@ -42,7 +42,7 @@ std::string SiciliaChecks::Run(const ASLLineSicilia& record) {
     for (const Check& check : kChecks) {
         if (!check.fires(record)) continue;
         found += DocumentLabel(record.idTipoDocumento_, record.prefissoNumerazione_, record.numeroDocumento_,
-                               record.dataDocumento_);
+                               Date::FromCivil(record.dataDocumento_).value_or(Date{}));
         found += check.message;
         found += messages::kLineEnd;
     }

@@ -23,7 +23,7 @@ struct SummaryRun::Columns {
 };
 
 SummaryRun::SummaryRun(ASLExport& component, std::string folder)
-    : RegionRun(component, {true, false, ASLExportSicilia::kCompleted}, std::move(folder), false) {}
+    : RegionRun(component, {true, false, false, ASLExportSicilia::kCompleted}, std::move(folder), false) {}
 
 void SummaryRun::Prepare() {
     const Library& library = Component().Lib();
@@ -63,7 +63,7 @@ void SummaryRun::WriteRecords(data::Recordset& rows) {
     record.SetDistrettoASLStudio(codiceDistretto_);
     record.SetRs(&rows);
     CheckRun(rows, columns);
-    std::int64_t lastParcella = 0;
+    std::optional<std::int64_t> lastParcella;
     for (; !rows.AtEnd(); rows.MoveNext()) {
         const std::optional<Date> date = rows.DateOf(columns.data);
         if (!date) throw TypeMismatchError("La colonna DataAiFiniConvenzione non contiene una data.");

@@ -148,6 +148,9 @@ std::string_view SqliteRecordset::TextOf(int ordinal) const {
         case SQLITE_NULL:
             return {};
         case SQLITE_TEXT:
+            if (column.type == FieldType::Date) break;
+            return {reinterpret_cast<const char*>(sqlite3_value_text(cell)),
+                    static_cast<std::size_t>(sqlite3_value_bytes(cell))};
         case SQLITE_BLOB:
             if (column.type != FieldType::Date) return CellText(cell);
             break;
