@@ -115,7 +115,8 @@ std::string FieldFormat::FormatField(const data::Value& value, int width, FieldM
             AppendText(out, data::TextOf(value), width);
             break;
         case FieldMode::Date:
-            AppendDate(out, data::DateOf(value, "data"), width);
+            AppendDate(out, text::Trim(data::TextOf(value)).empty() ? std::nullopt : data::DateOf(value, "data"),
+                       width);
             break;
         case FieldMode::Amount:
             AppendAmount(out, data::AmountOf(value, "importo"), width);
@@ -156,8 +157,8 @@ Currency FieldFormat::ParseAmount(std::string_view field) const {
     const auto decimals = std::min(static_cast<std::size_t>(policy_.amountDecimals), field.size());
     std::string_view whole = field.substr(0, field.size() - decimals);
     if (!whole.empty() && whole.back() == ',') whole.remove_suffix(1);
-    std::int64_t scale = Currency::kScale;
-    for (std::size_t i = 0; i < decimals; ++i) scale /= 10;
+    std::int64_t scale = Currency::kScale;  // of the last decimal, also where a line ends before the field does
+    for (int i = 0; i < policy_.amountDecimals; ++i) scale /= 10;
     const Currency value = Currency::FromInteger(Digits(whole)) +
                            Currency::FromUnits(Digits(field.substr(field.size() - decimals)) * scale);
     return negative ? -value : value;

@@ -20,7 +20,7 @@ void ASLPanoramico::ShowDialog() {
     try {
         frmASLPanoramico dialog(*this);
         library_.Toolkit().ShowModal(dialog);
-    } catch (const Error& error) {
+    } catch (const std::exception& error) {
         messages::ShowError(library_.Toolkit(), error.what());
     }
 }

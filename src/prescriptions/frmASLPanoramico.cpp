@@ -11,10 +11,11 @@ namespace vlm {
 
 namespace {
 
-/// What stands before the last "\"; "" when there is none.
+/// What stands before the last "\", the root itself for a file in it; "" when there is none.
 std::string ParentFolderOf(const std::string& path) {
     const std::string own = files::ToLibrary(path);
     const std::size_t last = own.rfind('\\');
+    if (last == 0) return "\\";
     return last == std::string::npos ? std::string{} : own.substr(0, last);
 }
 
@@ -39,8 +40,8 @@ void frmASLPanoramico::LayOut() {
 
 void frmASLPanoramico::Wire() {
     cboBranca.OnChange = [this] { Guarded([this] { LoadSpecialists(); }); };
-    cmdLink.OnChange = [this] { Browse(); };
-    BrowseWith(txtPath, [this] { Browse(); });
+    cmdLink.OnChange = [this] { Guarded([this] { Browse(); }); };
+    BrowseWith(txtPath, cmdLink.OnChange);
     cmdConferma.OnChange = [this] {
         Guarded([this] {
             if (Validate()) Run();
@@ -51,7 +52,7 @@ void frmASLPanoramico::Wire() {
 
 void frmASLPanoramico::Opening() {
     // The destination comes first: whatever fails later, closing keeps it.
-    txtPath.SetText(GetSetting(Lib(), settings::kASLPathPanoramico));
+    Guarded([this] { txtPath.SetText(GetSetting(Lib(), settings::kASLPathPanoramico)); });
     Guarded([this] {
         FillPickList(Lib(), cboBranca, PickListKind::Branches);
         if (cboBranca.RowCount() > 0) cboBranca.SelectIndex(0);

@@ -57,7 +57,7 @@ void ExportProgetti::ShowDialog() {
     try {
         frmExportProgetti dialog(*this);
         library_.Toolkit().ShowModal(dialog);
-    } catch (const Error& error) {
+    } catch (const std::exception& error) {
         messages::ShowError(library_.Toolkit(), error.what());
     }
 }

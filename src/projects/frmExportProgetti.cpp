@@ -41,8 +41,8 @@ void frmExportProgetti::LayOut() {
 }
 
 void frmExportProgetti::Wire() {
-    cmdLink.OnChange = [this] { Browse(); };
-    BrowseWith(txtPath, [this] { Browse(); });
+    cmdLink.OnChange = [this] { Guarded([this] { Browse(); }); };
+    BrowseWith(txtPath, cmdLink.OnChange);
     cmdConferma.OnChange = [this] {
         Guarded([this] {
             if (Validate()) Run();
@@ -53,7 +53,7 @@ void frmExportProgetti::Wire() {
 
 void frmExportProgetti::Opening() {
     // The destination comes first: whatever fails later, closing keeps it.
-    txtPath.SetText(GetSetting(Lib(), settings::kASLExportPrestazioni));
+    Guarded([this] { txtPath.SetText(GetSetting(Lib(), settings::kASLExportPrestazioni)); });
     cboStatoProgetto.SetItems({"Solo progetti aperti", "Solo progetti chiusi", "Progetti aperti e chiusi"});
     cboStatoProgetto.SetPosition(kEveryState);
     cboDaTrimestre.SetItems({"1", "2", "3", "4"});

@@ -25,9 +25,9 @@ void OutputFile::Fail(const char* what) const {
     throw Error(std::string("Impossibile ") + what + " il file " + path_ + ": " + ReasonOf(errno) + ".");
 }
 
-void OutputFile::Open(const std::string& path) {
+void OutputFile::Open(const std::string& path, const std::string& shownPath) {
     Abandon();
-    path_ = path;
+    path_ = shownPath;
     const int descriptor = ::open(ToNative(path).c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0666);
     if (descriptor < 0) Fail("aprire");
     // The lock comes before the emptying, so that a file in use loses nothing.

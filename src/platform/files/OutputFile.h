@@ -15,8 +15,8 @@ public:
     OutputFile& operator=(const OutputFile&) = delete;
     ~OutputFile();
 
-    /// Creates the file or empties it.
-    void Open(const std::string& path);
+    /// Creates the file or empties it. Errors name `shownPath`, the file that the user knows of.
+    void Open(const std::string& path, const std::string& shownPath);
     bool IsOpen() const noexcept { return file_ != nullptr; }
     void Write(std::string_view bytes);
     /// Appends all bytes of another file.

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <cstring>
 #include <ctime>
 #include <sys/stat.h>
 
@@ -84,8 +83,16 @@ std::string ReasonOf(int error) {
             return "file troppo grande";
         case EWOULDBLOCK:
             return "file in uso da un altro programma";
+        case ENAMETOOLONG:
+            return "nome troppo lungo";
+        case EIO:
+            return "errore del disco";
+        case EDQUOT:
+            return "quota su disco esaurita";
+        case ENOTEMPTY:
+            return "la cartella non è vuota";
         default:
-            return std::strerror(error);
+            return "errore di sistema " + std::to_string(error);
     }
 }
 

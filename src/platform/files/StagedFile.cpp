@@ -38,7 +38,11 @@ void RemoveLeftovers(const fs::path& folder) noexcept {
 /// A second name for what stands at the target, so that the target itself never vanishes.
 void KeepAside(const std::string& target, const std::string& earlier) {
     std::error_code error;
-    fs::remove(earlier, error);
+    if (fs::exists(earlier, error)) {
+        FileLock lock;
+        if (!lock.Take(earlier)) Fail(target, std::make_error_code(std::errc::operation_would_block));
+        fs::remove(earlier, error);
+    }
     fs::create_hard_link(target, earlier, error);
     if (!error) return;
     fs::copy_file(target, earlier, error);
@@ -57,7 +61,7 @@ void StagedFile::Open(const std::string& targetPath) {
     const std::string hidden = (target.parent_path() / ("." + target.filename().string())).string();
     part_ = hidden + kPartSuffix;
     earlier_ = hidden + kEarlierSuffix;
-    output_.Open(part_);
+    output_.Open(part_, targetPath);
     state_ = State::Writing;
 }
 

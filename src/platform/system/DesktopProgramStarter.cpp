@@ -21,8 +21,10 @@ namespace {
 constexpr std::string_view kOpener = "xdg-open";
 
 [[noreturn]] void Fail(const std::string& program, int error) {
-    throw Error("Impossibile avviare il programma \"" + program + "\": " + std::generic_category().message(error) +
-                ".");
+    const std::string reason = error == ENOENT   ? "programma non trovato"
+                               : error == EACCES ? "accesso negato"
+                                                 : "errore di sistema " + std::to_string(error);
+    throw Error("Impossibile avviare il programma \"" + program + "\": " + reason + ".");
 }
 
 /// Takes the next word off `rest`.
