@@ -5,6 +5,7 @@ target_include_directories(vlm_options INTERFACE ${PROJECT_SOURCE_DIR}/src)
 target_compile_options(vlm_options INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wno-sign-conversion
                                              -Wnon-virtual-dtor -Woverloaded-virtual -Werror
                                              -Wno-restrict -Wno-stringop-overflow) # g++ 12 sees faults in "text" + string
+target_link_options(vlm_options INTERFACE -Wno-stringop-overflow) # seen again when the program is optimised as a whole
 if(VLM_SANITIZE)
   target_compile_options(vlm_options INTERFACE -fsanitize=address,undefined -fno-sanitize-recover=all
                                                -fno-omit-frame-pointer)

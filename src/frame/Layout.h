@@ -2,6 +2,8 @@
 
 #include <array>
 #include <cstddef>
+#include <cstdint>
+#include <cstring>
 #include <string>
 #include <string_view>
 
@@ -80,20 +82,38 @@ public:
         const auto width = static_cast<std::size_t>(place.length);
         if (value.size() > width) value = text::Left(value, width);
         const std::size_t offset = Offset(place);
-        if (!text::IsAscii(value)) MakeRoom(offset, value);
-        char* at = out_.data() + offset;
-        for (const char c : value) *at++ = static_cast<unsigned char>(c) < ' ' ? ' ' : c;
+        if (!IsPlain(value)) return PutUneven(offset, value);
+        value.copy(out_.data() + offset, value.size());
     }
 
 private:
     std::size_t Offset(const FieldPlace& place) const noexcept {
         return static_cast<std::size_t>(place.position) - 1 + extra_;
     }
+    /// ASCII without control characters, as nearly every field is. May say no to a text that is plain.
+    static bool IsPlain(std::string_view value) noexcept {
+        constexpr std::uint64_t kHigh = 0x8080808080808080ULL;
+        constexpr std::uint64_t kBlanks = 0x2020202020202020ULL;
+        const char* at = value.data();
+        std::size_t left = value.size();
+        std::uint64_t bits = 0;
+        for (; left >= 8; left -= 8, at += 8) {
+            std::uint64_t block = 0;
+            std::memcpy(&block, at, 8);
+            bits |= block | (block - kBlanks);  // a byte below the blank borrows into its highest bit
+        }
+        std::uint64_t rest = kBlanks;
+        if (left > 0) std::memcpy(&rest, at, left);
+        bits |= rest | (rest - kBlanks);
+        return (bits & kHigh) == 0;
+    }
     /// What comes behind moves on by the bytes that `value` has beyond its characters.
-    void MakeRoom(std::size_t offset, std::string_view value) {
+    void PutUneven(std::size_t offset, std::string_view value) {
         const std::size_t more = value.size() - text::Length(value);
         out_.insert(offset, more, ' ');
         extra_ += more;
+        char* at = out_.data() + offset;
+        for (const char c : value) *at++ = static_cast<unsigned char>(c) < ' ' ? ' ' : c;
     }
 
     std::string& out_;
