@@ -2,13 +2,15 @@
 
 #include <filesystem>
 #include <memory>
+#include <optional>
 #include <ostream>
 
-#include "export/ASLExport.h"
-#include "frame/Library.h"
 #include "host/DemoClinic.h"
+#include "host/LoadedLibrary.h"
+#include "host/LoggedHelp.h"
 #include "host/ReferenceHostUtility.h"
 #include "platform/Error.h"
+#include "platform/data/ado/ConnectionObject.h"
 #include "platform/data/sqlite/SqliteConnection.h"
 #include "platform/system/SettingsStore.h"
 #include "platform/text/Number.h"
@@ -16,10 +18,6 @@
 #include "platform/ui/console/JsonEventLog.h"
 #include "platform/ui/console/LoggedProgramStarter.h"
 #include "platform/ui/console/TextEventLog.h"
-#include "prescriptions/ASLPanoramico.h"
-#include "projects/ExportProgetti.h"
-#include "regions/puglia/ASLExportPuglia.h"
-#include "regions/sicilia/ASLExportSicilia.h"
 
 namespace vlm::host {
 
@@ -27,57 +25,33 @@ namespace fs = std::filesystem;
 
 namespace {
 
-/// The host's help, told to the log.
-class LoggedHelp : public HelpObject {
-public:
-    explicit LoggedHelp(ui::EventLog& log) : log_(log) {}
-    void SetWindow(std::intptr_t) override {}
-    void ShowContext(std::int32_t context) override { log_.Help(context); }
-
-private:
-    ui::EventLog& log_;
-};
-
-/// The regions that this library knows: every one but Puglia exports as Sicily does.
-std::unique_ptr<IRegionASLExport> MakeRegion(const Library& library, std::int32_t idRegioneTariffario) {
-    if (idRegioneTariffario == kRegionePuglia) return std::make_unique<ASLExportPuglia>(library);
-    return std::make_unique<ASLExportSicilia>(library);
-}
-
 std::string WorkFolder(const HostOptions& options) {
     const fs::path folder =
         options.workFolder.empty() ? fs::temp_directory_path() / "aldra-lavoro" : fs::path(options.workFolder);
     if (options.workFolder.empty()) fs::create_directories(folder);
-    std::string text = folder.string();
+    // A program that is started on a report may stand in another folder.
+    std::string text = fs::absolute(folder).string();
     while (text.size() > 1 && text.back() == '/') text.pop_back();
     return text;
 }
 
 data::ConnectionPtr OpenClinic(const HostOptions& options) {
     return data::SqliteConnection::Connect("Provider=SQLite;Data Source=\"" + options.dataFolder +
-                                        "\";Initial Catalog=Studio" + text::FormatZeros(options.clinic, 4));
+                                           "\";Initial Catalog=Studio" + text::FormatZeros(options.clinic, 4));
 }
 
-/// What the host does with every export component.
-template <class Component>
-void Show(Component&& component, const HostOptions& options, ui::EventLog& log) {
-    component.SetConnection(OpenClinic(options));
-    component.SetCHMObject(std::make_shared<LoggedHelp>(log));
-    component.ShowDialog();
-}
-
-void ShowComponent(const HostOptions& options, Library& library, ui::EventLog& log) {
-    const auto regions = [&library](std::int32_t region) { return MakeRegion(library, region); };
-    if (options.command == "ASLExport") {
-        Show(ASLExport(library, regions), options, log);
-    } else if (options.command == "ASLPanoramico") {
-        Show(ASLPanoramico(library), options, log);
-    } else if (options.command == "ExportProgetti") {
-        Show(ExportProgetti(library), options, log);
-    } else {
+/// What the host does with every export component: makes it, gives it what it needs, shows its dialog.
+void ShowComponent(const HostOptions& options, const Library::Services& services, ui::EventLog& log) {
+    const std::optional<GUID> classId = ClassOf(options.command);
+    if (!classId) {
         throw UsageError("Componente sconosciuto: " + options.command +
                          ". Si può aprire ASLExport, ASLPanoramico o ExportProgetti.");
     }
+    const LoadedLibrary library(services);
+    const com::LateBound component = library.Create(*classId);
+    component.PutRef("Connection", com::Make<data::ado::ConnectionObject>(OpenClinic(options)).Get());
+    component.PutRef("CHMObject", com::Make<LoggedHelp>(log).Get());
+    component.Call("ShowDialog");
 }
 
 int RunComponent(const HostOptions& options, std::ostream& out, std::ostream& err, bool terminal) {
@@ -93,8 +67,12 @@ int RunComponent(const HostOptions& options, std::ostream& out, std::ostream& er
     sys::SystemClock systemClock;
     sys::FixedClock fixedClock(options.today.value_or(Date{}));
     sys::Clock& clock = options.today ? static_cast<sys::Clock&>(fixedClock) : systemClock;
-    Library library({toolkit, utility, settings, clock, programs});
-    ShowComponent(options, library, *log);
+    try {
+        ShowComponent(options, {toolkit, utility, settings, clock, programs}, *log);
+    } catch (const Error&) {
+        // A step that cannot be done comes back as the component's failure; the toolkit knows it better.
+        if (toolkit.Failure() == nullptr) throw;
+    }
     toolkit.ReportUnused(err);
     if (toolkit.Failure() == nullptr) return kDone;
     err << toolkit.Failure()->what() << '\n';

@@ -1,0 +1,67 @@
+#pragma once
+
+#include "platform/automation/ErrorReport.h"
+#include "platform/automation/Object.h"
+#include "server/HelpReference.h"
+#include "server/HostConnection.h"
+#include "server/MemberTables.h"
+#include "server/Module.h"
+#include "server/VlmASLServicesLib.h"
+
+namespace vlm::server {
+
+/// A component as its host sees it: the interface in front of the component itself, which does the work. No exception
+/// comes out of it: a failure is a result code with an error object whose source is the library.
+template <typename Interface, typename... More>
+class Facade : public com::DispatchObject<Interface, ISupportErrorInfo, More...> {
+public:
+    HRESULT STDMETHODCALLTYPE InterfaceSupportsErrorInfo(REFIID iid) override {
+        return com::Same(iid, Interface::kId) ? S_OK : S_FALSE;
+    }
+
+protected:
+    std::span<const com::Member> Members() const noexcept override { return MembersOf<Interface>(); }
+
+    Library& Lib() const noexcept { return Module::Get().Lib(); }
+
+    template <typename Body>
+    static HRESULT Do(Body&& body) noexcept {
+        return com::Guarded(kLibraryName, Interface::kId, std::forward<Body>(body));
+    }
+    template <typename Result, typename Body>
+    static HRESULT Give(Result* result, Body&& body) noexcept {
+        if (result == nullptr) return E_POINTER;
+        *result = Result{};
+        return Do([&] { *result = static_cast<Result>(body()); });
+    }
+    static HRESULT GiveText(BSTR* result, const std::string& text) noexcept {
+        return Give(result, [&] { return com::Bstr(text).Detach(); });
+    }
+    template <typename Body>
+    static HRESULT GiveTruth(VARIANT_BOOL* result, Body&& body) noexcept {
+        return Give(result, [&] { return body() ? VARIANT_TRUE : VARIANT_FALSE; });
+    }
+
+    // The connection and the help object of a component that has them.
+    template <typename Component>
+    static HRESULT GiveConnection(IDispatch** result, const Component& component) noexcept {
+        return Give(result, [&] { return HostConnection::ObjectOf(component.Connection()); });
+    }
+    template <typename Component>
+    static HRESULT TakeConnection(IDispatch* value, Component& component) noexcept {
+        return Do([&] { component.SetConnection(HostConnection::Of(value)); });
+    }
+    template <typename Component>
+    static HRESULT GiveHelp(IDispatch** result, const Component& component) noexcept {
+        return Give(result, [&] { return HelpReference::ObjectOf(component.CHMObject()); });
+    }
+    template <typename Component>
+    static HRESULT TakeHelp(IDispatch* value, Component& component) noexcept {
+        return Do([&] { component.SetCHMObject(HelpReference::Of(value)); });
+    }
+
+private:
+    Module::Alive alive_;
+};
+
+}  // namespace vlm::server

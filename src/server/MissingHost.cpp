@@ -1,0 +1,16 @@
+#include "server/MissingHost.h"
+
+#include "platform/Error.h"
+
+namespace vlm::server {
+
+void MissingHost::Refuse(const char* service) {
+    throw Error(std::string("L'applicazione ospite non ha fornito i suoi servizi (") + service + ").");
+}
+
+ui::Answer MissingHost::Toolkit::Show(const ui::Message& message) {
+    // Nobody sees the message, so its text goes to who called.
+    throw Error(message.text);
+}
+
+}  // namespace vlm::server

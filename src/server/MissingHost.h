@@ -1,0 +1,49 @@
+#pragma once
+
+#include "frame/Library.h"
+
+namespace vlm::server {
+
+/// The services of a host that has given none: every one of them throws Error and says so.
+class MissingHost {
+public:
+    Library::Services Services() noexcept { return {toolkit_, utility_, settings_, clock_, programs_}; }
+
+private:
+    [[noreturn]] static void Refuse(const char* service);
+
+    struct Toolkit final : ui::Toolkit {
+        void ShowModal(ui::Dialog&) override { Refuse("finestre"); }
+        ui::Answer Show(const ui::Message& message) override;
+        std::optional<std::string> ChooseFile(const ui::FileChoice&) override { Refuse("scelta dei file"); }
+        std::optional<std::string> ChooseFolder(const std::string&) override { Refuse("scelta delle cartelle"); }
+        void SetPointer(ui::Pointer) override {}
+    };
+    struct Utility final : HostUtility {
+        std::string WorkFolder() const override { Refuse("cartella di lavoro"); }
+        std::string SqlDate(Date, int) const override { Refuse("date SQL"); }
+        std::string SqlString(std::string_view) const override { Refuse("testi SQL"); }
+    };
+    struct Settings final : sys::SettingsStore {
+        std::string Get(const std::string&, const std::string&, const std::string&, const std::string&) const override {
+            Refuse("impostazioni");
+        }
+        void Save(const std::string&, const std::string&, const std::string&, const std::string&) override {
+            Refuse("impostazioni");
+        }
+    };
+    struct Clock final : sys::Clock {
+        Date Today() const override { Refuse("data di oggi"); }
+    };
+    struct Programs final : sys::ProgramStarter {
+        void Start(const std::string&) override { Refuse("avvio dei programmi"); }
+    };
+
+    Toolkit toolkit_;
+    Utility utility_;
+    Settings settings_;
+    Clock clock_;
+    Programs programs_;
+};
+
+}  // namespace vlm::server

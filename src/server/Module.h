@@ -1,0 +1,41 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+
+#include "frame/Library.h"
+#include "server/MissingHost.h"
+
+namespace vlm::server {
+
+/// What the library is between its loading and its unloading: the one Library, the number of objects alive, the locks.
+class Module {
+public:
+    /// The only one.
+    static Module& Get();
+
+    Library& Lib() noexcept { return *library_; }
+    /// False, and no change, while objects are alive. Null takes the services away.
+    bool SetServices(const Library::Services* services);
+
+    /// Keeps the library loaded for as long as it lives.
+    class Alive {
+    public:
+        Alive() { ++Get().objects_; }
+        Alive(const Alive&) : Alive() {}
+        Alive& operator=(const Alive&) = default;
+        ~Alive() { --Get().objects_; }
+    };
+    void Lock(bool lock) noexcept;
+    bool CanUnload() const noexcept { return objects_ == 0 && locks_ == 0; }
+
+private:
+    Module();
+
+    MissingHost missing_;
+    std::optional<Library> library_;
+    long objects_ = 0;
+    long locks_ = 0;
+};
+
+}  // namespace vlm::server

@@ -1,0 +1,171 @@
+#include "platform/data/ado/HostRecordset.h"
+#include "platform/data/ado/RecordsetObject.h"
+#include "server/ASLImportPatientFacade.h"
+#include "server/ServerFixture.h"
+
+namespace vlm::server {
+namespace {
+
+using com::LateBound;
+using com::Variant;
+using test::Create;
+
+using RecordTest = test::ServerTest;
+
+/// One prescription, as its row set crosses the border.
+com::Ref<IDispatch> Prescription(const std::string& nullColumn = {}) {
+    std::vector<std::pair<std::string, data::Value>> cells = {
+        {"CodiceRegionale", std::string("123")},
+        {"PAZ_CodiceFiscale", std::string("NCLMGR70E41G273K")},
+        {"DataRicetta", Date(40617)},
+        {"CodiceAIC_1", std::string("0239930131")},
+        {"IDPatologia_1", std::int64_t{1}},
+        {"Quantita_1", std::int64_t{1}},
+        {"CodiceAIC_2", std::string("028519015")},
+        {"IDPatologia_2", std::int64_t{2}},
+        {"Quantita_2", std::int64_t{12}},
+        {"IDTipoRichiesta", std::int64_t{3}},
+        {"PrescrivibileSSN", true},
+    };
+    auto rows = std::make_unique<data::MemoryRecordset>();
+    for (const auto& [name, value] : cells) {
+        using data::FieldType;
+        FieldType type = FieldType::Text;
+        if (std::holds_alternative<Date>(value)) type = FieldType::Date;
+        if (std::holds_alternative<std::int64_t>(value)) type = FieldType::Integer;
+        if (std::holds_alternative<bool>(value)) type = FieldType::Boolean;
+        rows->AppendColumn(name, type);
+    }
+    rows->Open();
+    rows->AddNew();
+    for (const auto& [name, value] : cells) {
+        if (name != nullColumn) rows->SetValue(name, value);
+    }
+    rows->Update();
+    return com::Make<data::ado::RecordsetObject>(std::move(rows));
+}
+
+TEST_F(RecordTest, ReadsTheHostsRowAndLooksUpOnItsOwnConnection) {
+    folder.Run("Aldra", "CREATE TABLE Patologia (IDPatologia INT, CodificaCompleta VARCHAR(20))");
+    folder.Run("Aldra", "INSERT INTO Patologia VALUES (1, '25000'), (2, '4019')");
+    const std::string expected = "00123NCLMGR70E41G273K15032011023993013125000S01028519015 4019 S12F4019 25000";
+    for (const bool foreign : {false, true}) {
+        com::Ref<IDispatch> rows = Prescription();
+        if (foreign) rows = com::Make<test::ForeignObject>(rows, world);
+        {
+            const LateBound record(Create(kASLPanoramicoLineClass));
+            const com::Ref<IDispatch> connection = ForeignConnection();
+            record.PutRef("Rs", rows.Get());
+            record.PutRef("Connection", connection.Get());
+            world.asked.clear();
+            EXPECT_EQ(record.Call("ReadData").Get().boolVal, VARIANT_FALSE);
+            EXPECT_EQ(record.Call("GetFormattedLine").Text(), expected);
+            EXPECT_EQ(record.Get("QFarmaco2").Text(), "12");
+            EXPECT_EQ(std::count(world.asked.begin(), world.asked.end(), "MoveNext"), 0);
+            EXPECT_EQ(record.Get("Rs").Object().Get(), rows.Get());
+            EXPECT_EQ(test::ReferencesTo(connection.Get()), 3u);  // ours, the kept one, the one called by
+        }
+        EXPECT_EQ(test::ReferencesTo(rows.Get()), 1u);
+    }
+}
+
+TEST_F(RecordTest, AFailedReadingTellsAndKeepsNothing) {
+    const com::Ref<IDispatch> rows = com::Make<test::ForeignObject>(Prescription("Quantita_1"), world);
+    const LateBound record(Create(kASLPanoramicoLineClass));
+    try {
+        record.Call("ReadData");
+        ADD_FAILURE();
+    } catch (const Error& error) {
+        EXPECT_EQ(static_cast<std::uint32_t>(error.Number()), 0x800A005Bu);  // no object
+    }
+    record.PutRef("Rs", rows.Get());
+    record.PutRef("Connection", nullptr);
+    record.Put("QFarmaco1", Variant("7"));
+    EXPECT_THROW(record.Put("QFarmaco1", Variant(40000.0)), Error);
+    EXPECT_THROW(record.Put("DataRicetta", Variant("31/02/2011")), Error);
+    EXPECT_EQ(record.Get("QFarmaco1").Text(), "7");
+    EXPECT_THROW(record.Call("ReadData"), Error);
+    record.PutRef("Rs", nullptr);
+    EXPECT_EQ(test::ReferencesTo(rows.Get()), 1u);
+}
+
+/// A listener that hears percents, and may leave while it hears.
+class Listener final : public com::Object<IDispatch> {
+public:
+    explicit Listener(int& alive) : alive_(alive) { ++alive_; }
+    std::vector<std::int32_t> heard;
+    std::function<void()> onHeard;
+    HRESULT answer = S_OK;
+
+    HRESULT GetTypeInfoCount(UINT*) override { return E_NOTIMPL; }
+    HRESULT GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
+    HRESULT GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override { return DISP_E_UNKNOWNNAME; }
+    HRESULT Invoke(DISPID id, REFIID, LCID, WORD flags, DISPPARAMS* given, VARIANT*, EXCEPINFO*, UINT*) override {
+        EXPECT_EQ(id, kReadingFileId);
+        EXPECT_EQ(flags, DISPATCH_METHOD);
+        EXPECT_EQ(given->cArgs, 1u);
+        EXPECT_EQ(given->rgvarg[0].vt, VT_I4);
+        heard.push_back(given->rgvarg[0].lVal);
+        if (onHeard) onHeard();
+        return answer;
+    }
+
+private:
+    ~Listener() override { --alive_; }
+    void* Find(const IID& iid) noexcept override {
+        return com::Same(iid, k__ASLImportPatientId) ? static_cast<IDispatch*>(this) : Object::Find(iid);
+    }
+    int& alive_;
+};
+
+TEST(ImportEvents, ReachEveryListenerThatIsThere) {
+    int alive = 0;
+    {
+        const auto component = com::Make<ASLImportPatientFacade>();
+        const auto container = com::Query<IConnectionPointContainer>(component->AsUnknown());
+        com::Ref<IConnectionPoint> point;
+        EXPECT_EQ(container->FindConnectionPoint(kRightsId, point.Receive()), CONNECT_E_NOCONNECTION);
+        ASSERT_EQ(container->FindConnectionPoint(k__ASLImportPatientId, point.Receive()), S_OK);
+        const auto deaf = com::Make<Listener>(alive);
+        const auto leaving = com::Make<Listener>(alive);
+        const auto staying = com::Make<Listener>(alive);
+        deaf->answer = E_FAIL;
+        DWORD cookies[3] = {};
+        EXPECT_EQ(point->Advise(deaf.Get(), &cookies[0]), S_OK);
+        EXPECT_EQ(point->Advise(leaving.Get(), &cookies[1]), S_OK);
+        EXPECT_EQ(point->Advise(staying.Get(), &cookies[2]), S_OK);
+        EXPECT_EQ(point->Advise(point.Get(), &cookies[0]), CONNECT_E_CANNOTCONNECT);
+        cookies[0] = 1;
+        leaving->onHeard = [&] { EXPECT_EQ(point->Unadvise(cookies[1]), S_OK); };
+        component->RaiseReadingFile(0);
+        component->RaiseReadingFile(57);
+        EXPECT_EQ(staying->heard, (std::vector<std::int32_t>{0, 57}));
+        EXPECT_EQ(leaving->heard, (std::vector<std::int32_t>{0}));
+        EXPECT_EQ(point->Unadvise(cookies[1]), CONNECT_E_NOCONNECTION);
+        EXPECT_EQ(test::ReferencesTo(leaving.Get()), 1u);
+        EXPECT_EQ(test::ReferencesTo(staying.Get()), 2u);
+
+        com::Ref<IEnumConnections> connections;
+        ASSERT_EQ(point->EnumConnections(connections.Receive()), S_OK);
+        CONNECTDATA data[3] = {};
+        ULONG fetched = 0;
+        EXPECT_EQ(connections->Next(3, data, &fetched), S_FALSE);
+        ASSERT_EQ(fetched, 2u);
+        EXPECT_EQ(data[1].dwCookie, cookies[2]);
+        for (ULONG i = 0; i < fetched; ++i) data[i].pUnk->Release();
+
+        com::Ref<IEnumConnectionPoints> points;
+        ASSERT_EQ(container->EnumConnectionPoints(points.Receive()), S_OK);
+        com::Ref<IConnectionPoint> again;
+        EXPECT_EQ(points->Next(1, again.Receive(), nullptr), S_OK);
+        EXPECT_EQ(again.Get(), point.Get());
+        EXPECT_EQ(points->Skip(1), S_FALSE);
+        com::Ref<IConnectionPointContainer> owner;
+        EXPECT_EQ(point->GetConnectionPointContainer(owner.Receive()), S_OK);
+        EXPECT_TRUE(com::SameObject(owner.Get(), component->AsUnknown()));
+    }
+    EXPECT_EQ(alive, 0);
+}
+
+}  // namespace
+}  // namespace vlm::server
