@@ -1,10 +1,12 @@
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
 
+#include "frame/FixedText.h"
 #include "frame/Layout.h"
 #include "platform/data/Value.h"
 #include "platform/text/Currency.h"
@@ -48,6 +50,13 @@ public:
     /// text rule is written as plain digits, a text under a number rule is filled with zeros, a text under a date rule
     /// is a date that is written already ("" for none).
     void Place(FixedLine& line, const FieldPlace& place, std::string_view value) const;
+    template <std::size_t Width>
+    void Place(FixedLine& line, const FieldPlace& place, const FixedText<Width>& value) const {
+        if (place.rule != FieldRule::Text || policy_.upperText || !value.IsPlain()) {
+            return Place(line, place, value.View());
+        }
+        value.View().copy(line.Slot(place), std::min(Width, static_cast<std::size_t>(place.length)));
+    }
     void Place(FixedLine& line, const FieldPlace& place, std::int64_t value) const;
     void Place(FixedLine& line, const FieldPlace& place, Currency value) const;
 

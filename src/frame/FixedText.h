@@ -42,6 +42,8 @@ public:
 
     /// All characters of the field.
     std::string_view View() const noexcept { return {bytes_, size_}; }
+    /// ASCII without control characters: a byte for each character of the width.
+    bool IsPlain() const noexcept { return size_ == Width; }
     std::string_view Trimmed() const noexcept { return text::Trim(View()); }
     bool IsEmpty() const noexcept { return Trimmed().empty(); }
 
@@ -49,7 +51,8 @@ private:
     void Assign(std::string_view value) noexcept {
         if (value.size() <= Width && text::IsAscii(value)) {
             std::size_t i = 0;
-            for (; i < value.size(); ++i) bytes_[i] = value[i];
+            // Control characters have no place in a line of a file.
+            for (; i < value.size(); ++i) bytes_[i] = value[i] < ' ' ? ' ' : value[i];
             for (; i < Width; ++i) bytes_[i] = ' ';
             size_ = Width;
             return;

@@ -147,31 +147,31 @@ void ASLLineSicilia::PutPatient(FixedLine& line, const FieldPlace& place, Field 
     const bool named = idConsenso_ == kConsensoNominativo;
     switch (field) {
         case Field::CodiceAzienda:
-            return format_.Place(line, place, codiceAzienda_.View());
+            return format_.Place(line, place, codiceAzienda_);
         case Field::CodiceRegionale:
-            return format_.Place(line, place, codiceRegionale_.View());
+            return format_.Place(line, place, codiceRegionale_);
         case Field::BrancaSpecialistica:
             return format_.Place(line, place, std::int64_t{brancaSpecialistica_});
         case Field::MedicoPrescrittore:
-            return format_.Place(line, place, medicoPrescrittore_.View());
+            return format_.Place(line, place, medicoPrescrittore_);
         case Field::Cognome:
-            return format_.Place(line, place, named ? cognome_.View() : kAnonimo);
+            return named ? format_.Place(line, place, cognome_) : format_.Place(line, place, kAnonimo);
         case Field::Nome:
-            return format_.Place(line, place, named ? nome_.View() : kAnonimo);
+            return named ? format_.Place(line, place, nome_) : format_.Place(line, place, kAnonimo);
         case Field::CodiceFiscale:
-            return format_.Place(line, place, codiceFiscale_.View());
+            return format_.Place(line, place, codiceFiscale_);
         case Field::Sesso:
             return format_.Place(line, place, std::int64_t{sesso_});
         case Field::DataNascita:
-            return format_.Place(line, place, dataNascita_.View());
+            return format_.Place(line, place, dataNascita_);
         case Field::ComuneISTAT:
             return format_.Place(line, place, std::int64_t{comuneISTAT_});
         case Field::ASLResidenza:
-            return format_.Place(line, place, aslResidenza_.View());
+            return format_.Place(line, place, aslResidenza_);
         case Field::DataPrenotazione:
-            return format_.Place(line, place, dataPrenotazione_.View());
+            return format_.Place(line, place, dataPrenotazione_);
         case Field::NumeroRicetta:
-            return format_.Place(line, place, numeroRicetta_.View());
+            return format_.Place(line, place, numeroRicetta_);
         default:
             return;  // spaces
     }
@@ -182,9 +182,9 @@ void ASLLineSicilia::PutService(FixedLine& line, const FieldPlace& place, Field 
         case Field::ProgressivoRicetta:
             return format_.Place(line, place, std::int64_t{progressivoRicetta_});
         case Field::DataConvenzione:
-            return format_.Place(line, place, dataConvenzione_.View());
+            return format_.Place(line, place, dataConvenzione_);
         case Field::CodiceNomenclatore:
-            return format_.Place(line, place, codiceNomenclatore_.View());
+            return format_.Place(line, place, codiceNomenclatore_);
         case Field::CodicePrestazione:
             return format_.Place(line, place, text::Without(codicePrestazione_.View(), '.'));
         case Field::Quantita:
@@ -192,9 +192,9 @@ void ASLLineSicilia::PutService(FixedLine& line, const FieldPlace& place, Field 
         case Field::NessunaQuantita:
             return format_.Place(line, place, std::int64_t{0});
         case Field::PosizioneUtente:
-            return format_.Place(line, place, posizioneUtente_.View());
+            return format_.Place(line, place, posizioneUtente_);
         case Field::Esenzione:
-            return format_.Place(line, place, esenzione_.View());
+            return format_.Place(line, place, esenzione_);
         case Field::NessunTicket:
             return format_.Place(line, place, Currency{});
         case Field::TicketRicetta:
@@ -204,7 +204,7 @@ void ASLLineSicilia::PutService(FixedLine& line, const FieldPlace& place, Field 
         case Field::TotaleNetto:
             return format_.Place(line, place, totaleRicetta_ - ticketRicetta_);
         case Field::PosizioneContabile:
-            return format_.Place(line, place, posizioneContabile_.View());
+            return format_.Place(line, place, posizioneContabile_);
         default:
             return;  // spaces
     }
@@ -217,15 +217,15 @@ void ASLLineSicilia::PutSummary(FixedLine& line, const FieldPlace& place, Field 
             if (!detailed) return format_.Place(line, place, std::int64_t{Anno});
             return format_.Place(line, place, text::Right(dataConvenzione_.View(), 4));
         case Field::NumeroASLStudio:
-            if (!detailed) return format_.Place(line, place, numeroASLStudio_.View());
+            if (!detailed) return format_.Place(line, place, numeroASLStudio_);
             return format_.Place(line, place, text::Right(codiceAzienda_.View(), 3));
         case Field::CodiceStruttura:
             if (!detailed) return format_.Place(line, place, CodiceStruttura);
-            return format_.Place(line, place, codiceRegionale_.View());
+            return format_.Place(line, place, codiceRegionale_);
         case Field::NumeroDocumento:
             return format_.Place(line, place, std::int64_t{numeroDocumento_});
         case Field::DistrettoASLStudio:
-            return format_.Place(line, place, distrettoASLStudio_.View());
+            return format_.Place(line, place, distrettoASLStudio_);
         case Field::CodiceBranca:
             return format_.Place(line, place, CodiceBranca);
         case Field::ImportoLordo:
@@ -239,7 +239,7 @@ void ASLLineSicilia::PutSummary(FixedLine& line, const FieldPlace& place, Field 
         case Field::Trimestre:
             return format_.Place(line, place, std::int64_t{QuarterOfMonth(Mese)});
         case Field::IdentificativoRecord:
-            return format_.Place(line, place, identificativoRecord_.View());
+            return format_.Place(line, place, identificativoRecord_);
         case Field::CognomeENome:
             return format_.Place(line, place, NamesTogether(cognome_.Trimmed(), nome_.Trimmed()));
         case Field::SessoLettera:
