@@ -56,8 +56,12 @@ TEST(FieldFormatTest, ShowsAndReadsBack) {
     EXPECT_EQ(kCommon.DisplayField("1234,5", 5, FieldMode::Amount), "34,50");
     EXPECT_EQ(kCommon.DisplayField("-0,5", 0, FieldMode::Amount), "-0,50");
     EXPECT_EQ(kCommon.DisplayField("x", 3, FieldMode::Text), "");
-    for (const auto& [field, units] : std::vector<std::pair<const char*, std::int64_t>>{
-             {"0001234,50", 12345000}, {"-0012,50", -125000}, {"4567,89", 45678900}, {"       ", 0}, {"x", 0}, {"5", 500}}) {
+    for (const auto& [field, units] : std::vector<std::pair<const char*, std::int64_t>>{{"0001234,50", 12345000},
+                                                                                        {"-0012,50", -125000},
+                                                                                        {"4567,89", 45678900},
+                                                                                        {"       ", 0},
+                                                                                        {"x", 0},
+                                                                                        {"5", 500}}) {
         EXPECT_EQ(kCommon.ParseAmount(field).Units(), units) << field;
     }
     EXPECT_EQ(kPuglia.ParseAmount("0000012500"), Currency::FromDouble(12.5));
