@@ -4,9 +4,9 @@
 #include <memory>
 #include <string>
 
-#include "export/ExportTypes.h"
 #include "export/IRegionASLExport.h"
 #include "export/ServiceSelection.h"
+#include "frame/ExportTypes.h"
 #include "frame/Library.h"
 
 namespace vlm {

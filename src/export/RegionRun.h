@@ -5,7 +5,7 @@
 #include <string_view>
 
 #include "export/ASLExport.h"
-#include "export/ExportTypes.h"
+#include "frame/ExportTypes.h"
 #include "platform/data/Connection.h"
 #include "platform/files/LineWriter.h"
 

@@ -4,7 +4,7 @@
 #include <optional>
 #include <string>
 
-#include "export/ExportTypes.h"
+#include "frame/ExportTypes.h"
 #include "frame/FieldFormat.h"
 #include "platform/data/Recordset.h"
 #include "regions/puglia/PugliaColumns.h"

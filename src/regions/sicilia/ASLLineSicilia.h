@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "export/ExportTypes.h"
+#include "frame/ExportTypes.h"
 #include "frame/FieldFormat.h"
 #include "frame/FixedText.h"
 #include "platform/data/Recordset.h"
