@@ -1,21 +1,10 @@
 #include <gtest/gtest.h>
 
+#include "support/Events.h"
 #include "support/ServiceClinic.h"
 
 namespace vlm::test {
 namespace {
-
-/// One field of the state event of a control.
-std::string StateOf(const HostRun& run, const std::string& control, const std::string& key) {
-    for (const std::string& event : run.Of("state")) {
-        if (event.find("\"name\":\"" + control + "\"") == std::string::npos) continue;
-        const std::size_t at = event.find("\"" + key + "\":");
-        if (at == std::string::npos) return "<no " + key + ">";
-        const std::size_t start = at + key.size() + 3;
-        return event.substr(start, event.find_first_of(",}", start) - start);
-    }
-    return "<no " + control + ">";
-}
 
 std::string SettingsOf(const ServiceClinic& clinic) { return ReadBytes(clinic.settings); }
 
