@@ -16,6 +16,7 @@
 #include "BareLoop.h"
 #include "export/ASLExport.h"
 #include "frame/Library.h"
+#include "frame/MissingComponents.h"
 #include "host/DemoClinic.h"
 #include "host/ReferenceHostUtility.h"
 #include "platform/data/sqlite/SqliteConnection.h"
@@ -63,7 +64,9 @@ bool RunExport(const std::string& folder, bool simulation) {
     NoSettings settings;
     sys::SystemClock clock;
     NoPrograms programs;
-    Library library({toolkit, utility, settings, clock, programs});
+    sys::FixedInstallFolder installFolder;
+    MissingComponents components;
+    Library library({toolkit, utility, settings, clock, programs, installFolder, components});
     ASLExport component(library, [&](std::int32_t) { return std::make_unique<ASLExportSicilia>(library); });
     component.SetConnection(
         data::SqliteConnection::Connect("Provider=SQLite;Data Source=" + folder + ";Initial Catalog=Studio0012"));

@@ -5,6 +5,7 @@
 #include <optional>
 #include <ostream>
 
+#include "frame/MissingComponents.h"
 #include "host/DemoClinic.h"
 #include "host/LoadedLibrary.h"
 #include "host/LoggedHelp.h"
@@ -64,11 +65,13 @@ int RunComponent(const HostOptions& options, std::ostream& out, std::ostream& er
     sys::IniSettingsStore settings(options.settingsFile.empty() ? sys::IniSettingsStore::DefaultPath()
                                                                 : options.settingsFile);
     ui::LoggedProgramStarter programs(*log);
+    sys::FixedInstallFolder installFolder(options.installFolder);
+    MissingComponents components;
     sys::SystemClock systemClock;
     sys::FixedClock fixedClock(options.today.value_or(Date{}));
     sys::Clock& clock = options.today ? static_cast<sys::Clock&>(fixedClock) : systemClock;
     try {
-        ShowComponent(options, {toolkit, utility, settings, clock, programs}, *log);
+        ShowComponent(options, {toolkit, utility, settings, clock, programs, installFolder, components}, *log);
     } catch (const Error&) {
         // A step that cannot be done comes back as the component's failure; the toolkit knows it better.
         if (toolkit.Failure() == nullptr) throw;

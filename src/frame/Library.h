@@ -3,6 +3,7 @@
 #include "frame/HostServices.h"
 #include "platform/data/Connection.h"
 #include "platform/system/Clock.h"
+#include "platform/system/InstallFolder.h"
 #include "platform/system/ProgramStarter.h"
 #include "platform/system/SettingsStore.h"
 #include "platform/ui/Toolkit.h"
@@ -21,6 +22,8 @@ public:
         sys::SettingsStore& settings;
         sys::Clock& clock;
         sys::ProgramStarter& programs;
+        sys::InstallFolder& installFolder;
+        HostComponents& components;
     };
 
     explicit Library(const Services& services) : services_(services) {}
@@ -35,6 +38,8 @@ public:
     sys::SettingsStore& Settings() const noexcept { return services_.settings; }
     sys::Clock& Clock() const noexcept { return services_.clock; }
     sys::ProgramStarter& Programs() const noexcept { return services_.programs; }
+    sys::InstallFolder& InstallFolder() const noexcept { return services_.installFolder; }
+    HostComponents& Components() const noexcept { return services_.components; }
 
 private:
     Services services_;

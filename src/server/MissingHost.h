@@ -1,13 +1,16 @@
 #pragma once
 
 #include "frame/Library.h"
+#include "frame/MissingComponents.h"
 
 namespace vlm::server {
 
 /// The services of a host that has given none: every one of them throws Error and says so.
 class MissingHost {
 public:
-    Library::Services Services() noexcept { return {toolkit_, utility_, settings_, clock_, programs_}; }
+    Library::Services Services() noexcept {
+        return {toolkit_, utility_, settings_, clock_, programs_, installFolder_, components_};
+    }
 
 private:
     [[noreturn]] static void Refuse(const char* service);
@@ -44,6 +47,8 @@ private:
     Settings settings_;
     Clock clock_;
     Programs programs_;
+    sys::FixedInstallFolder installFolder_;
+    MissingComponents components_;
 };
 
 }  // namespace vlm::server

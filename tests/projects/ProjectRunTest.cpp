@@ -88,7 +88,7 @@ TEST(ProjectRunTest, AnEmptiedDateStillFilters) {
     words.push_back("end:");
     ui::ConsoleToolkit toolkit(ui::ConsoleScript(words), events);
     FakeServices services;
-    Library library({toolkit, services.utility, services.settings, services.clock, services.programs});
+    Library library(services.With(toolkit));
     ExportProgetti component(library);
     component.SetConnection(clinic.Connect());
     for (int i = 0; i < 2; ++i) {

@@ -145,7 +145,7 @@ TEST_F(ComponentTest, NoExceptionCrossesTheBorder) {
         std::optional<std::string> ChooseFolder(const std::string&) override { return {}; }
         void SetPointer(ui::Pointer) override {}
     } toolkit;
-    const Library::Services all{toolkit, services.utility, services.settings, services.clock, services.programs};
+    const Library::Services all = services.With(toolkit);
     ASSERT_EQ(VlmSetServices(&all), S_OK);
     const struct {
         std::function<void()> act;
@@ -214,7 +214,7 @@ TEST_F(ComponentTest, AHelpRequestNeverFails) {
         std::optional<std::string> ChooseFolder(const std::string&) override { return {}; }
         void SetPointer(ui::Pointer) override {}
     } toolkit;
-    const Library::Services all{toolkit, services.utility, services.settings, services.clock, services.programs};
+    const Library::Services all = services.With(toolkit);
     ASSERT_EQ(VlmSetServices(&all), S_OK);
     const LateBound component = Late(kASLExportClass);
     component.Call("ShowDialog");

@@ -26,8 +26,7 @@ com::Ref<Interface> Create(const GUID& classId, const GUID& iid = com::kIdOf<Int
 class ServerTest : public ::testing::Test {
 protected:
     ServerTest() {
-        const Library::Services all{services.toolkit, services.utility, services.settings, services.clock,
-                                    services.programs};
+        const Library::Services all = services.With(services.toolkit);
         EXPECT_EQ(VlmSetServices(&all), S_OK);
     }
     ~ServerTest() override {

@@ -4,11 +4,11 @@
 #include <string>
 
 #include "frame/Library.h"
+#include "frame/MissingComponents.h"
 #include "host/ReferenceHostUtility.h"
 
 namespace vlm::test {
 
-/// A library without a person: nothing is shown, choosers are cancelled, settings live in memory.
 struct FakeServices {
     struct Settings : sys::SettingsStore {
         std::map<std::string, std::string> values;
@@ -42,7 +42,13 @@ struct FakeServices {
     Settings settings;
     sys::FixedClock clock{Date(40643)};  // 10/04/2011
     Programs programs;
-    Library library{{toolkit, utility, settings, clock, programs}};
+    sys::FixedInstallFolder installFolder;
+    MissingComponents components;
+    /// These services with another toolkit.
+    Library::Services With(ui::Toolkit& shown) {
+        return {shown, utility, settings, clock, programs, installFolder, components};
+    }
+    Library library{With(toolkit)};
 };
 
 }  // namespace vlm::test

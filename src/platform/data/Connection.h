@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "platform/data/Recordset.h"
+#include "platform/data/UpdatableRecordset.h"
 
 namespace vlm::data {
 
@@ -24,6 +24,9 @@ public:
     virtual RecordsetPtr Open(std::string_view sql) = 0;
     /// Runs a statement without rows; the number of rows it changed.
     virtual std::int64_t Execute(std::string_view sql) = 0;
+
+    /// Opens a "SELECT * FROM Table WHERE ..." over one table whose rows may be changed and added. Never null.
+    virtual UpdatableRecordsetPtr OpenForUpdate(std::string_view sql);
 
     virtual void BeginTransaction() = 0;
     virtual void CommitTransaction() = 0;
