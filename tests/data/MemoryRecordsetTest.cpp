@@ -145,15 +145,68 @@ TEST_F(MemoryRecordsetTest, TheFilterFollowsChanges) {
 TEST_F(MemoryRecordsetTest, CopiesAnotherRowSet) {
     DatabaseFolder folder;
     folder.Run("Studio0012", "CREATE TABLE T (N INT, Nome VARCHAR(20), Giorno DATETIME)");
-    folder.Run("Studio0012", "INSERT INTO T VALUES (1, 'a', '3/31/2011'), ('x', 'b', NULL), (3, 'A', NULL)");
+    folder.Run("Studio0012", "INSERT INTO T VALUES (1, 'a', '3/31/2011'), (2, 'b', NULL), (3, 'A', NULL)");
     const ConnectionPtr connection = folder.Connect();
     const auto copy = MemoryRecordset::CopyOf(*connection->Open("SELECT *, N AS Nome FROM T"));
     EXPECT_EQ(copy->TypeOf(2), FieldType::Date);
-    EXPECT_EQ(RowText(*copy), "1|a|31/03/2011|1;x|b|NULL|x;3|A|NULL|3");
+    EXPECT_EQ(RowText(*copy), "1|a|31/03/2011|1;2|b|NULL|2;3|A|NULL|3");
     copy->SetFilter("Nome = 'a'");
     EXPECT_EQ(RowText(*copy), "1|a|31/03/2011|1;3|A|NULL|3");
     copy->SetFilter("N = 0");
     EXPECT_TRUE(copy->AtEnd());
+    folder.Run("Studio0012", "INSERT INTO T VALUES ('x', 'c', NULL)");
+    EXPECT_EQ(ErrorText([&] { MemoryRecordset::CopyOf(*connection->Open("SELECT * FROM T")); }),
+              "Il valore 'x' della colonna N non è un numero.");
+}
+
+TEST_F(MemoryRecordsetTest, FindsTheFirstRowOfATextWithoutRegardToCase) {
+    for (const char* surname : {"Rossi", "D'ALÒ", "rossi ", "", "d'alò"}) Add(false, std::string(surname), {}, {});
+    Add(true, {}, {}, {});
+    rows.SetFilter("Cognome = 'ROSSI'");
+    EXPECT_EQ(rows.RecordCount(), 2);
+    const auto found = [&](const char* surname) {
+        if (!rows.MoveTo(1, surname)) return rows.AtEnd() ? std::string("none") : std::string("lost");
+        return std::string(rows.TextOf(1));
+    };
+    EXPECT_EQ(found("ROSSI"), "Rossi");
+    EXPECT_EQ(rows.RecordCount(), 6);
+    EXPECT_EQ(found("d'Alò  "), "D'ALÒ");
+    EXPECT_EQ(found(""), "");
+    EXPECT_EQ(found("Verdi"), "none");
+    rows.MoveTo(1, "Rossi");
+    rows.SetValue(1, std::string("Verdi"));
+    rows.Update();
+    EXPECT_EQ(found("rossi"), "rossi ");
+    EXPECT_EQ(found("VERDI"), "Verdi");
+    EXPECT_THROW(rows.MoveTo(3, "1"), Error);
+}
+
+// Rows of one value stand in a circle, and cells in chunks: both must hold over their borders.
+TEST_F(MemoryRecordsetTest, KeepsThousandsOfRowsAndTheirOrder) {
+    constexpr int kRows = 9000;
+    rows.SetFilter("IDPaziente = 7");  // an index that grows with the rows
+    for (int row = 0; row < kRows; ++row) {
+        Add(row % 2 == 0, std::string(row % 1000 == 999 ? 300 : 1, 'x') + std::to_string(row), {},
+            row % 3 == 0 ? Value() : Value(std::int64_t{row % 7}));
+    }
+    rows.AddNew();
+    rows.SetValue("Cognome", std::string("x1"));
+    rows.CancelUpdate();
+    rows.SetFilter("");
+    EXPECT_EQ(rows.RecordCount(), kRows);
+    for (int row = 0; row < kRows; ++row, rows.MoveNext()) {
+        ASSERT_EQ(rows.TextOf(1), std::string(row % 1000 == 999 ? 300 : 1, 'x') + std::to_string(row));
+        ASSERT_EQ(rows.IsNull(3), row % 3 == 0);
+        ASSERT_EQ(rows.IntegerOf(3), row % 3 == 0 ? 0 : row % 7);
+    }
+    rows.SetFilter("IDPaziente = 5");
+    int next = 5;
+    for (; !rows.AtEnd(); rows.MoveNext(), next += 7) {
+        if (next % 3 == 0) next += 7;
+        ASSERT_EQ(rows.TextOf(1), std::string(next % 1000 == 999 ? 300 : 1, 'x') + std::to_string(next));
+    }
+    EXPECT_EQ(rows.RecordCount(), 857);
+    EXPECT_TRUE(rows.MoveTo(1, "X8998"));
 }
 
 }  // namespace

@@ -7,9 +7,6 @@
 
 namespace vlm::data {
 
-MemoryRecordset::MemoryRecordset() = default;
-MemoryRecordset::~MemoryRecordset() = default;
-
 std::unique_ptr<MemoryRecordset> MemoryRecordset::CopyOf(Recordset& source) {
     auto copy = std::make_unique<MemoryRecordset>();
     const int count = source.FieldCount();
@@ -19,11 +16,18 @@ std::unique_ptr<MemoryRecordset> MemoryRecordset::CopyOf(Recordset& source) {
     }
     copy->Open();
     for (; !source.AtEnd(); source.MoveNext()) {
-        std::vector<Value> cells;
-        cells.reserve(static_cast<std::size_t>(count));
-        for (int ordinal = 0; ordinal < count; ++ordinal) cells.push_back(source.ValueOf(ordinal));
-        copy->AppendRow(std::move(cells));
+        copy->AddNew();
+        for (int ordinal = 0; ordinal < count; ++ordinal) {
+            if (source.IsNull(ordinal)) continue;
+            if (copy->columns_[static_cast<std::size_t>(ordinal)].type == FieldType::Text) {
+                copy->SetText(ordinal, source.TextOf(ordinal));
+            } else {
+                copy->SetValue(ordinal, source.ValueOf(ordinal));
+            }
+        }
+        copy->Update();
     }
+    copy->position_ = 0;
     return copy;
 }
 
@@ -36,6 +40,8 @@ void MemoryRecordset::AppendColumn(std::string name, FieldType type, bool nullab
 void MemoryRecordset::Open() {
     if (open_) throw Error("L'insieme di righe è già aperto.");
     if (columns_.empty()) throw Error("L'insieme di righe non ha colonne.");
+    store_ = {};
+    for (const Column& column : columns_) store_.AddColumn(column.type);
     texts_.assign(columns_.size(), {});
     position_ = 0;
     open_ = true;
@@ -43,7 +49,7 @@ void MemoryRecordset::Open() {
 
 void MemoryRecordset::Close() noexcept {
     open_ = false;
-    cells_ = {};
+    store_.Clear();
     rowCount_ = 0;
     filter_.clear();
     conditions_.clear();
@@ -56,33 +62,54 @@ void MemoryRecordset::Close() noexcept {
 void MemoryRecordset::AddNew() {
     RequireOpen();
     Update();
-    edited_.assign(columns_.size(), Value());
+    store_.AppendRow();
     editing_ = Editing::Adding;
 }
 
 void MemoryRecordset::SetValue(int ordinal, const Value& value) {
-    RequireOpen();
-    RequireColumn(ordinal);
-    const Column& column = columns_[static_cast<std::size_t>(ordinal)];
+    const Column& column = ColumnAt(ordinal);
     if (data::IsNull(value) && !column.nullable) throw Error("La colonna " + column.name + " non può essere vuota.");
     Value converted = ConvertTo(column.type, value, column.name);
+    if (editing_ == Editing::Adding) return store_.Set(rowCount_, ordinal, converted);
     if (editing_ == Editing::None) {
         const std::uint32_t row = CurrentRow();
         edited_.clear();
-        for (int each = 0; each < FieldCount(); ++each) edited_.push_back(StoredCell(row, each));
+        for (int each = 0; each < FieldCount(); ++each) edited_.push_back(store_.Get(row, each));
         editing_ = Editing::Changing;
     }
     edited_[static_cast<std::size_t>(ordinal)] = std::move(converted);
 }
 
+bool MemoryRecordset::AddsTo(int ordinal, FieldType type) const {
+    const Column& column = ColumnAt(ordinal);
+    if (column.type != type) throw Error("La colonna " + column.name + " è di un altro tipo.");
+    return editing_ == Editing::Adding;
+}
+
+void MemoryRecordset::SetText(int ordinal, std::string_view value) {
+    if (!AddsTo(ordinal, FieldType::Text)) return SetValue(ordinal, std::string(value));
+    store_.SetText(rowCount_, ordinal, value);
+}
+
+void MemoryRecordset::SetWhole(int ordinal, std::int64_t value) {
+    if (!AddsTo(ordinal, FieldType::BigInt)) return SetValue(ordinal, value);
+    store_.SetWhole(rowCount_, ordinal, value);
+}
+
+void MemoryRecordset::SetBoolean(int ordinal, bool value) {
+    if (!AddsTo(ordinal, FieldType::Boolean)) return SetValue(ordinal, value);
+    store_.SetBoolean(rowCount_, ordinal, value);
+}
+
+void MemoryRecordset::SetDate(int ordinal, Date value) {
+    if (!AddsTo(ordinal, FieldType::Date)) return SetValue(ordinal, value);
+    store_.SetDate(rowCount_, ordinal, value);
+}
+
 void MemoryRecordset::Update() {
     RequireOpen();
     if (editing_ == Editing::None) return;
-    for (std::size_t ordinal = 0; ordinal < columns_.size(); ++ordinal) {
-        if (!columns_[ordinal].nullable && data::IsNull(edited_[ordinal])) {
-            throw Error("La colonna " + columns_[ordinal].name + " non può essere vuota.");
-        }
-    }
+    RequireCells();
     if (editing_ == Editing::Adding) {
         StoreAdded();
     } else {
@@ -90,16 +117,25 @@ void MemoryRecordset::Update() {
     }
 }
 
+void MemoryRecordset::RequireCells() const {
+    for (int ordinal = 0; ordinal < FieldCount(); ++ordinal) {
+        if (!columns_[static_cast<std::size_t>(ordinal)].nullable && IsNull(ordinal)) {
+            throw Error("La colonna " + columns_[static_cast<std::size_t>(ordinal)].name + " non può essere vuota.");
+        }
+    }
+}
+
 void MemoryRecordset::CancelUpdate() {
+    if (editing_ == Editing::Adding) store_.DropLastRow();
     editing_ = Editing::None;
     edited_.clear();
 }
 
 void MemoryRecordset::StoreAdded() {
-    AppendRow(std::move(edited_));
-    CancelUpdate();
+    const std::uint32_t row = rowCount_++;
+    editing_ = Editing::None;
+    for (auto& [ordinal, index] : indexes_) index.Add(row);
     position_ = RecordCount();
-    const std::uint32_t row = rowCount_ - 1;
     if (conditions_.empty()) {
         --position_;
     } else if (Meets(row)) {
@@ -108,21 +144,14 @@ void MemoryRecordset::StoreAdded() {
 }
 
 void MemoryRecordset::StoreChanged() {
-    const std::size_t start = std::size_t{CurrentRow()} * columns_.size();
-    for (std::size_t ordinal = 0; ordinal < columns_.size(); ++ordinal) {
-        Value& stored = cells_[start + ordinal];
-        if (stored == edited_[ordinal]) continue;
-        indexes_.erase(static_cast<int>(ordinal));
-        stored = std::move(edited_[ordinal]);
+    const std::uint32_t row = CurrentRow();
+    for (int ordinal = 0; ordinal < FieldCount(); ++ordinal) {
+        const Value& changed = edited_[static_cast<std::size_t>(ordinal)];
+        if (store_.Get(row, ordinal) == changed) continue;
+        indexes_.erase(ordinal);
+        store_.Set(row, ordinal, changed);
     }
     CancelUpdate();
-}
-
-void MemoryRecordset::AppendRow(std::vector<Value> cells) {
-    if (rowCount_ == RowIndex::kNone) throw OverflowError("L'insieme di righe è pieno.");
-    for (auto& [ordinal, index] : indexes_) index.Add(rowCount_, HashCell(cells[static_cast<std::size_t>(ordinal)]));
-    std::move(cells.begin(), cells.end(), std::back_inserter(cells_));
-    ++rowCount_;
 }
 
 void MemoryRecordset::SetFilter(std::string_view filter) {
@@ -135,24 +164,33 @@ void MemoryRecordset::SetFilter(std::string_view filter) {
     position_ = 0;
     if (conditions_.empty()) return;
     const RowCondition& first = conditions_.front();
-    const RowIndex& index = IndexOver(first.ordinal);
-    for (std::uint32_t row = index.First(HashCell(first.value)); row != RowIndex::kNone; row = index.Next(row)) {
+    IndexOver(first.ordinal).ForEach(first.value, [this](std::uint32_t row) {
         if (Meets(row)) shown_.push_back(row);
-    }
+    });
+}
+
+bool MemoryRecordset::MoveTo(int ordinal, std::string_view value) {
+    if (ColumnAt(ordinal).type != FieldType::Text)
+        throw Error("La colonna " + ColumnAt(ordinal).name + " non ha testi.");
+    Update();
+    filter_.clear();
+    conditions_.clear();
+    shown_.clear();
+    const std::uint32_t row = IndexOver(ordinal).FirstText(value);
+    position_ = std::min(row, rowCount_);
+    return row != RowIndex::kNone;
 }
 
 bool MemoryRecordset::Meets(std::uint32_t row) const {
     return std::all_of(conditions_.begin(), conditions_.end(), [&](const RowCondition& condition) {
-        return CellEquals(StoredCell(row, condition.ordinal), condition.value);
+        return CellEquals(store_.Get(row, condition.ordinal), condition.value);
     });
 }
 
-const RowIndex& MemoryRecordset::IndexOver(int ordinal) {
+RowIndex& MemoryRecordset::IndexOver(int ordinal) {
     const auto found = indexes_.find(ordinal);
     if (found != indexes_.end()) return found->second;
-    RowIndex index;
-    for (std::uint32_t row = 0; row < rowCount_; ++row) index.Add(row, HashCell(StoredCell(row, ordinal)));
-    return indexes_.emplace(ordinal, std::move(index)).first->second;
+    return indexes_.try_emplace(ordinal, store_, ordinal, TypeOf(ordinal), rowCount_).first->second;
 }
 
 std::int64_t MemoryRecordset::RecordCount() const {
@@ -187,6 +225,12 @@ void MemoryRecordset::RequireOpen() const {
     if (!open_) throw Error("L'insieme di righe non è aperto.");
 }
 
+const MemoryRecordset::Column& MemoryRecordset::ColumnAt(int ordinal) const {
+    RequireOpen();
+    RequireColumn(ordinal);
+    return columns_[static_cast<std::size_t>(ordinal)];
+}
+
 void MemoryRecordset::RequireColumn(int ordinal) const {
     if (ordinal < 0 || ordinal >= FieldCount()) {
         throw Error("La colonna numero " + std::to_string(ordinal) + " non esiste nelle righe lette.");
@@ -199,14 +243,10 @@ std::uint32_t MemoryRecordset::CurrentRow() const {
     return conditions_.empty() ? static_cast<std::uint32_t>(position_) : shown_[static_cast<std::size_t>(position_)];
 }
 
-const Value& MemoryRecordset::StoredCell(std::uint32_t row, int ordinal) const {
-    return cells_[std::size_t{row} * columns_.size() + static_cast<std::size_t>(ordinal)];
-}
-
-const Value& MemoryRecordset::Cell(int ordinal) const {
+Value MemoryRecordset::Cell(int ordinal) const {
     RequireColumn(ordinal);
-    if (editing_ != Editing::None) return edited_[static_cast<std::size_t>(ordinal)];
-    return StoredCell(CurrentRow(), ordinal);
+    if (editing_ == Editing::Changing) return edited_[static_cast<std::size_t>(ordinal)];
+    return store_.Get(RowInHand(), ordinal);
 }
 
 std::string_view MemoryRecordset::FieldName(int ordinal) const {
@@ -219,12 +259,20 @@ FieldType MemoryRecordset::TypeOf(int ordinal) const {
     return columns_[static_cast<std::size_t>(ordinal)].type;
 }
 
-bool MemoryRecordset::IsNull(int ordinal) const { return data::IsNull(Cell(ordinal)); }
+bool MemoryRecordset::IsNull(int ordinal) const {
+    RequireColumn(ordinal);
+    if (editing_ == Editing::Changing) return data::IsNull(edited_[static_cast<std::size_t>(ordinal)]);
+    return store_.IsNull(RowInHand(), ordinal);
+}
 
 std::string_view MemoryRecordset::TextOf(int ordinal) const {
-    const Value& cell = Cell(ordinal);
-    if (const auto* content = std::get_if<std::string>(&cell)) return *content;
-    return texts_[static_cast<std::size_t>(ordinal)] = data::TextOf(cell);
+    RequireColumn(ordinal);
+    if (columns_[static_cast<std::size_t>(ordinal)].type != FieldType::Text) {
+        return texts_[static_cast<std::size_t>(ordinal)] = data::TextOf(Cell(ordinal));
+    }
+    if (editing_ != Editing::Changing) return store_.TextAt(RowInHand(), ordinal);
+    const auto* content = std::get_if<std::string>(&edited_[static_cast<std::size_t>(ordinal)]);
+    return content == nullptr ? std::string_view() : *content;
 }
 
 double MemoryRecordset::NumberOf(int ordinal) const { return data::NumberOf(Cell(ordinal)); }

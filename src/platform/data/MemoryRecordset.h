@@ -10,6 +10,7 @@
 #include "platform/data/Recordset.h"
 #include "platform/data/RowFilter.h"
 #include "platform/data/RowIndex.h"
+#include "platform/data/RowStore.h"
 
 namespace vlm::data {
 
@@ -19,8 +20,9 @@ namespace vlm::data {
 /// filtering and adding the next row store it as Update does; closing drops it.
 class MemoryRecordset final : public Recordset {
 public:
-    MemoryRecordset();
-    ~MemoryRecordset() override;
+    MemoryRecordset() = default;
+    MemoryRecordset(const MemoryRecordset&) = delete;
+    MemoryRecordset& operator=(const MemoryRecordset&) = delete;
 
     /// All the rows of `source` from its current one on; `source` then stands at its end. Every column may be Null.
     static std::unique_ptr<MemoryRecordset> CopyOf(Recordset& source);
@@ -34,6 +36,11 @@ public:
     /// OverflowError when it cannot be, Error for Null in a column that does not take it.
     void SetValue(int ordinal, const Value& value);
     void SetValue(std::string_view name, const Value& value) { SetValue(Ordinal(name), value); }
+    /// The same for a cell of just that kind of column, without a Value on the way; Error for another kind.
+    void SetText(int ordinal, std::string_view value);
+    void SetWhole(int ordinal, std::int64_t value);
+    void SetBoolean(int ordinal, bool value);
+    void SetDate(int ordinal, Date value);
     /// Throws Error, keeping the row in hand, when a column that does not take Null has no value.
     void Update();
     void CancelUpdate();
@@ -44,6 +51,9 @@ public:
     void SetFilter(std::string_view filter);
     const std::string& Filter() const { return filter_; }
 
+    /// Stands on the first row, among all of them, whose text in that column is the value: a filter on it without its
+    /// text. False, standing at the end, when there is none. Takes a filter away.
+    bool MoveTo(int ordinal, std::string_view value);
     /// Rows that the filter shows.
     std::int64_t RecordCount() const;
     bool AtStart() const { return position_ < 0; }
@@ -77,21 +87,24 @@ private:
 
     void RequireOpen() const;
     void RequireColumn(int ordinal) const;
-    const Value& Cell(int ordinal) const;
-    const Value& StoredCell(std::uint32_t row, int ordinal) const;
+    const Column& ColumnAt(int ordinal) const;
+    /// The cell of an added row that may be set where it is; false for any other row.
+    bool AddsTo(int ordinal, FieldType type) const;
+    Value Cell(int ordinal) const;
     std::uint32_t CurrentRow() const;
-    std::uint32_t RowCount() const { return rowCount_; }
+    /// Where the cells of the row in hand are, unless it is being changed.
+    std::uint32_t RowInHand() const { return editing_ == Editing::Adding ? rowCount_ : CurrentRow(); }
     bool HasRow() const;
 
+    void RequireCells() const;
     void StoreAdded();
     void StoreChanged();
-    void AppendRow(std::vector<Value> cells);
     bool Meets(std::uint32_t row) const;
-    const RowIndex& IndexOver(int ordinal);
+    RowIndex& IndexOver(int ordinal);
 
     std::vector<Column> columns_;
-    std::vector<Value> cells_;  // row after row
-    std::uint32_t rowCount_ = 0;
+    RowStore store_;
+    std::uint32_t rowCount_ = 0;  // a row that is being added stands behind these
     bool open_ = false;
     std::int64_t position_ = 0;  // among the shown rows; -1 before the first
 
@@ -101,7 +114,7 @@ private:
     std::map<int, RowIndex> indexes_;   // by ordinal
 
     Editing editing_ = Editing::None;
-    std::vector<Value> edited_;
+    std::vector<Value> edited_;               // the whole row while it is changed
     mutable std::vector<std::string> texts_;  // what TextOf of a cell that is no text hands out, by ordinal
 };
 

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <string_view>
+#include <vector>
+
+namespace vlm::data {
+
+/// Texts side by side in pages, each known by a number of 32 bits: one byte of overhead for a short text, and no
+/// allocation of its own. Texts stay where they are until Clear.
+class TextPool {
+public:
+    /// OverflowError beyond 4 GiB of text.
+    std::uint32_t Add(std::string_view value);
+    std::string_view At(std::uint32_t number) const noexcept;
+    void Clear() noexcept;
+
+private:
+    static constexpr unsigned kPageBits = 16;
+    static constexpr std::size_t kPageSize = std::size_t{1} << kPageBits;
+
+    /// Room for `size` bytes in one piece; where it starts, as a number.
+    std::uint32_t Reserve(std::size_t size);
+    char* Place(std::uint32_t number) const noexcept {
+        return pages_[number >> kPageBits] + (number & (kPageSize - 1));
+    }
+
+    std::vector<std::unique_ptr<char[]>> blocks_;
+    std::vector<char*> pages_;  // a block of several pages stands here with each of them
+    std::size_t used_ = 0;      // of all pages
+};
+
+}  // namespace vlm::data
