@@ -15,20 +15,25 @@ std::unique_ptr<MemoryRecordset> MemoryRecordset::CopyOf(Recordset& source) {
         copy->columns_.push_back({std::string(source.FieldName(ordinal)), source.TypeOf(ordinal), true});
     }
     copy->Open();
+    copy->Append(source);
+    return copy;
+}
+
+void MemoryRecordset::Append(Recordset& source) {
+    RequireOpen();
     for (; !source.AtEnd(); source.MoveNext()) {
-        copy->AddNew();
-        for (int ordinal = 0; ordinal < count; ++ordinal) {
+        AddNew();
+        for (int ordinal = 0; ordinal < FieldCount(); ++ordinal) {
             if (source.IsNull(ordinal)) continue;
-            if (copy->columns_[static_cast<std::size_t>(ordinal)].type == FieldType::Text) {
-                copy->SetText(ordinal, source.TextOf(ordinal));
+            if (columns_[static_cast<std::size_t>(ordinal)].type == FieldType::Text) {
+                SetText(ordinal, source.TextOf(ordinal));
             } else {
-                copy->SetValue(ordinal, source.ValueOf(ordinal));
+                SetValue(ordinal, source.ValueOf(ordinal));
             }
         }
-        copy->Update();
+        Update();
     }
-    copy->position_ = 0;
-    return copy;
+    position_ = 0;
 }
 
 void MemoryRecordset::AppendColumn(std::string name, FieldType type, bool nullable) {
@@ -191,6 +196,12 @@ RowIndex& MemoryRecordset::IndexOver(int ordinal) {
     const auto found = indexes_.find(ordinal);
     if (found != indexes_.end()) return found->second;
     return indexes_.try_emplace(ordinal, store_, ordinal, TypeOf(ordinal), rowCount_).first->second;
+}
+
+bool MemoryRecordset::Repeats(int ordinal) {
+    RequireOpen();
+    RequireColumn(ordinal);
+    return IndexOver(ordinal).Repeats();
 }
 
 std::int64_t MemoryRecordset::RecordCount() const {

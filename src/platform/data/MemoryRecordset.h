@@ -27,6 +27,9 @@ public:
     /// All the rows of `source` from its current one on; `source` then stands at its end. Every column may be Null.
     static std::unique_ptr<MemoryRecordset> CopyOf(Recordset& source);
 
+    /// Adds the rows of `source`, whose columns must be as many and of the same types, in the same way.
+    void Append(Recordset& source);
+
     /// Throws Error when the row set is open or has a column of that name.
     void AppendColumn(std::string name, FieldType type, bool nullable = true);
     void Open();
@@ -54,6 +57,9 @@ public:
     /// Stands on the first row, among all of them, whose text in that column is the value: a filter on it without its
     /// text. False, standing at the end, when there is none. Takes a filter away.
     bool MoveTo(int ordinal, std::string_view value);
+    /// Whether several rows have one value in that column.
+    bool Repeats(int ordinal);
+
     /// Rows that the filter shows.
     std::int64_t RecordCount() const;
     bool AtStart() const { return position_ < 0; }

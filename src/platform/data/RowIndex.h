@@ -23,6 +23,8 @@ public:
     void Add(std::uint32_t row);
     /// The first row that holds the text; for a column of texts. kNone when there is none.
     std::uint32_t FirstText(std::string_view value) const;
+    /// Whether a value stands in several rows.
+    bool Repeats() const noexcept { return !next_.empty(); }
     /// Calls `take` with each row that holds the value.
     template <typename Take>
     void ForEach(const Value& value, Take&& take) const {

@@ -1,11 +1,13 @@
 #include "platform/files/LineReader.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <sys/types.h>
 
 #include "platform/Error.h"
 #include "platform/files/Paths.h"
 #include "platform/text/CodePage1252.h"
+#include "platform/text/Utf8.h"
 
 namespace vlm::files {
 
@@ -54,14 +56,27 @@ std::string_view LineReader::ReadLine() {
     const bool whole = end != std::string::npos;
     std::string_view raw(buffer_.data() + at_, (whole ? end : buffer_.size()) - at_);
     at_ = whole ? end + 1 : buffer_.size();
-    if (!raw.empty() && raw.back() == '\r') raw.remove_suffix(1);
+    const bool carriageReturn = !raw.empty() && raw.back() == '\r';
+    carriageReturn_ = whole && carriageReturn;
+    if (carriageReturn) raw.remove_suffix(1);
+    // Most lines are the same in every encoding: they are handed out where they stand.
+    if (utf8_ || text::IsAscii(raw)) return raw;
     line_.clear();
-    if (utf8_) {
-        line_ = raw;
-    } else {
-        text::AppendFromAnsi(raw, line_);
-    }
+    text::AppendFromAnsi(raw, line_);
     return line_;
+}
+
+std::uint64_t LineReader::CountLineFeeds() {
+    const std::uint64_t here = Offset();
+    std::uint64_t count = 0;
+    MoveTo(0);
+    do {
+        count += static_cast<std::uint64_t>(
+            std::count(buffer_.begin() + static_cast<std::ptrdiff_t>(at_), buffer_.end(), '\n'));
+        at_ = buffer_.size();
+    } while (Fill());
+    MoveTo(here);
+    return count;
 }
 
 void LineReader::MoveTo(std::uint64_t offset) {

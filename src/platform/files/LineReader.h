@@ -21,6 +21,11 @@ public:
     bool AtEnd();
     /// The next line, valid until the next call. Call only when not AtEnd.
     std::string_view ReadLine();
+    /// Whether the line just read ended at a carriage return and line feed; false for a line feed alone and for a last
+    /// line without an end.
+    bool EndedWithCarriageReturn() const noexcept { return carriageReturn_; }
+    /// Line feeds in the whole file, whatever was read so far.
+    std::uint64_t CountLineFeeds();
 
     /// Where the next line starts, in bytes from the file's start: what MoveTo takes to come back to it.
     std::uint64_t Offset() const noexcept { return start_ + at_; }
@@ -44,6 +49,7 @@ private:
     std::uint64_t start_ = 0;  // where the buffer's first byte stands in the file
     std::size_t at_ = 0;       // start of what is not handed out yet
     std::string line_;
+    bool carriageReturn_ = false;
 };
 
 }  // namespace vlm::files

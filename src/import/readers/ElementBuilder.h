@@ -1,0 +1,42 @@
+#pragma once
+
+#include "import/readers/ReadContext.h"
+#include "import/readers/SourceFormat.h"
+
+namespace vlm {
+
+/// Turns what the rows of a source say into elements: cells by their rules, the comune found, the patient matched with
+/// the archive, selected when the archive does not have it.
+class ElementBuilder {
+public:
+    ElementBuilder(const SourceFormat& format, ReadContext& context, ElementList& elements)
+        : format_(format), context_(context), elements_(elements) {}
+
+    /// `line` of the source, from 1. A row that the format leaves out adds nothing.
+    void Add(const RawElement& raw, std::uint64_t line);
+
+private:
+    std::int32_t Match(const RawElement& raw);
+    void SetCell(const SourceColumn& column, std::string_view value);
+    void SetText(const SourceColumn& column, std::string_view value);
+    void SetDate(const SourceColumn& column, std::string_view value);
+    void SetComune();
+    void SetComuneByIstat(std::string_view code);
+    void Find(Findings::Kind kind, ElementColumn column, std::string_view value) {
+        context_.findings.Add(line_, kind, column, value);
+    }
+
+    const SourceFormat& format_;
+    ReadContext& context_;
+    ElementList& elements_;
+    std::uint64_t line_ = 0;
+    std::string changed_;  // a cell's text that is not the source's own
+};
+
+/// The words of a text parted by single blanks; "" when there are fewer than two.
+std::string JoinWords(std::string_view value);
+/// yyyymmdd and ddmmyyyy as dd/mm/yyyy; "" for a text of another length.
+std::string DateFromYmd(std::string_view value);
+std::string DateFromDmy(std::string_view value);
+
+}  // namespace vlm

@@ -1,0 +1,84 @@
+#include "import/readers/ImportTemplate.h"
+
+#include <array>
+
+#include "platform/Error.h"
+#include "platform/files/LineReader.h"
+#include "platform/text/Utf8.h"
+
+namespace vlm {
+
+namespace {
+
+constexpr std::string_view kFileTypeMark = "[FILETYPE]";
+
+bool HoldsFileType(std::string_view line) { return text::ToUpper(line).find(kFileTypeMark) != std::string::npos; }
+
+/// The mark is taken out as it is written in capitals only: a type line in small letters gives no known type.
+std::string FileTypeOf(std::string_view line) {
+    std::string rest(line);
+    for (std::size_t at = rest.find(kFileTypeMark); at != std::string::npos; at = rest.find(kFileTypeMark, at)) {
+        rest.erase(at, kFileTypeMark.size());
+    }
+    return std::string(text::Trim(text::Without(rest, '=')));
+}
+
+/// Where day, month and year stand in a source's text, in characters from 1. A length of 0 goes on to the end.
+struct DateLayout {
+    std::string_view name;
+    struct Slice {
+        std::size_t position, length;
+    } day, month, year;
+};
+
+constexpr std::array<DateLayout, 6> kDateLayouts = {{
+    {"GGMMAA", {1, 2}, {3, 2}, {5, 0}},
+    {"GGMMAAAA", {1, 2}, {3, 2}, {5, 0}},
+    {"MMGGAA", {3, 2}, {1, 2}, {5, 0}},
+    {"MMGGAAAA", {3, 2}, {1, 2}, {5, 0}},
+    {"AAMMGG", {5, 2}, {3, 2}, {1, 2}},
+    {"AAAAMMGG", {7, 2}, {5, 2}, {1, 4}},
+}};
+
+std::string_view Cut(std::string_view value, DateLayout::Slice slice) {
+    return text::Mid(value, slice.position, slice.length == 0 ? std::string_view::npos : slice.length);
+}
+
+}  // namespace
+
+ImportTemplate ImportTemplate::Load(const std::string& path) {
+    ImportTemplate loaded;
+    files::LineReader reader(path);
+    while (!reader.AtEnd()) loaded.TakeLine(reader.ReadLine());
+    return loaded;
+}
+
+void ImportTemplate::TakeLine(std::string_view line) {
+    if (HoldsFileType(line)) fileType_ = FileTypeOf(line);
+    const std::size_t equals = line.find('=');
+    if (line.empty() || line.front() != '[' || equals == std::string_view::npos) return;
+    const std::string_view value = text::Trim(line.substr(equals + 1));
+    if (value.empty()) return;
+    const std::string key = text::Without(text::Without(text::Trim(line.substr(0, equals)), '['), ']');
+    if (!values_.emplace(text::ToLower(key), value).second) {
+        throw Error("La chiave " + key + " del modello è indicata più di una volta.");
+    }
+}
+
+const std::string& ImportTemplate::GetTemplateValue(std::string_view key) const {
+    static const std::string kNone;
+    const auto found = values_.find(text::ToLower(key));
+    return found == values_.end() ? kNone : found->second;
+}
+
+std::string ConvertTemplateDate(std::string_view value, std::string_view dateFormat) {
+    for (const DateLayout& layout : kDateLayouts) {
+        if (layout.name != dateFormat) continue;
+        std::string date(Cut(value, layout.day));
+        date.append("/").append(Cut(value, layout.month)).append("/").append(Cut(value, layout.year));
+        return date;
+    }
+    return std::string(value);
+}
+
+}  // namespace vlm

@@ -1,0 +1,64 @@
+#include "import/readers/TextRows.h"
+
+#include <algorithm>
+
+#include "platform/text/Number.h"
+#include "platform/text/Utf8.h"
+
+namespace vlm {
+
+TextRows::TextRows(const SourceFormat& format, const std::string& path) : format_(format), reader_(path) {
+    if (format.delimiter.empty()) return;
+    int wanted = std::max(format.minimumFields, 1);
+    for (const SourceColumn& column : format.columns) wanted = std::max(wanted, column.place);
+    wantedFields_ = static_cast<std::size_t>(wanted);
+}
+
+bool TextRows::NextLine() {
+    if (reader_.AtEnd()) return false;
+    line_ = reader_.ReadLine();
+    ++number_;
+    return true;
+}
+
+bool TextRows::EndsSourceLine() { return reader_.EndedWithCarriageReturn() || reader_.AtEnd(); }
+
+bool TextRows::IsRow() {
+    if (number_ <= format_.headingLines) return false;
+    if ((format_.skipsBlankLines || format_.needsFiscalCode) && text::Trim(line_).empty()) return false;
+    if (format_.delimiter.empty()) {
+        CutFixed();
+    } else if (!CutFields()) {
+        return false;
+    }
+    if (format_.adapt != nullptr) format_.adapt(line_, raw_, scratch_);
+    return true;
+}
+
+void TextRows::CutFixed() {
+    for (const SourceColumn& column : format_.columns) {
+        raw_[column.column] = column.place == 0 ? std::string_view()
+                                                : text::Trim(text::Mid(line_, static_cast<std::size_t>(column.place),
+                                                                       static_cast<std::size_t>(column.length)));
+    }
+}
+
+/// Fields beyond those that the format speaks of are not cut. Quotes are part of a field's text.
+bool TextRows::CutFields() {
+    fields_.clear();
+    std::string_view rest = line_;
+    for (std::size_t end = 0; fields_.size() < wantedFields_ && end != std::string_view::npos;) {
+        end = rest.find(format_.delimiter);
+        fields_.push_back(text::Trim(rest.substr(0, end)));
+        if (end != std::string_view::npos) rest.remove_prefix(end + format_.delimiter.size());
+    }
+    if (fields_.size() < static_cast<std::size_t>(format_.minimumFields)) return false;
+    if (format_.numberInFront && !text::ParseNumber(fields_.front())) return false;
+    for (const SourceColumn& column : format_.columns) {
+        const auto field = static_cast<std::size_t>(column.place);
+        raw_[column.column] = field == 0 || field > fields_.size() ? std::string_view() : fields_[field - 1];
+    }
+    return true;
+}
+
+}  // namespace vlm
