@@ -20,6 +20,7 @@ public:
     std::string InitialCatalog() const override { return inner_->InitialCatalog(); }
     data::RecordsetPtr Open(std::string_view sql) override { return inner_->Open(sql); }
     std::int64_t Execute(std::string_view sql) override { return inner_->Execute(sql); }
+    data::UpdatableRecordsetPtr OpenForUpdate(std::string_view sql) override { return inner_->OpenForUpdate(sql); }
     void BeginTransaction() override { inner_->BeginTransaction(); }
     void CommitTransaction() override { inner_->CommitTransaction(); }
     void RollbackTransaction() override { inner_->RollbackTransaction(); }

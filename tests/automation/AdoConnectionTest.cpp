@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "automation/ForeignObject.h"
+#include "automation/OpenableRows.h"
 #include "data/ConnectionContract.h"
 #include "data/DatabaseFolder.h"
 #include "data/RowText.h"
@@ -19,6 +20,7 @@ using ado::HostRecordset;
 using ado::RecordsetObject;
 using test::Foreign;
 using test::ForeignObject;
+using test::OpenableRows;
 
 /// Our databases seen through somebody else's connection.
 class ForeignDatabases final : public ConnectionFixture {
@@ -28,8 +30,12 @@ public:
 
     void Run(const std::string& database, const std::string& sql) override { folder_.Run(database, sql); }
     ConnectionPtr Connect() override {
-        return ado::ConnectionOf(
-            com::Make<ForeignObject>(com::Make<ConnectionObject>(folder_.Connect()), world_).Get());
+        ConnectionPtr native = folder_.Connect();
+        const auto newRows = [native, &world = world_] {
+            return com::LateBound(com::Make<ForeignObject>(com::Make<OpenableRows>(native), world));
+        };
+        return std::make_shared<AdoConnection>(
+            com::Make<ForeignObject>(com::Make<ConnectionObject>(std::move(native)), world_), newRows);
     }
 
 private:
@@ -123,6 +129,12 @@ TEST_F(AdoConnectionTest, ErrorsKeepWhatTheProviderSays) {
         EXPECT_EQ(ErrorText([&] { connection.BeginTransaction(); }), "tipo");
     }
     EXPECT_EQ(world.alive, 0);
+}
+
+TEST_F(AdoConnectionTest, WhereTheMachineHasNoRowSetsNoneIsChanged) {
+    const ConnectionPtr connection = ado::ConnectionOf(Object().Get());
+    EXPECT_NE(ErrorText([&] { connection->OpenForUpdate("SELECT * FROM Riga"); }), "");
+    EXPECT_EQ(RowText(*connection, "SELECT COUNT(*) FROM Riga"), "2");
 }
 
 TEST_F(AdoConnectionTest, OnlyAConnectionIsAConnection) {

@@ -162,6 +162,112 @@ TEST_P(ConnectionContract, RowsMayBeChangedWhileOthersAreRead) {
     EXPECT_EQ(RowText(*rows), "1;2;3;4");
 }
 
+TEST_P(ConnectionContract, WritesTheRowsThatItChanges) {
+    const UpdatableRecordsetPtr rows =
+        connection->OpenForUpdate("SELECT * FROM Visita WHERE Paziente = 'ROSSI' ORDER BY IDVisita DESC");
+    EXPECT_EQ(rows->FieldCount(), 9);
+    EXPECT_EQ(rows->TypeOf(3), FieldType::Currency);
+    EXPECT_EQ(rows->TextOf(2), "31/03/2011 08:30:00");
+    EXPECT_THROW(rows->TextOf(9), Error);
+    rows->SetValue("PAZIENTE", std::string("Nicolò 'D''Alò'"));
+    rows->SetValue("Giorno", *Date::FromCivil({2011, 4, 5, 18, 30, 0}));
+    rows->SetValue("Importo", std::string("-1.234,5678"));
+    rows->SetValue("Peso", 0.5);
+    rows->SetValue("Fatta", std::int64_t{1});
+    rows->SetValue("Piano", Value());
+    const char* const all = "SELECT * FROM Visita WHERE IDVisita = 2";
+    EXPECT_EQ(RowText(*connection, all), "2|rossi|31/03/2011 08:30:00|100|2|False|2|12|2");
+    rows->Update();
+    const char* const changed = "2|Nicolò 'D''Alò'|05/04/2011 18:30:00|-1234,5678|0,5|True|NULL|12|2";
+    EXPECT_EQ(RowText(*connection, all), changed);
+    EXPECT_EQ(rows->TextOf(1), "Nicolò 'D''Alò'");
+
+    rows->SetValue("Paziente", std::string("mai"));
+    rows->MoveNext();
+    rows->Update();
+    EXPECT_EQ(rows->IntegerOf(0), 1);
+    rows->SetValue("Giorno", *Date::FromYmd(2012, 2, 29));
+    rows->Update();
+    rows->SetValue("Paziente", std::string("mai"));
+    rows->CancelUpdate();
+    rows->Update();
+    rows->MoveNext();
+    EXPECT_TRUE(rows->AtEnd());
+    EXPECT_THROW(rows->SetValue(1, std::string("mai")), Error);
+    EXPECT_EQ(RowText(*connection, "SELECT Paziente FROM Visita WHERE Giorno = '2/29/2012'"), "Rossi");
+    EXPECT_EQ(RowText(*connection, all), changed);
+    EXPECT_EQ(RowText(*connection, "SELECT COUNT(*) FROM Visita WHERE Importo < -1234"), "1");
+}
+
+TEST_P(ConnectionContract, WritesTheRowsThatItAdds) {
+    const UpdatableRecordsetPtr rows = connection->OpenForUpdate("SELECT * FROM Aldra..Comune WHERE Comune = 'Lodè'");
+    EXPECT_TRUE(rows->AtEnd());
+    EXPECT_THROW(rows->SetValue(1, std::string("mai")), Error);
+    rows->AddNew();
+    rows->SetValue("IDComune", std::string("8"));
+    rows->AddNew();  // the one before was not written
+    rows->SetValue("IDComune", std::int64_t{9});
+    rows->SetValue("Comune", std::string("Lodè"));
+    rows->Update();
+    rows->SetValue("IDComune", std::int64_t{5000000});
+    rows->Update();
+    rows->SetValue("Comune", std::string("Lode'"));
+    rows->Update();
+    rows->AddNew();
+    rows->Close();
+    EXPECT_FALSE(rows->IsOpen());
+    EXPECT_THROW(rows->AddNew(), Error);
+    EXPECT_EQ(RowText(*connection, "SELECT IDComune, Comune FROM Aldra..Comune WHERE IDComune > 3"), "5000000|Lode'");
+}
+
+TEST_P(ConnectionContract, ARowThatCannotBeWrittenStaysInHand) {
+    const UpdatableRecordsetPtr rows = connection->OpenForUpdate("SELECT * FROM Visita WHERE IDVisita = 3;");
+    EXPECT_THROW(rows->SetValue("Piano", std::string("primo")), TypeMismatchError);
+    EXPECT_THROW(rows->SetValue("Piano", std::int64_t{70000}), OverflowError);
+    EXPECT_THROW(rows->SetValue("Giorno", std::string("31/02/2011")), TypeMismatchError);
+    EXPECT_NE(ErrorText([&] { rows->SetValue("Assente", Value()); }).find("Assente"), std::string::npos);
+    rows->SetValue("Paziente", std::string("Verdi"));
+    rows->SetValue("IDVisita", std::int64_t{1});
+    EXPECT_THROW(rows->Update(), Error);
+    EXPECT_EQ(RowText(*connection, "SELECT Paziente FROM Visita ORDER BY IDVisita"), "Rossi;rossi;NULL;125");
+    rows->SetValue("IDVisita", std::int64_t{5});
+    rows->Update();
+    EXPECT_EQ(RowText(*connection, "SELECT Paziente FROM Visita ORDER BY IDVisita"), "Rossi;rossi;125;Verdi");
+}
+
+TEST_P(ConnectionContract, ARowThatIsGoneIsNotWritten) {
+    const UpdatableRecordsetPtr rows = connection->OpenForUpdate("SELECT * FROM Visita WHERE IDVisita = 2");
+    EXPECT_EQ(fixture->Connect()->Execute("DELETE FROM Visita WHERE IDVisita = 2"), 1);
+    rows->SetValue("Paziente", std::string("Verdi"));
+    EXPECT_NE(ErrorText([&] { rows->Update(); }).find("Visita"), std::string::npos);
+    EXPECT_EQ(RowText(*connection, "SELECT IDVisita FROM Visita ORDER BY IDVisita"), "1;3;4");
+}
+
+TEST_P(ConnectionContract, WrittenRowsBelongToTheTransaction) {
+    {
+        const Transaction abandoned(*connection);
+        const UpdatableRecordsetPtr rows = connection->OpenForUpdate("SELECT * FROM Visita WHERE IDVisita = 1");
+        rows->SetValue("Paziente", std::string("Verdi"));
+        rows->Update();
+        rows->AddNew();
+        rows->SetValue("IDVisita", std::int64_t{7});
+        rows->Update();
+        EXPECT_EQ(RowText(*connection, "SELECT COUNT(*), MAX(IDVisita) FROM Visita"), "5|7");
+    }
+    EXPECT_EQ(RowText(*connection, "SELECT Paziente FROM Visita ORDER BY IDVisita"), "Rossi;rossi;NULL;125");
+}
+
+TEST_P(ConnectionContract, OnlyWholeRowsOfOneTableAreChanged) {
+    for (const char* sql :
+         {"SELECT IDVisita FROM Visita", "SELECT *, 1 FROM Visita", "SELECT * FROM Visita, Aldra..Comune",
+          "SELECT * FROM Visita V INNER JOIN Aldra..Comune C ON V.IDComune = C.IDComune", "SELECT * FROM Assente",
+          "SELECT * FROM Studio9999..Visita", "SELECT * FROM Visita WHERE", "SELECT * FROM", "DELETE FROM Visita",
+          ""}) {
+        EXPECT_THROW(connection->OpenForUpdate(sql), Error) << sql;
+    }
+    EXPECT_EQ(RowText(*connection, "SELECT COUNT(*) FROM Visita"), "4");
+}
+
 TEST_P(ConnectionContract, ErrorsNameWhatIsWrong) {
     const struct {
         const char* sql;

@@ -37,6 +37,42 @@ TEST(SqliteConnection, OpensOnlyWhatExists) {
     EXPECT_EQ(SqliteConnection::Connect(source + ";INITIAL CATALOG='studio0012';")->InitialCatalog(), "studio0012");
 }
 
+TEST(SqliteConnection, ChangesRowsByTheirNumber) {
+    DatabaseFolder folder;
+    folder.Run("Studio0012", "CREATE TABLE Numerata (Rowid VARCHAR(9), [una colonna] INT, Quando DATETIME)");
+    folder.Run("Studio0012", "INSERT INTO Numerata VALUES ('a', 1, '2011-03-31 10:00:00'), ('a', 1, 'mai')");
+    folder.Run("Studio0012", "CREATE TABLE Chiave (ID INTEGER PRIMARY KEY, Nome VARCHAR(9) DEFAULT 'nuovo')");
+    const ConnectionPtr connection = folder.Connect();
+    const UpdatableRecordsetPtr twins = connection->OpenForUpdate("SELECT * FROM [Numerata] WHERE Rowid = 'A'");
+    twins->MoveNext();
+    EXPECT_EQ(twins->TextOf(2), "mai");
+    twins->SetValue("una colonna", std::int64_t{2});
+    twins->Update();
+    EXPECT_EQ(RowText(*connection, "SELECT * FROM Numerata"), "a|1|31/03/2011 10:00:00;a|2|mai");
+
+    // The key is the row's number: first the engine's own, then another.
+    const UpdatableRecordsetPtr keyed = connection->OpenForUpdate("SELECT * FROM studio0012..Chiave");
+    keyed->AddNew();
+    keyed->Update();
+    keyed->SetValue("ID", std::int64_t{7});
+    keyed->Update();
+    keyed->SetValue("Nome", std::string("sette"));
+    keyed->Update();
+    EXPECT_EQ(RowText(*connection, "SELECT * FROM Chiave"), "7|sette");
+}
+
+TEST(SqliteConnection, RowsWithoutANumberAreNotChanged) {
+    DatabaseFolder folder;
+    folder.Run("Studio0012", "CREATE TABLE SenzaNumeri (ID INT PRIMARY KEY) WITHOUT ROWID");
+    folder.Run("Studio0012", "CREATE VIEW Vista AS SELECT * FROM SenzaNumeri");
+    folder.Run("Studio0012", "CREATE TABLE Coperta (rowid INT, _rowid_ INT, oid INT)");
+    const ConnectionPtr connection = folder.Connect();
+    for (const std::string name : {"SenzaNumeri", "Vista", "Coperta"}) {
+        const std::string error = ErrorText([&] { connection->OpenForUpdate("SELECT * FROM " + name); });
+        EXPECT_NE(error.find(name + " non si possono modificare"), std::string::npos) << error;
+    }
+}
+
 TEST(SqliteConnection, AMissingDatabaseIsNamedAndNotCreated) {
     DatabaseFolder folder;
     const ConnectionPtr connection = folder.Connect();

@@ -25,7 +25,8 @@ public:
     /// Runs a statement without rows; the number of rows it changed.
     virtual std::int64_t Execute(std::string_view sql) = 0;
 
-    /// Opens a "SELECT * FROM Table WHERE ..." over one table whose rows may be changed and added. Never null.
+    /// Opens a "SELECT * FROM Table [WHERE ...] [ORDER BY ...]" over one table whose rows may be changed and added.
+    /// Never null; must not outlive the connection. What it writes belongs to the connection's transaction, if any.
     virtual UpdatableRecordsetPtr OpenForUpdate(std::string_view sql);
 
     virtual void BeginTransaction() = 0;

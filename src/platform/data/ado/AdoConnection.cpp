@@ -3,6 +3,7 @@
 #include "platform/Error.h"
 #include "platform/data/ado/AdoRecordset.h"
 #include "platform/data/ado/AdoTypes.h"
+#include "platform/data/ado/AdoUpdatableRecordset.h"
 #include "platform/data/ado/NativeData.h"
 
 namespace vlm::data::ado {
@@ -33,6 +34,13 @@ std::int64_t AdoConnection::Execute(std::string_view sql) {
     connection_.Call("Execute", {com::Variant(sql), place, com::Variant(kCommandText | kExecuteNoRecords)});
     const double count = NumberOf(changed.Value());
     return count > 0 ? static_cast<std::int64_t>(count) : 0;  // an engine that does not count gives -1
+}
+
+UpdatableRecordsetPtr AdoConnection::OpenForUpdate(std::string_view sql) {
+    com::LateBound rows = newRecordset_();
+    rows.Call("Open", {com::Variant(sql), com::Variant(connection_.Object().Get()), com::Variant(kOpenKeyset),
+                       com::Variant(kLockOptimistic)});
+    return std::make_unique<AdoUpdatableRecordset>(std::move(rows));
 }
 
 ConnectionPtr ConnectionOf(IUnknown* object) {

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/automation/LateBound.h"
 #include "platform/data/Connection.h"
+#include "platform/data/ado/RecordsetMaker.h"
 
 namespace vlm::data::ado {
 
@@ -9,18 +9,22 @@ namespace vlm::data::ado {
 /// opened and never closed here.
 class AdoConnection final : public Connection {
 public:
-    explicit AdoConnection(com::Ref<IDispatch> connection) : connection_(std::move(connection)) {}
+    /// `newRecordset` makes the row sets that are opened for update.
+    explicit AdoConnection(com::Ref<IDispatch> connection, RecordsetMaker newRecordset = NewMachineRecordset)
+        : connection_(std::move(connection)), newRecordset_(std::move(newRecordset)) {}
 
     bool IsOpen() const override;
     std::string InitialCatalog() const override;
     RecordsetPtr Open(std::string_view sql) override;
     std::int64_t Execute(std::string_view sql) override;
+    UpdatableRecordsetPtr OpenForUpdate(std::string_view sql) override;
     void BeginTransaction() override { connection_.Call("BeginTrans"); }
     void CommitTransaction() override { connection_.Call("CommitTrans"); }
     void RollbackTransaction() override { connection_.Call("RollbackTrans"); }
 
 private:
     com::LateBound connection_;
+    RecordsetMaker newRecordset_;
 };
 
 /// A connection as the library uses it: the native one inside an object of ours, else an AdoConnection. The object

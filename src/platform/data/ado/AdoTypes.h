@@ -13,6 +13,8 @@ inline constexpr GUID kRecordsetId = com::Guid("00000555-0000-0010-8000-00AA006D
 
 inline constexpr std::int32_t kStateOpen = 1;
 inline constexpr std::int32_t kCommandText = 1;
+inline constexpr std::int32_t kOpenKeyset = 1;
+inline constexpr std::int32_t kLockOptimistic = 3;
 inline constexpr std::int32_t kExecuteNoRecords = 128;
 inline constexpr std::int32_t kFieldUnspecified = -1;
 inline constexpr std::int32_t kFieldNullable = 0x20 | 0x40;

@@ -78,7 +78,7 @@ HRESULT FieldObject::GetValue(VARIANT* value) {
 }
 
 HRESULT FieldObject::PutValue(const VARIANT& value) {
-    return Guarded([&] { rows_->Memory().SetValue(ordinal_, com::ToValue(value)); });
+    return Guarded([&] { rows_->SetValue(ordinal_, com::ToValue(value)); });
 }
 
 HRESULT FieldObject::Name(BSTR* name) {

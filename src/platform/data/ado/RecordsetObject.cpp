@@ -39,11 +39,18 @@ VARIANT BlockOf(std::vector<com::Variant>& cells, std::size_t columns) {
 }  // namespace
 
 RecordsetObject::RecordsetObject(std::unique_ptr<Recordset> rows, std::shared_ptr<void> owner)
-    : owner_(std::move(owner)), rows_(std::move(rows)), memory_(dynamic_cast<MemoryRecordset*>(rows_.get())) {}
+    : owner_(std::move(owner)),
+      rows_(std::move(rows)),
+      memory_(dynamic_cast<MemoryRecordset*>(rows_.get())),
+      updatable_(dynamic_cast<UpdatableRecordset*>(rows_.get())) {}
 
 MemoryRecordset& RecordsetObject::Memory() {
     if (memory_ != nullptr) return *memory_;
     throw Error("L'insieme di righe si può solo leggere in avanti.", kNotSupported);
+}
+
+void RecordsetObject::SetValue(int ordinal, const Value& value) {
+    updatable_ != nullptr ? updatable_->SetValue(ordinal, value) : Memory().SetValue(ordinal, value);
 }
 
 std::span<const com::Member> RecordsetObject::Members() const noexcept {
@@ -135,15 +142,15 @@ HRESULT RecordsetObject::MovePrevious() {
 }
 
 HRESULT RecordsetObject::AddNew() {
-    return Guarded([&] { Memory().AddNew(); });
+    return Guarded([&] { updatable_ != nullptr ? updatable_->AddNew() : Memory().AddNew(); });
 }
 
 HRESULT RecordsetObject::Update() {
-    return Guarded([&] { Memory().Update(); });
+    return Guarded([&] { updatable_ != nullptr ? updatable_->Update() : Memory().Update(); });
 }
 
 HRESULT RecordsetObject::CancelUpdate() {
-    return Guarded([&] { Memory().CancelUpdate(); });
+    return Guarded([&] { updatable_ != nullptr ? updatable_->CancelUpdate() : Memory().CancelUpdate(); });
 }
 
 HRESULT RecordsetObject::Open() {
@@ -173,6 +180,7 @@ HRESULT RecordsetObject::NextRecordset(const VARIANT&, IDispatch** next) {
         std::unique_ptr<Recordset> rest = std::move(rows_);
         rows_ = std::make_unique<MemoryRecordset>();
         memory_ = nullptr;
+        updatable_ = nullptr;
         *next = com::Make<RecordsetObject>(std::move(rest), owner_).Detach();
     });
 }

@@ -4,6 +4,7 @@
 
 #include "platform/automation/Object.h"
 #include "platform/data/MemoryRecordset.h"
+#include "platform/data/UpdatableRecordset.h"
 #include "platform/data/ado/NativeData.h"
 
 namespace vlm::data::ado {
@@ -12,7 +13,8 @@ namespace vlm::data::ado {
 inline constexpr std::string_view kErrorSource = "VlmASLServicesLib";
 
 /// A row set of ours as an automation object. Over a disconnected row set it can be given columns, filled, filtered and
-/// moved to and fro; over any other it is read forward, and the rest fails with number 3251.
+/// moved to and fro, over one opened for update it can be filled and read forward; over any other it is only read
+/// forward, and the rest fails with number 3251.
 class RecordsetObject final : public com::DispatchObject<IDispatch, INativeRecordset> {
 public:
     /// `owner` is what must live as long: the connection of an opened row set, the library.
@@ -23,6 +25,7 @@ public:
     /// Throws Error over a row set that is only read.
     MemoryRecordset& Memory();
     const MemoryRecordset* MemoryOrNull() const noexcept { return memory_; }
+    void SetValue(int ordinal, const Value& value);
 
 private:
     std::span<const com::Member> Members() const noexcept override;
@@ -49,6 +52,7 @@ private:
     std::shared_ptr<void> owner_;
     std::unique_ptr<Recordset> rows_;
     MemoryRecordset* memory_;
+    UpdatableRecordset* updatable_;
 };
 
 }  // namespace vlm::data::ado

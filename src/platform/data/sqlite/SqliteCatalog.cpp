@@ -43,6 +43,13 @@ bool SqliteCatalog::HasFunction(std::string_view name) {
     return functions_.contains(text::FoldCase(name));
 }
 
+bool SqliteCatalog::HasRowNumbers(const std::string& schema, std::string_view name) const {
+    const auto statement =
+        session_->Prepare("PRAGMA " + SqlQuotedName(schema) + ".table_list(" + SqlQuotedName(name) + ")", {schema});
+    if (!session_->Step(statement.get(), {schema})) return false;
+    return ColumnText(statement.get(), 2) == "table" && sqlite3_column_int(statement.get(), 4) == 0;
+}
+
 std::shared_ptr<const SqlTable> SqliteCatalog::Find(const std::string& schema, std::string_view name) {
     Schema& known = schemas_[schema];
     if (known.checkedFor != session_->StatementNumber()) Refresh(schema, known);

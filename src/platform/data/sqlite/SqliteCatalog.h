@@ -24,6 +24,8 @@ public:
 
     /// False when there is no such table or view.
     bool HasTable(const std::string& schema, std::string_view name) { return Find(schema, name) != nullptr; }
+    /// Whether each row has a number of its own: false for a view and for a table that is kept by its key alone.
+    bool HasRowNumbers(const std::string& schema, std::string_view name) const;
 
 private:
     struct Schema {

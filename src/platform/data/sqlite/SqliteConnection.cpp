@@ -10,6 +10,7 @@
 #include "platform/data/sqlite/SqliteCatalog.h"
 #include "platform/data/sqlite/SqliteRecordset.h"
 #include "platform/data/sqlite/SqliteSession.h"
+#include "platform/data/sqlite/SqliteUpdatableRecordset.h"
 #include "platform/text/Utf8.h"
 
 namespace vlm::data {
@@ -129,6 +130,14 @@ std::int64_t SqliteConnection::Execute(std::string_view sql) {
         if (each.kind == SqlStatement::Kind::Change) changed += sqlite3_changes64(session.Handle());
     }
     return changed;
+}
+
+/// On the first engine, which is the one that a transaction sees.
+UpdatableRecordsetPtr SqliteConnection::OpenForUpdate(std::string_view sql) {
+    Engine& engine = *engines_.front();
+    engine.session->BeginStatement();
+    return std::make_unique<SqliteUpdatableRecordset>(engine.session,
+                                                      SqliteTableSelect::Translate(sql, engine.catalog));
 }
 
 SqliteConnection::Prepared SqliteConnection::PrepareStatements(std::string_view sql) {

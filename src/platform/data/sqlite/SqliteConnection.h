@@ -27,6 +27,8 @@ public:
 
     RecordsetPtr Open(std::string_view sql) override;
     std::int64_t Execute(std::string_view sql) override;
+    /// Throws Error for a view, and for a table WITHOUT ROWID.
+    UpdatableRecordsetPtr OpenForUpdate(std::string_view sql) override;
 
     void BeginTransaction() override;
     void CommitTransaction() override;
