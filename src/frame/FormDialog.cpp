@@ -54,7 +54,8 @@ void FormDialog::KeyUp(ui::Control* focus, ui::KeyEvent key) {
     }
 }
 
-void FormDialog::BrowseWith(ui::Control& field, std::function<void()> browse) {
+void FormDialog::BrowseWith(ui::TextField& field, std::function<void()> browse) {
+    field.path = true;
     browsers_.emplace_back(&field, std::move(browse));
 }
 

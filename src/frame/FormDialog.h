@@ -38,8 +38,8 @@ public:
 protected:
     void PreviewKey(ui::KeyEvent& key) override;
 
-    /// Ctrl+R released in `field` does what its browse button does.
-    void BrowseWith(ui::Control& field, std::function<void()> browse);
+    /// `field` names a file or folder; Ctrl+R released in it does what its browse button does.
+    void BrowseWith(ui::TextField& field, std::function<void()> browse);
     /// Runs an event handler; an error is shown, and the dialog stays as it is.
     void Guarded(const std::function<void()>& handler) const;
 
@@ -47,7 +47,7 @@ private:
     const Library& library_;
     KeyPreview preview_;
     bool closeToolEnabled_ = true;
-    std::vector<std::pair<ui::Control*, std::function<void()>>> browsers_;
+    std::vector<std::pair<ui::TextField*, std::function<void()>>> browsers_;
 };
 
 /// F3 is swallowed; Escape and Alt+F4 close the dialog when its frame's close tool is enabled; any other key goes on to

@@ -167,6 +167,35 @@ TEST(DialogModel, KeysDoNotReachButtonsThatCannotBeClicked) {
     EXPECT_EQ(dialog.calls, Calls());
 }
 
+TEST(DialogModel, ReturnClicksTheButtonThatHasTheFocus) {
+    SampleDialog dialog;
+    EXPECT_TRUE(dialog.KeyDown(&dialog.cmdApri, {kKeyReturn, kShiftNone}));
+    dialog.cmdApri.SetEnabled(false);
+    EXPECT_FALSE(dialog.KeyDown(&dialog.cmdApri, {kKeyReturn, kShiftNone}));
+    EXPECT_TRUE(dialog.KeyDown(&dialog.txtNome, {kKeyReturn, kShiftNone}));
+    EXPECT_EQ(dialog.calls, (Calls{"cmdApri", "cmdOk"}));
+}
+
+TEST(DialogModel, OnlyBoxesThatAreThereAreChecked) {
+    SampleDialog dialog;
+    const int version = dialog.grdElenco.Version();
+    dialog.grdElenco.Check(0, 0);  // without a handler
+    Calls checked;
+    dialog.grdElenco.OnCheck = [&](int row, int column) {
+        checked.push_back(std::to_string(row) + "/" + std::to_string(column));
+        dialog.model->cells[static_cast<std::size_t>(row)][0] = "0";
+        dialog.grdElenco.Refresh();
+    };
+    for (const auto& [row, column] : std::vector<std::pair<int, int>>{{1, 0}, {1, 1}, {2, 0}, {-1, 0}, {0, 3}}) {
+        dialog.grdElenco.Check(row, column);
+    }
+    EXPECT_EQ(checked, Calls{"1/0"});
+    EXPECT_NE(dialog.grdElenco.Version(), version);
+    dialog.grdElenco.SetModel(nullptr);
+    dialog.grdElenco.Check(0, 0);
+    EXPECT_EQ(checked, Calls{"1/0"});
+}
+
 TEST(DialogModel, ClosingTellsTheViewOnceAndEndsTheKey) {
     SampleDialog dialog;
     NotingView view;

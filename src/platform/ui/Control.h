@@ -67,6 +67,16 @@ private:
     bool visible_ = true;
 };
 
+/// A control seen as what its kind says it is.
+template <typename T>
+const T& As(const Control& control) {
+    return static_cast<const T&>(control);
+}
+template <typename T>
+T& As(Control& control) {
+    return static_cast<T&>(control);
+}
+
 class Label : public Control {
 public:
     Label(Dialog& dialog, std::string name, std::string caption = {})
@@ -93,8 +103,9 @@ public:
         : Control(dialog, ControlKind::Text, std::move(name), std::move(caption)) {}
     const std::string& Text() const noexcept { return text_; }
     void SetText(std::string text);
-    bool multiLine = false;
+    bool multiLine = false;  // lines are parted by carriage return and line feed
     bool password = false;
+    bool path = false;  // names a file or folder; toolkits may help with it
 
 private:
     std::string text_;

@@ -8,10 +8,14 @@ namespace vlm::ui {
 
 namespace {
 
-bool ClickIfUsable(Button* button) {
-    if (button == nullptr || !button->Visible() || !button->Enabled()) return false;
+bool ClickIfUsable(const Dialog& dialog, Button* button) {
+    if (button == nullptr || !dialog.IsVisible(*button) || !dialog.IsEnabled(*button)) return false;
     button->Click();
     return true;
+}
+
+Button* ButtonOr(Control* focus, Button* otherwise) {
+    return focus != nullptr && focus->Kind() == ControlKind::Button ? &As<Button>(*focus) : otherwise;
 }
 
 }  // namespace
@@ -23,7 +27,26 @@ Control* Dialog::Find(std::string_view name) const {
     return found == controls_.end() ? nullptr : *found;
 }
 
-bool Dialog::KeyDown(Control* /*focus*/, KeyEvent key) {
+const Frame* Dialog::FrameOf(const Control& control) const {
+    for (const Row& row : rows_) {
+        for (const Cell& cell : row.cells) {
+            if (std::find(cell.stack.begin(), cell.stack.end(), &control) != cell.stack.end()) return row.frame;
+        }
+    }
+    return nullptr;
+}
+
+bool Dialog::IsVisible(const Control& control) const {
+    const Frame* frame = FrameOf(control);
+    return control.Visible() && (frame == nullptr || frame->Visible());
+}
+
+bool Dialog::IsEnabled(const Control& control) const {
+    const Frame* frame = FrameOf(control);
+    return control.Enabled() && (frame == nullptr || frame->Enabled());
+}
+
+bool Dialog::KeyDown(Control* focus, KeyEvent key) {
     PreviewKey(key);
     if (key.Swallowed() || closing_) return true;
     if (key.code == kKeyF4 && key.shift == kAlt) {
@@ -33,9 +56,9 @@ bool Dialog::KeyDown(Control* /*focus*/, KeyEvent key) {
     if (key.shift != kShiftNone) return false;
     switch (key.code) {
         case kKeyEscape:
-            return ClickIfUsable(cancelButton_);
+            return ClickIfUsable(*this, cancelButton_);
         case kKeyReturn:
-            return ClickIfUsable(defaultButton_);
+            return ClickIfUsable(*this, ButtonOr(focus, defaultButton_));
         case kKeyF1:
             HelpRequested();
             return true;

@@ -50,6 +50,12 @@ public:
     const std::string& Title() const noexcept { return title_; }
     const std::vector<Control*>& Controls() const noexcept { return controls_; }  // in tab order
     Control* Find(std::string_view name) const;                                   // without regard to case
+    /// The frame around a control, null for none.
+    const Frame* FrameOf(const Control& control) const;
+    /// Neither the control nor the frame around it is hidden.
+    bool IsVisible(const Control& control) const;
+    /// Neither the control nor the frame around it is disabled.
+    bool IsEnabled(const Control& control) const;
     const std::vector<Row>& Rows() const noexcept { return rows_; }
     const std::vector<Button*>& Buttons() const noexcept { return buttons_; }  // the row of buttons at the bottom
     Button* DefaultButton() const noexcept { return defaultButton_; }
@@ -65,7 +71,8 @@ public:
     /// The frame's help request.
     virtual void HelpRequested() {}
     /// A key went down with `focus` (may be null) holding the focus: the dialog's own preview, then what every dialog
-    /// does (Alt+F4 closes, Escape clicks the cancel button, Return the default button, F1 asks for help).
+    /// does (Alt+F4 closes, Escape clicks the cancel button, Return the button that has the focus or else the default
+    /// button, F1 asks for help).
     /// True when the key has been dealt with, so that neither the control nor the toolkit should see it.
     bool KeyDown(Control* focus, KeyEvent key);
     /// A key came up in `focus`.

@@ -35,14 +35,23 @@ public:
     void SetModel(std::shared_ptr<const GridModel> model);
     /// The model's rows or cells changed. A current row that is no longer there becomes none; runs no handler.
     void Refresh();
+    /// Another number after each SetModel and Refresh: a view that shows the same number need not read rows again.
+    int Version() const noexcept { return version_; }
     int RowCount() const { return model_ ? model_->RowCount() : 0; }
     /// From 0, -1 for none. Moving the current row runs OnChange; a row that is not there is none.
     int CurrentRow() const noexcept { return current_; }
     void SetCurrentRow(int row);
 
+    /// The user clicked the box in a column of boxes. The dialog sets its model's cell and calls Refresh; boxes of a
+    /// grid without this handler cannot be clicked.
+    std::function<void(int row, int column)> OnCheck;
+    /// A click on that box; does nothing where there is none.
+    void Check(int row, int column);
+
 private:
     std::shared_ptr<const GridModel> model_;
     int current_ = -1;
+    int version_ = 0;
 };
 
 }  // namespace vlm::ui

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "platform/ui/Dialog.h"
+#include "platform/ui/Grid.h"
 
 namespace vlm::ui {
 
@@ -39,6 +40,9 @@ public:
     virtual std::optional<std::string> ChooseFile(const FileChoice& choice) = 0;
     virtual std::optional<std::string> ChooseFolder(const std::string& startFolder) = 0;
     virtual void SetPointer(Pointer pointer) = 0;
+    /// Puts the rows that a grid shows on paper, under a title. False where there is nothing to print with; a user who
+    /// cancels has been served.
+    virtual bool Print(const Grid& /*grid*/, const std::string& /*title*/) { return false; }
 };
 
 /// The hourglass for as long as it lives.

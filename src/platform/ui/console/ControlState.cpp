@@ -1,30 +1,11 @@
 #include "platform/ui/console/ControlState.h"
 
-#include "platform/text/DateText.h"
-#include "platform/text/Number.h"
 #include "platform/ui/Grid.h"
 #include "platform/ui/PickList.h"
 
 namespace vlm::ui {
 
 namespace {
-
-std::string NumberShown(const NumberField& field) {
-    if (field.Value() == 0) return {};  // an empty field
-    return text::FormatDecimals(Currency::FromDouble(field.Value()), field.Decimals(), false);
-}
-
-std::string DateShown(const DateField& field) {
-    return field.Value() ? text::DdMmYyyySlashes(*field.Value()) : std::string();
-}
-
-std::string SelectedShown(const MultiList& list) {
-    std::string shown;
-    for (const int position : list.Selected()) {
-        shown += (shown.empty() ? "" : ", ") + list.Items()[static_cast<std::size_t>(position)];
-    }
-    return shown;
-}
 
 std::vector<ControlState::Item> Numbered(const std::vector<std::string>& texts) {
     std::vector<ControlState::Item> items;
@@ -44,35 +25,6 @@ bool HasItems(ControlKind kind) {
 }
 
 }  // namespace
-
-std::string ControlState::Text() const {
-    switch (control_.Kind()) {
-        case ControlKind::Label:
-            return control_.Caption();
-        case ControlKind::Text:
-            return As<TextField>(control_).Text();
-        case ControlKind::Number:
-            return NumberShown(As<NumberField>(control_));
-        case ControlKind::Date:
-            return DateShown(As<DateField>(control_));
-        case ControlKind::CheckBox:
-            return As<CheckBox>(control_).Checked() ? "1" : "0";
-        case ControlKind::OptionGroup:
-        case ControlKind::FixedList:
-            return As<ChoiceControl>(control_).SelectedText();
-        case ControlKind::PickList:
-            return As<PickList>(control_).SelectedText();
-        case ControlKind::MultiList:
-            return SelectedShown(As<MultiList>(control_));
-        case ControlKind::Progress:
-            return std::to_string(As<ProgressBar>(control_).Value());
-        case ControlKind::Frame:
-        case ControlKind::Button:
-        case ControlKind::Grid:
-            break;
-    }
-    return {};
-}
 
 int ControlState::Rows() const {
     switch (control_.Kind()) {

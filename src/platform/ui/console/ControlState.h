@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/ui/Control.h"
+#include "platform/ui/ShownText.h"
 #include "platform/ui/console/JsonWriter.h"
 
 namespace vlm::ui {
@@ -19,9 +19,7 @@ public:
 
     explicit ControlState(const Control& control) : control_(control) {}
 
-    /// What the user sees in the control: the chosen entries, a number, a date as dd/mm/yyyy, the text; "1" or "0" for
-    /// a check box, the caption for a label, "" for buttons, frames and grids.
-    std::string Text() const;
+    std::string Text() const { return ShownText(control_); }
     /// Rows or entries; 0 for a control that has none.
     int Rows() const;
     std::vector<Item> Items() const;
@@ -36,15 +34,5 @@ private:
 
     const Control& control_;
 };
-
-/// A control seen as what its kind says it is.
-template <typename T>
-const T& As(const Control& control) {
-    return static_cast<const T&>(control);
-}
-template <typename T>
-T& As(Control& control) {
-    return static_cast<T&>(control);
-}
 
 }  // namespace vlm::ui

@@ -20,27 +20,6 @@ private:
     Dialog& dialog_;
 };
 
-const Frame* FrameOf(const Dialog& dialog, const Control& control) {
-    for (const Dialog::Row& row : dialog.Rows()) {
-        for (const Dialog::Cell& cell : row.cells) {
-            for (const Control* each : cell.stack) {
-                if (each == &control) return row.frame;
-            }
-        }
-    }
-    return nullptr;
-}
-
-bool IsVisible(const Dialog& dialog, const Control& control) {
-    const Frame* frame = FrameOf(dialog, control);
-    return control.Visible() && (frame == nullptr || frame->Visible());
-}
-
-bool IsEnabled(const Dialog& dialog, const Control& control) {
-    const Frame* frame = FrameOf(dialog, control);
-    return control.Enabled() && (frame == nullptr || frame->Enabled());
-}
-
 }  // namespace
 
 DialogPlayer::DialogPlayer(Dialog& dialog, ConsoleScript& script, EventLog& log, bool nested)
@@ -154,7 +133,7 @@ void DialogPlayer::ClickMnemonic(KeyEvent key) {
         const bool button = control->Kind() == ControlKind::Button;
         if (!button && control->Kind() != ControlKind::CheckBox) continue;
         if (MnemonicKey(control->Caption()) != key.code) continue;
-        if (!IsVisible(dialog_, *control) || !IsEnabled(dialog_, *control)) continue;
+        if (!dialog_.IsVisible(*control) || !dialog_.IsEnabled(*control)) continue;
         if (button) return As<Button>(*control).Click();
         return As<CheckBox>(*control).SetChecked(!As<CheckBox>(*control).Checked());
     }
@@ -168,8 +147,8 @@ Control& DialogPlayer::Named(const ScriptStep& step) const {
 
 Control& DialogPlayer::Usable(const ScriptStep& step) const {
     Control& control = Named(step);
-    if (!IsVisible(dialog_, control)) throw ScriptError(step.text, "il controllo " + control.Name() + " è nascosto");
-    if (!IsEnabled(dialog_, control)) throw ScriptError(step.text, "il controllo " + control.Name() + " è disattivato");
+    if (!dialog_.IsVisible(control)) throw ScriptError(step.text, "il controllo " + control.Name() + " è nascosto");
+    if (!dialog_.IsEnabled(control)) throw ScriptError(step.text, "il controllo " + control.Name() + " è disattivato");
     return control;
 }
 

@@ -1,0 +1,59 @@
+#include "platform/ui/ShownText.h"
+
+#include "platform/text/DateText.h"
+#include "platform/text/Number.h"
+#include "platform/ui/PickList.h"
+
+namespace vlm::ui {
+
+namespace {
+
+std::string NumberShown(const NumberField& field) {
+    if (field.Value() == 0) return {};  // an empty field
+    return text::FormatDecimals(Currency::FromDouble(field.Value()), field.Decimals(), false);
+}
+
+std::string DateShown(const DateField& field) {
+    return field.Value() ? text::DdMmYyyySlashes(*field.Value()) : std::string();
+}
+
+std::string SelectedShown(const MultiList& list) {
+    std::string shown;
+    for (const int position : list.Selected()) {
+        shown += (shown.empty() ? "" : ", ") + list.Items()[static_cast<std::size_t>(position)];
+    }
+    return shown;
+}
+
+}  // namespace
+
+std::string ShownText(const Control& control) {
+    switch (control.Kind()) {
+        case ControlKind::Label:
+            return control.Caption();
+        case ControlKind::Text:
+            return As<TextField>(control).Text();
+        case ControlKind::Number:
+            return NumberShown(As<NumberField>(control));
+        case ControlKind::Date:
+            return DateShown(As<DateField>(control));
+        case ControlKind::CheckBox:
+            return As<CheckBox>(control).Checked() ? "1" : "0";
+        case ControlKind::OptionGroup:
+        case ControlKind::FixedList:
+            return As<ChoiceControl>(control).SelectedText();
+        case ControlKind::PickList:
+            return As<PickList>(control).SelectedText();
+        case ControlKind::MultiList:
+            return SelectedShown(As<MultiList>(control));
+        case ControlKind::Progress:
+            return std::to_string(As<ProgressBar>(control).Value());
+        case ControlKind::Frame:
+        case ControlKind::Button:
+        case ControlKind::Grid:
+            break;
+    }
+    return {};
+}
+
+}  // namespace vlm::ui
