@@ -20,6 +20,7 @@
 #include "host/DemoClinic.h"
 #include "host/ReferenceHostUtility.h"
 #include "platform/data/sqlite/SqliteConnection.h"
+#include "platform/files/spreadsheet/detect/DetectingOpener.h"
 #include "platform/system/Clock.h"
 #include "regions/sicilia/ASLExportSicilia.h"
 
@@ -66,7 +67,8 @@ bool RunExport(const std::string& folder, bool simulation) {
     NoPrograms programs;
     sys::FixedInstallFolder installFolder;
     MissingComponents components;
-    Library library({toolkit, utility, settings, clock, programs, installFolder, components});
+    files::DetectingOpener workbooks;
+    Library library({toolkit, utility, settings, clock, programs, installFolder, components, workbooks});
     ASLExport component(library, [&](std::int32_t) { return std::make_unique<ASLExportSicilia>(library); });
     component.SetConnection(
         data::SqliteConnection::Connect("Provider=SQLite;Data Source=" + folder + ";Initial Catalog=Studio0012"));

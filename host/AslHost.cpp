@@ -13,6 +13,7 @@
 #include "platform/Error.h"
 #include "platform/data/ado/ConnectionObject.h"
 #include "platform/data/sqlite/SqliteConnection.h"
+#include "platform/files/spreadsheet/detect/DetectingOpener.h"
 #include "platform/system/SettingsStore.h"
 #include "platform/text/Number.h"
 #include "platform/ui/console/ConsoleToolkit.h"
@@ -67,11 +68,13 @@ int RunComponent(const HostOptions& options, std::ostream& out, std::ostream& er
     ui::LoggedProgramStarter programs(*log);
     sys::FixedInstallFolder installFolder(options.installFolder);
     MissingComponents components;
+    files::DetectingOpener workbooks;
     sys::SystemClock systemClock;
     sys::FixedClock fixedClock(options.today.value_or(Date{}));
     sys::Clock& clock = options.today ? static_cast<sys::Clock&>(fixedClock) : systemClock;
     try {
-        ShowComponent(options, {toolkit, utility, settings, clock, programs, installFolder, components}, *log);
+        ShowComponent(options, {toolkit, utility, settings, clock, programs, installFolder, components, workbooks},
+                      *log);
     } catch (const Error&) {
         // A step that cannot be done comes back as the component's failure; the toolkit knows it better.
         if (toolkit.Failure() == nullptr) throw;

@@ -1,7 +1,9 @@
 #pragma once
 
 #include "frame/HostServices.h"
+#include "frame/PinCache.h"
 #include "platform/data/Connection.h"
+#include "platform/files/spreadsheet/Workbook.h"
 #include "platform/system/Clock.h"
 #include "platform/system/InstallFolder.h"
 #include "platform/system/ProgramStarter.h"
@@ -24,6 +26,7 @@ public:
         sys::ProgramStarter& programs;
         sys::InstallFolder& installFolder;
         HostComponents& components;
+        const files::WorkbookOpener& workbooks;
     };
 
     explicit Library(const Services& services) : services_(services) {}
@@ -40,10 +43,14 @@ public:
     sys::ProgramStarter& Programs() const noexcept { return services_.programs; }
     sys::InstallFolder& InstallFolder() const noexcept { return services_.installFolder; }
     HostComponents& Components() const noexcept { return services_.components; }
+    const files::WorkbookOpener& Workbooks() const noexcept { return services_.workbooks; }
+    /// PINs are kept for as long as the library is loaded.
+    PinCache& Pins() noexcept { return pins_; }
 
 private:
     Services services_;
     data::ConnectionPtr connection_;
+    PinCache pins_;
 };
 
 }  // namespace vlm

@@ -13,6 +13,8 @@ inline constexpr const char* kAttention = "Attenzione!";
 
 /// A run that ended on an error; `description` is the error's own text.
 void ShowGenerationError(ui::Toolkit& toolkit, const std::string& description);
+/// A source that could not be read.
+void ShowReadingError(ui::Toolkit& toolkit, const std::string& description);
 /// An error outside a run (a list that cannot be filled, a setting that cannot be kept).
 void ShowError(ui::Toolkit& toolkit, const std::string& description);
 void ShowNoData(ui::Toolkit& toolkit);
@@ -23,5 +25,7 @@ void ShowFieldMissing(ui::Toolkit& toolkit, const std::string& field);
 void ShowPathNotValid(ui::Toolkit& toolkit, const std::string& field);
 /// True when the user wants to see the anomaly report.
 bool AskToShowAnomalies(ui::Toolkit& toolkit);
+/// The same for what a read could not take from its source.
+bool AskToShowFindings(ui::Toolkit& toolkit);
 
 }  // namespace vlm::messages

@@ -9,7 +9,7 @@ namespace vlm::server {
 class MissingHost {
 public:
     Library::Services Services() noexcept {
-        return {toolkit_, utility_, settings_, clock_, programs_, installFolder_, components_};
+        return {toolkit_, utility_, settings_, clock_, programs_, installFolder_, components_, workbooks_};
     }
 
 private:
@@ -38,6 +38,9 @@ private:
     struct Clock final : sys::Clock {
         Date Today() const override { Refuse("data di oggi"); }
     };
+    struct Workbooks final : files::WorkbookOpener {
+        std::unique_ptr<files::Workbook> Open(const std::string&) const override { Refuse("cartelle di lavoro"); }
+    };
     struct Programs final : sys::ProgramStarter {
         void Start(const std::string&) override { Refuse("avvio dei programmi"); }
     };
@@ -49,6 +52,7 @@ private:
     Programs programs_;
     sys::FixedInstallFolder installFolder_;
     MissingComponents components_;
+    Workbooks workbooks_;
 };
 
 }  // namespace vlm::server

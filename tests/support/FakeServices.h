@@ -6,6 +6,7 @@
 #include "frame/Library.h"
 #include "frame/MissingComponents.h"
 #include "host/ReferenceHostUtility.h"
+#include "platform/files/spreadsheet/detect/DetectingOpener.h"
 
 namespace vlm::test {
 
@@ -44,9 +45,10 @@ struct FakeServices {
     Programs programs;
     sys::FixedInstallFolder installFolder;
     MissingComponents components;
+    files::DetectingOpener workbooks;
     /// These services with another toolkit.
     Library::Services With(ui::Toolkit& shown) {
-        return {shown, utility, settings, clock, programs, installFolder, components};
+        return {shown, utility, settings, clock, programs, installFolder, components, workbooks};
     }
     Library library{With(toolkit)};
 };

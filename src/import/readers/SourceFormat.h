@@ -82,4 +82,7 @@ struct SourceFormat {
     bool onlyNumbered = false;       // such a row is left out
 };
 
+/// Only rows of a workbook are told by one of their columns.
+inline bool IsWorkbook(const SourceFormat& format) noexcept { return format.presenceColumn != 0; }
+
 }  // namespace vlm

@@ -17,7 +17,8 @@ inline constexpr std::int32_t kOpenKeyset = 1;
 inline constexpr std::int32_t kLockOptimistic = 3;
 inline constexpr std::int32_t kExecuteNoRecords = 128;
 inline constexpr std::int32_t kFieldUnspecified = -1;
-inline constexpr std::int32_t kFieldNullable = 0x20 | 0x40;
+inline constexpr std::int32_t kFieldIsNullable = 0x20;
+inline constexpr std::int32_t kFieldNullable = kFieldIsNullable | 0x40;
 
 /// Run-time error numbers of row sets.
 inline constexpr long kNoCurrentRow = 3021;

@@ -1,0 +1,86 @@
+#include "import/ASLImportPatient.h"
+
+#include "frame/Messages.h"
+#include "import/creation/ExemptionCreation.h"
+#include "import/creation/PatientCreation.h"
+#include "import/frmASLImportPatient.h"
+#include "import/readers/AslFormats.h"
+#include "import/readers/SourceReaders.h"
+#include "import/readers/TemplateFormat.h"
+#include "platform/Error.h"
+
+namespace vlm {
+
+void ASLImportPatient::ShowDialog() {
+    frmASLImportPatient dialog(*this);
+    library_.Toolkit().ShowModal(dialog);
+}
+
+ElementListPtr ASLImportPatient::GetElementList(const std::string& fileName) { return Read(asl::kLazio, fileName); }
+
+std::int32_t ASLImportPatient::CreatePatient(data::Recordset& element) {
+    return PatientCreation(library_, security_).CreatePatient(element);
+}
+
+std::int32_t ASLImportPatient::CreateEsenzione(data::Recordset& element) {
+    return ExemptionCreation(library_, security_).CreateEsenzione(element);
+}
+
+ElementListPtr ASLImportPatient::GetElementListSistemaTS(std::int32_t specialist, const std::string& pin) {
+    return ReadHealthCardList(HealthCardList::Patients, specialist, pin);
+}
+
+ElementListPtr ASLImportPatient::GetElementListEsentiRedditoSistemaTS(std::int32_t specialist, const std::string& pin) {
+    return ReadHealthCardList(HealthCardList::Exemptions, specialist, pin);
+}
+
+ElementListPtr ASLImportPatient::ReadHealthCardList(HealthCardList list, std::int32_t specialist,
+                                                    const std::string& pin) {
+    return InContext(
+        [&](ReadContext& context) { return ModSistemaTS(security_, context).GetElementList(list, specialist, pin); });
+}
+
+ElementListPtr ASLImportPatient::ReadSourceForAsl(const std::string& fileName, int aslIndex,
+                                                  const std::string& templatePath) {
+    const SourceFormat* own = asl::FormatOfEntry(aslIndex);
+    return own != nullptr ? Read(*own, fileName) : ReadWithTemplate(fileName, templatePath);
+}
+
+ElementListPtr ASLImportPatient::ReadWithTemplate(const std::string& fileName, const std::string& templatePath) {
+    findings_.Clear();
+    try {
+        const ImportTemplate source = ImportTemplate::Load(templatePath);
+        if (source.FileType() == "E") return Read(WorkbookFormatOf(source), fileName);
+        if (source.FileType() == "TF") return Read(FixedFormatOf(source), fileName);
+        if (source.FileType() != "TD") return nullptr;
+        if (!source.GetTemplateValue(kDelimiterKey).empty()) return Read(DelimitedFormatOf(source), fileName);
+        library_.Toolkit().Show(
+            {"Nessun delimitatore di campo impostato!", messages::kHostTitle, ui::Icon::Exclamation, ui::Buttons::Ok});
+    } catch (const std::exception& error) {
+        messages::ShowReadingError(library_.Toolkit(), error.what());
+    }
+    return nullptr;
+}
+
+ElementListPtr ASLImportPatient::Read(const SourceFormat& format, const std::string& fileName) {
+    return InContext([&](ReadContext& context) {
+        return IsWorkbook(format) ? ReadWorkbook(format, fileName, context, library_.Workbooks())
+                                  : ReadText(format, fileName, context);
+    });
+}
+
+ElementListPtr ASLImportPatient::InContext(const std::function<ElementListPtr(ReadContext&)>& read) {
+    findings_.Clear();
+    const ReadProgress::Listener listener = [this](std::int32_t percent) { RaiseReadingFile(percent); };
+    ReadContext context(library_, listener);
+    ElementListPtr elements = read(context);
+    findings_ = std::move(context.findings);
+    return elements;
+}
+
+void ASLImportPatient::RaiseReadingFile(std::int32_t percent) const {
+    if (ReadingFile) ReadingFile(percent);
+    if (DialogReadingFile) DialogReadingFile(percent);
+}
+
+}  // namespace vlm
