@@ -6,7 +6,7 @@
 namespace vlm::server {
 
 /// The patient import: so far its references to the host's objects and its event. The rest answers E_NOTIMPL.
-class ASLImportPatientFacade final : public Facade<_ASLImportPatient, IConnectionPointContainer> {
+class ASLImportPatientFacade final : public Facade<_ASLImportPatient, IConnectionPointContainer, IProvideClassInfo2> {
 public:
     HRESULT STDMETHODCALLTYPE get_Connection(IDispatch** result) override { return GiveConnection(result, Lib()); }
     HRESULT STDMETHODCALLTYPE putref_Connection(IDispatch* value) override { return TakeConnection(value, Lib()); }
@@ -39,10 +39,16 @@ public:
         return events_.Find(iid, point);
     }
 
+    HRESULT STDMETHODCALLTYPE GetClassInfo(ITypeInfo** info) override {
+        return GiveTypeInfo(kASLImportPatientClass, info);
+    }
+    HRESULT STDMETHODCALLTYPE GetGUID(DWORD kind, GUID* guid) override;
+
     /// Tells the host how much of a source is read, in percent.
     void RaiseReadingFile(std::int32_t value) { events_.Fire(kReadingFileId, com::Variant(value)); }
 
 private:
+    void* Find(const IID& iid) noexcept override;
     static HRESULT GiveReference(IDispatch** result, const com::Ref<IDispatch>& reference) noexcept {
         return Give(result, [&] { return reference.Share(); });
     }
