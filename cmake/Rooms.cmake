@@ -6,16 +6,27 @@ target_compile_options(vlm_options INTERFACE -Wall -Wextra -Wpedantic -Wshadow -
                                              -Wnon-virtual-dtor -Woverloaded-virtual -Werror
                                              -Wno-restrict -Wno-stringop-overflow) # g++ 12 sees faults in "text" + string
 target_link_options(vlm_options INTERFACE -Wno-stringop-overflow) # seen again when the program is optimised as a whole
+if(WIN32)
+  target_compile_definitions(vlm_options INTERFACE NOMINMAX WIN32_LEAN_AND_MEAN _WIN32_WINNT=0x0601) # Windows 7 and on
+endif()
 if(VLM_SANITIZE)
   target_compile_options(vlm_options INTERFACE -fsanitize=address,undefined -fno-sanitize-recover=all
                                                -fno-omit-frame-pointer)
   target_link_options(vlm_options INTERFACE -fsanitize=address,undefined)
 endif()
 
-# vlm_room(NAME [LINKS ...]): sources of the current folder, not of those below it.
+# What a room needs of one machine only stands in a folder of its own inside the room.
+if(WIN32)
+  set(VLM_MACHINE windows)
+else()
+  set(VLM_MACHINE posix)
+endif()
+
+# vlm_room(NAME [LINKS ...]): sources of the current folder and of its machine's folder, not of others below it.
 function(vlm_room name)
   cmake_parse_arguments(ROOM "" "" "LINKS" ${ARGN})
-  file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.cpp)
+  file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.cpp
+                                      ${CMAKE_CURRENT_SOURCE_DIR}/${VLM_MACHINE}/*.cpp)
   add_library(${name} STATIC ${sources})
   target_link_libraries(${name} PUBLIC vlm_options ${ROOM_LINKS})
 endfunction()

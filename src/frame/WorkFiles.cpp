@@ -28,7 +28,7 @@ std::string FreshWorkFile(const Library& library, std::string_view folder) {
     std::error_code failure;
     std::filesystem::create_directory(files::ToNative(path), failure);
     if (!files::IsDirectory(path)) {
-        throw Error("Impossibile creare la cartella " + path + ": " + files::ReasonOf(failure.value()) + ".");
+        throw Error("Impossibile creare la cartella " + path + ": " + files::ReasonOf(failure) + ".");
     }
     std::string file;
     do file = PathCombine(path, TemporaryName());

@@ -8,7 +8,7 @@
 namespace vlm::server {
 
 /// The patient import and its event.
-class ASLImportPatientFacade final : public Facade<_ASLImportPatient, IConnectionPointContainer> {
+class ASLImportPatientFacade final : public Facade<_ASLImportPatient, IConnectionPointContainer, IProvideClassInfo2> {
 public:
     ASLImportPatientFacade();
 
@@ -44,7 +44,14 @@ public:
         return events_.Find(iid, point);
     }
 
+    HRESULT STDMETHODCALLTYPE GetClassInfo(ITypeInfo** info) override {
+        return GiveTypeInfo(kASLImportPatientClass, info);
+    }
+    HRESULT STDMETHODCALLTYPE GetGUID(DWORD kind, GUID* guid) override;
+
 private:
+    void* Find(const IID& iid) noexcept override;
+
     ASLImportPatient component_{Lib()};
     com::EventSource events_{*this, k__ASLImportPatientId};
 };

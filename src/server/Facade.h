@@ -6,6 +6,7 @@
 #include "server/HostConnection.h"
 #include "server/MemberTables.h"
 #include "server/Module.h"
+#include "server/TypeLibrary.h"
 #include "server/VlmASLServicesLib.h"
 
 namespace vlm::server {
@@ -15,6 +16,15 @@ namespace vlm::server {
 template <typename Interface, typename... More>
 class Facade : public com::DispatchObject<Interface, ISupportErrorInfo, More...> {
 public:
+    HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override {
+        if (count == nullptr) return E_POINTER;
+        *count = TypeInfoCount();
+        return S_OK;
+    }
+    HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT index, LCID, ITypeInfo** info) override {
+        if (info != nullptr) *info = nullptr;
+        return index == 0 ? GiveTypeInfo(Interface::kId, info) : DISP_E_BADINDEX;
+    }
     HRESULT STDMETHODCALLTYPE InterfaceSupportsErrorInfo(REFIID iid) override {
         return com::Same(iid, Interface::kId) ? S_OK : S_FALSE;
     }

@@ -3,12 +3,6 @@
 /// The automation types and functions: the system's own on Windows, elsewhere ours of the same names and layout.
 #ifdef _WIN32
 
-#ifndef NOMINMAX
-#define NOMINMAX
-#endif
-#ifndef WIN32_LEAN_AND_MEAN
-#define WIN32_LEAN_AND_MEAN
-#endif
 #include <windows.h>
 // The order matters: the two below build on windows.h.
 #include <ocidl.h>

@@ -58,6 +58,10 @@ inline constexpr GUID kIdOf<ICreateErrorInfo> = Guid("22F03340-547D-101B-8E65-08
 template <>
 inline constexpr GUID kIdOf<ISupportErrorInfo> = Guid("DF0B3D60-548F-101B-8E65-08002B2BD119");
 template <>
+inline constexpr GUID kIdOf<IProvideClassInfo> = Guid("B196B283-BAB4-101A-B69C-00AA00341D07");
+template <>
+inline constexpr GUID kIdOf<IProvideClassInfo2> = Guid("A6BC3AC0-DBAA-11CE-9DE3-00AA004BB851");
+template <>
 inline constexpr GUID kIdOf<IConnectionPointContainer> = Guid("B196B284-BAB4-101A-B69C-00AA00341D07");
 template <>
 inline constexpr GUID kIdOf<IEnumConnectionPoints> = Guid("B196B285-BAB4-101A-B69C-00AA00341D07");

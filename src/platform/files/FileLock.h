@@ -1,6 +1,6 @@
 #pragma once
 
-#include <string>
+#include <filesystem>
 
 namespace vlm::files {
 
@@ -12,8 +12,8 @@ public:
     FileLock& operator=(const FileLock&) = delete;
     ~FileLock() { Release(); }
 
-    /// False when there is no such file or another program holds it.
-    bool Take(const std::string& path) noexcept;
+    /// `path` in the machine's form. False when there is no such file or another program holds it.
+    bool Take(const std::filesystem::path& path) noexcept;
     void Release() noexcept;
 
 private:
@@ -21,6 +21,6 @@ private:
 };
 
 /// Brings a folder's names to the disk, where the file system can.
-void SyncFolder(const std::string& folder) noexcept;
+void SyncFolder(const std::filesystem::path& folder) noexcept;
 
 }  // namespace vlm::files

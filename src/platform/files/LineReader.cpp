@@ -2,9 +2,9 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <sys/types.h>
 
 #include "platform/Error.h"
+#include "platform/files/Machine.h"
 #include "platform/files/Paths.h"
 #include "platform/text/CodePage1252.h"
 #include "platform/text/Utf8.h"
@@ -20,7 +20,7 @@ constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
 
 LineReader::LineReader(const std::string& path) : path_(path) {
     const auto facts = FactsOf(path);
-    file_.reset(std::fopen(ToNative(path).string().c_str(), "rb"));
+    file_.reset(machine::OpenToRead(ToNative(path)));
     if (!file_ || !facts) throw Error("Impossibile aprire il file " + path + ": " + ReasonOf(errno) + ".");
     size_ = facts->size;
     Fill();
@@ -84,7 +84,7 @@ void LineReader::MoveTo(std::uint64_t offset) {
         at_ = static_cast<std::size_t>(offset - start_);
         return;
     }
-    if (::fseeko(file_.get(), static_cast<off_t>(offset), SEEK_SET) != 0) {
+    if (!machine::MoveTo(file_.get(), offset)) {
         throw Error("Impossibile leggere il file " + path_ + ": " + ReasonOf(errno) + ".");
     }
     buffer_.clear();

@@ -1,28 +1,16 @@
 #include "platform/files/Paths.h"
 
-#include <algorithm>
 #include <cerrno>
-#include <ctime>
-#include <sys/stat.h>
+#include <chrono>
+
+#include "platform/files/Machine.h"
+#include "platform/text/LocalDate.h"
 
 namespace vlm::files {
 
-std::filesystem::path ToNative(std::string_view path) {
-    std::string native(path);
-#ifndef _WIN32
-    std::replace(native.begin(), native.end(), '\\', '/');
-    return native;
-#else
-    return std::filesystem::u8path(native);
-#endif
-}
-
-std::string ToLibrary(std::string_view path) {
-    std::string result(path);
-#ifndef _WIN32
-    std::replace(result.begin(), result.end(), '/', '\\');
-#endif
-    return result;
+std::string TextOf(const std::filesystem::path& native) {
+    const std::u8string text = native.u8string();
+    return {text.begin(), text.end()};
 }
 
 bool IsDirectory(std::string_view path) noexcept {
@@ -47,19 +35,18 @@ bool IsFile(std::string_view path) noexcept { return FactsOf(path).has_value(); 
 
 std::optional<FileFacts> FactsOf(std::string_view path) noexcept {
     try {
-        struct stat status {};
-        if (path.empty() || ::stat(ToNative(path).string().c_str(), &status) != 0 || !S_ISREG(status.st_mode)) {
-            return std::nullopt;
-        }
-        std::tm local{};
-#ifdef _WIN32
-        localtime_s(&local, &status.st_mtime);
-#else
-        localtime_r(&status.st_mtime, &local);
-#endif
-        const auto changed = Date::FromCivil({local.tm_year + 1900, local.tm_mon + 1, local.tm_mday, local.tm_hour,
-                                              local.tm_min, std::min(local.tm_sec, 59)});
-        return FileFacts{static_cast<std::uint64_t>(status.st_size), changed.value_or(Date{})};
+        namespace fs = std::filesystem;
+        const fs::path native = ToNative(path);
+        std::error_code error;
+        if (path.empty() || !fs::is_regular_file(native, error)) return std::nullopt;
+        const std::uint64_t size = fs::file_size(native, error);
+        if (error) return std::nullopt;
+        const fs::file_time_type changed = fs::last_write_time(native, error);
+        if (error) return std::nullopt;
+        using std::chrono::file_clock;
+        using std::chrono::floor, std::chrono::seconds, std::chrono::system_clock;
+        const auto moment = floor<seconds>(file_clock::to_sys(changed));
+        return FileFacts{size, LocalDate(system_clock::to_time_t(moment)).value_or(Date{})};
     } catch (...) {
         return std::nullopt;
     }
@@ -87,13 +74,20 @@ std::string ReasonOf(int error) {
             return "nome troppo lungo";
         case EIO:
             return "errore del disco";
+#ifdef EDQUOT  // not every system knows quotas
         case EDQUOT:
             return "quota su disco esaurita";
+#endif
         case ENOTEMPTY:
             return "la cartella non è vuota";
         default:
             return "errore di sistema " + std::to_string(error);
     }
+}
+
+std::string ReasonOf(const std::error_code& error) {
+    const bool system = error.category() == std::system_category();
+    return ReasonOf(system ? machine::ErrnoOf(error.value()) : error.value());
 }
 
 }  // namespace vlm::files

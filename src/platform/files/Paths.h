@@ -5,6 +5,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <system_error>
 #include <vector>
 
 #include "platform/text/Date.h"
@@ -15,6 +16,9 @@ namespace vlm::files {
 std::filesystem::path ToNative(std::string_view path);
 /// A path as a person or the machine gave it, in the library's form.
 std::string ToLibrary(std::string_view path);
+
+/// A path of the machine's as text. What it reads as inside the library is ToLibrary's business.
+std::string TextOf(const std::filesystem::path& native);
 
 /// These never fail: any error counts as "is not there".
 bool IsDirectory(std::string_view path) noexcept;
@@ -31,5 +35,7 @@ std::optional<FileFacts> FactsOf(std::string_view path) noexcept;
 
 /// "percorso inesistente", "accesso negato", ... for an errno value.
 std::string ReasonOf(int error);
+/// The same for an error of the standard library.
+std::string ReasonOf(const std::error_code& error);
 
 }  // namespace vlm::files

@@ -3,6 +3,7 @@
 #include <filesystem>
 
 #include "platform/Error.h"
+#include "platform/files/Machine.h"
 #include "platform/files/Paths.h"
 
 namespace vlm::files {
@@ -21,32 +22,26 @@ void RemoveLeftovers(const fs::path& folder) noexcept {
     try {
         std::error_code error;
         for (const fs::directory_entry& entry : fs::directory_iterator(folder, error)) {
-            const std::string name = entry.path().filename().string();
+            const std::string name = TextOf(entry.path().filename());
             const bool ours = name.front() == '.' &&
                               (EndsWith(name, StagedFile::kPartSuffix) || EndsWith(name, StagedFile::kEarlierSuffix));
             FileLock lock;
-            if (ours && lock.Take(entry.path().string())) fs::remove(entry.path(), error);
+            if (ours && lock.Take(entry.path())) fs::remove(entry.path(), error);
         }
     } catch (...) {  // a leftover that stays hidden does no harm
     }
 }
 
 [[noreturn]] void Fail(const std::string& path, const std::error_code& error) {
-    throw Error("Impossibile scrivere il file " + path + ": " + ReasonOf(error.value()) + ".");
+    throw Error("Impossibile scrivere il file " + path + ": " + ReasonOf(error) + ".");
 }
 
-/// A second name for what stands at the target, so that the target itself never vanishes.
-void KeepAside(const std::string& target, const std::string& earlier) {
+void RemoveUnused(const fs::path& file, const std::string& shown) {
     std::error_code error;
-    if (fs::exists(earlier, error)) {
-        FileLock lock;
-        if (!lock.Take(earlier)) Fail(target, std::make_error_code(std::errc::operation_would_block));
-        fs::remove(earlier, error);
-    }
-    fs::create_hard_link(target, earlier, error);
-    if (!error) return;
-    fs::copy_file(target, earlier, error);
-    if (error) Fail(target, error);
+    if (!fs::exists(file, error)) return;
+    FileLock lock;
+    if (!lock.Take(file)) Fail(shown, std::make_error_code(std::errc::operation_would_block));
+    fs::remove(file, error);
 }
 
 }  // namespace
@@ -55,13 +50,14 @@ void StagedFile::Open(const std::string& targetPath) {
     Revert();
     const fs::path target = ToNative(targetPath);
     RemoveLeftovers(FolderOf(target));
-    target_ = target.string();
+    target_ = target;
+    shown_ = targetPath;
     std::error_code ignored;
     if (fs::is_directory(target, ignored)) Fail(targetPath, std::make_error_code(std::errc::is_a_directory));
-    const std::string hidden = (target.parent_path() / ("." + target.filename().string())).string();
-    part_ = hidden + kPartSuffix;
-    earlier_ = hidden + kEarlierSuffix;
-    output_.Open(part_, targetPath);
+    const fs::path hidden = target.parent_path() / (fs::path(".") += target.filename());
+    part_ = fs::path(hidden) += kPartSuffix;
+    earlier_ = fs::path(hidden) += kEarlierSuffix;
+    output_.Open(TextOf(part_), targetPath);
     state_ = State::Writing;
 }
 
@@ -70,15 +66,17 @@ void StagedFile::Deliver() {
     output_.Close();
     std::error_code error;
     if (fs::exists(target_, error)) {
-        KeepAside(target_, earlier_);
+        RemoveUnused(earlier_, shown_);
+        machine::KeepAside(target_, earlier_, error);
+        if (error) Fail(shown_, error);
         earlierLock_.Take(earlier_);
     } else {
         earlier_.clear();
     }
-    fs::rename(part_, target_, error);
-    if (error) Fail(target_, error);
+    machine::Replace(part_, target_, error);
+    if (error) Fail(shown_, error);
     // The database's commit lasts; so must the file's name.
-    SyncFolder(FolderOf(target_).string());
+    SyncFolder(FolderOf(target_));
     state_ = State::Delivered;
 }
 
@@ -100,7 +98,7 @@ void StagedFile::Revert() noexcept {
     } else if (earlier_.empty()) {
         fs::remove(target_, error);
     } else {
-        fs::rename(earlier_, target_, error);
+        machine::Replace(earlier_, target_, error);
     }
     earlierLock_.Release();
     state_ = State::Idle;

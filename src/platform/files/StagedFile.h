@@ -1,5 +1,6 @@
 #pragma once
 
+#include <filesystem>
 #include <string>
 
 #include "platform/files/FileLock.h"
@@ -39,9 +40,9 @@ private:
 
     OutputFile output_;
     State state_ = State::Idle;
-    std::string target_;  // all three in the machine's form
-    std::string part_;
-    std::string earlier_;  // empty when nothing stood at the target
+    std::string shown_;  // the target as the user knows it
+    std::filesystem::path target_, part_;
+    std::filesystem::path earlier_;  // empty when nothing stood at the target
     FileLock earlierLock_;
 };
 

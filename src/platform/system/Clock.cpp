@@ -1,23 +1,17 @@
 #include "platform/system/Clock.h"
 
+#include <cmath>
 #include <ctime>
 
 #include "platform/Error.h"
+#include "platform/text/LocalDate.h"
 
 namespace vlm::sys {
 
 Date SystemClock::Today() const {
-    const std::time_t now = std::time(nullptr);
-    std::tm local{};
-#ifdef _WIN32
-    const bool known = localtime_s(&local, &now) == 0;
-#else
-    const bool known = localtime_r(&now, &local) != nullptr;
-#endif
-    const std::optional<Date> today =
-        known ? Date::FromYmd(local.tm_year + 1900, local.tm_mon + 1, local.tm_mday) : std::nullopt;
-    if (!today) throw Error("L'orologio del computer non dà una data valida.");
-    return *today;
+    const std::optional<Date> now = LocalDate(std::time(nullptr));
+    if (!now) throw Error("L'orologio del computer non dà una data valida.");
+    return Date(std::floor(now->Serial()));
 }
 
 }  // namespace vlm::sys

@@ -111,6 +111,23 @@ protected:
     ~IConnectionPointContainer() = default;
 };
 
+struct IProvideClassInfo : IUnknown {
+    virtual HRESULT GetClassInfo(ITypeInfo** info) = 0;
+
+protected:
+    ~IProvideClassInfo() = default;
+};
+
+struct IProvideClassInfo2 : IProvideClassInfo {
+    virtual HRESULT GetGUID(DWORD kind, GUID* guid) = 0;
+
+protected:
+    ~IProvideClassInfo2() = default;
+};
+
+/// The one kind of identifier that IProvideClassInfo2 knows: the class's default event interface.
+inline constexpr DWORD GUIDKIND_DEFAULT_SOURCE_DISP_IID = 1;
+
 #define VLM_AUTOMATION_API extern "C" __attribute__((visibility("default")))
 
 /// A null BSTR is an empty text to every function. Null when memory is short.

@@ -6,7 +6,7 @@
 
 namespace vlm::files {
 
-bool FileLock::Take(const std::string& path) noexcept {
+bool FileLock::Take(const std::filesystem::path& path) noexcept {
     Release();
     descriptor_ = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
     if (descriptor_ < 0) return false;
@@ -20,7 +20,7 @@ void FileLock::Release() noexcept {
     descriptor_ = -1;
 }
 
-void SyncFolder(const std::string& folder) noexcept {
+void SyncFolder(const std::filesystem::path& folder) noexcept {
     const int descriptor = ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
     if (descriptor < 0) return;
     ::fsync(descriptor);

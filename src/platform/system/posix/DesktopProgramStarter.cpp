@@ -1,7 +1,5 @@
 #include "platform/system/DesktopProgramStarter.h"
 
-#ifndef _WIN32
-
 #include <algorithm>
 #include <array>
 #include <cerrno>
@@ -128,5 +126,3 @@ void DesktopProgramStarter::Start(const std::string& commandLine) {
 }
 
 }  // namespace vlm::sys
-
-#endif

@@ -1,0 +1,12 @@
+#include "platform/system/windows/RegistryInstallFolder.h"
+
+#include "platform/system/windows/Registry.h"
+
+namespace vlm::sys {
+
+std::string RegistryInstallFolder::Path() const {
+    constexpr const char* kKey = "Software\\Microsoft\\Windows\\CurrentVersion\\App Paths\\Aldra.exe";
+    return registry::Read(HKEY_LOCAL_MACHINE, kKey, "Path").value_or("");
+}
+
+}  // namespace vlm::sys

@@ -1,0 +1,13 @@
+#include "server/TypeLibrary.h"
+
+namespace vlm::server {
+
+UINT TypeInfoCount() noexcept { return 0; }
+
+HRESULT GiveTypeInfo(const GUID&, ITypeInfo** info) noexcept {
+    if (info == nullptr) return E_POINTER;
+    *info = nullptr;
+    return E_NOTIMPL;
+}
+
+}  // namespace vlm::server

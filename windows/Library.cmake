@@ -1,0 +1,25 @@
+# What makes a DLL of the library: its exports, its type library and its resources.
+enable_language(RC)
+
+# vlm_windows_library(TARGET): the type library is made from the .idl and stands in the DLL as its first.
+function(vlm_windows_library target)
+  set(here ${PROJECT_SOURCE_DIR}/windows)
+  set(VLM_TYPELIB ${CMAKE_BINARY_DIR}/VlmASLServicesLib.tlb)
+  set(VLM_MANIFEST ${here}/VlmASLServicesLib.manifest)
+  find_path(VLM_IDL_FOLDER oaidl.idl PATHS /usr/include/wine/wine/windows NO_CMAKE_FIND_ROOT_PATH REQUIRED)
+  file(GLOB typelib_folders /usr/lib/*/wine/x86_64-windows) # where stdole2.tlb stands, for either word size
+  list(TRANSFORM typelib_folders PREPEND -L)
+  add_custom_command(
+    OUTPUT ${VLM_TYPELIB}
+    COMMAND ${VLM_WIDL} -I${VLM_IDL_FOLDER} ${typelib_folders} ${VLM_TYPELIB_WORD} -t -o ${VLM_TYPELIB}
+            ${here}/VlmASLServicesLib.idl
+    DEPENDS ${here}/VlmASLServicesLib.idl
+    VERBATIM)
+  configure_file(${here}/VlmASLServicesLib.rc.in ${CMAKE_BINARY_DIR}/VlmASLServicesLib.rc @ONLY)
+  set_source_files_properties(${CMAKE_BINARY_DIR}/VlmASLServicesLib.rc PROPERTIES
+    OBJECT_DEPENDS "${VLM_TYPELIB};${VLM_MANIFEST}" COMPILE_OPTIONS "-c;65001")
+  target_sources(${target} PRIVATE ${CMAKE_BINARY_DIR}/VlmASLServicesLib.rc ${here}/VlmASLServicesLib.def)
+  # The .def names the exports without decoration, which 32-bit functions carry inside.
+  target_link_options(${target} PRIVATE -Wl,--enable-stdcall-fixup)
+  set_target_properties(${target} PROPERTIES PREFIX "" LINK_DEPENDS ${here}/VlmASLServicesLib.def)
+endfunction()
