@@ -9,6 +9,7 @@
 #include "import/elements/ElementList.h"
 #include "import/elements/Findings.h"
 #include "import/healthcard/ModSistemaTS.h"
+#include "import/readers/SourceFormat.h"
 
 namespace vlm {
 

@@ -218,6 +218,12 @@ void MemoryRecordset::MoveFirst() {
     position_ = 0;
 }
 
+void MemoryRecordset::MoveToRow(std::uint32_t row) {
+    RequireOpen();
+    Update();
+    position_ = std::min<std::int64_t>(row, RecordCount());
+}
+
 void MemoryRecordset::MoveNext() {
     RequireOpen();
     Update();

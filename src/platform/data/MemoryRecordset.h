@@ -64,6 +64,8 @@ public:
     std::int64_t RecordCount() const;
     bool AtStart() const { return position_ < 0; }
     void MoveFirst();
+    /// Stands on a row among those that the filter shows, from 0; beyond them at the end.
+    void MoveToRow(std::uint32_t row);
     void MovePrevious();
 
     int FieldCount() const override { return static_cast<int>(columns_.size()); }

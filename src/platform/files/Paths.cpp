@@ -1,10 +1,12 @@
 #include "platform/files/Paths.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <chrono>
 
 #include "platform/files/Machine.h"
 #include "platform/text/LocalDate.h"
+#include "platform/text/Utf8.h"
 
 namespace vlm::files {
 
@@ -29,6 +31,22 @@ bool IsSameFolder(std::string_view left, std::string_view right) noexcept {
     } catch (...) {
         return false;
     }
+}
+
+std::vector<std::string> FileNamesIn(std::string_view folder) {
+    std::vector<std::string> names;
+    std::error_code error;
+    for (std::filesystem::directory_iterator entry(ToNative(folder), error), end; entry != end;
+         entry.increment(error)) {
+        if (error) break;
+        if (!entry->is_regular_file(error)) continue;
+        names.push_back(TextOf(entry->path().filename()));
+    }
+    std::sort(names.begin(), names.end(), [](const std::string& left, const std::string& right) {
+        const int order = text::CompareNoCase(left, right);
+        return order != 0 ? order < 0 : left < right;
+    });
+    return names;
 }
 
 bool IsFile(std::string_view path) noexcept { return FactsOf(path).has_value(); }

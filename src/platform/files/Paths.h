@@ -26,6 +26,9 @@ bool IsDirectory(std::string_view path) noexcept;
 bool IsSameFolder(std::string_view left, std::string_view right) noexcept;
 bool IsFile(std::string_view path) noexcept;
 
+/// Names of the files in a folder, without regard to case in alphabetical order; none for a folder that is not there.
+std::vector<std::string> FileNamesIn(std::string_view folder);
+
 struct FileFacts {
     std::uint64_t size = 0;  // bytes
     Date lastChange;         // local time

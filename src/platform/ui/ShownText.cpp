@@ -17,6 +17,12 @@ std::string DateShown(const DateField& field) {
     return field.Value() ? text::DdMmYyyySlashes(*field.Value()) : std::string();
 }
 
+/// What is typed into a password field goes nowhere, not even its length.
+std::string TextShown(const TextField& field) {
+    if (!field.password) return field.Text();
+    return field.Text().empty() ? std::string() : "set";
+}
+
 std::string SelectedShown(const MultiList& list) {
     std::string shown;
     for (const int position : list.Selected()) {
@@ -32,7 +38,7 @@ std::string ShownText(const Control& control) {
         case ControlKind::Label:
             return control.Caption();
         case ControlKind::Text:
-            return As<TextField>(control).Text();
+            return TextShown(As<TextField>(control));
         case ControlKind::Number:
             return NumberShown(As<NumberField>(control));
         case ControlKind::Date:

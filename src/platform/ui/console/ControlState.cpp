@@ -60,8 +60,8 @@ void ControlState::Write(JsonWriter& json) const {
     json.String("name", control_.Name());
     WriteValue(json);
     json.String("text", Text());
-    json.Boolean("enabled", control_.Enabled());
-    json.Boolean("visible", control_.Visible());
+    json.Boolean("enabled", control_.Owner().IsEnabled(control_));
+    json.Boolean("visible", control_.Owner().IsVisible(control_));
     json.String("caption", control_.Caption());
     json.Number("rows", Rows());
     if (HasItems(control_.Kind())) WriteItems(json);

@@ -1,0 +1,53 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "import/elements/ElementList.h"
+#include "platform/ui/Grid.h"
+
+namespace vlm {
+
+/// The elements of one read as a grid shows them, with their selection. Rows that a filter hides stay, with the
+/// selection they had. Elements count from 0 in the source's order.
+class ElementGridModel final : public ui::GridModel {
+public:
+    struct ShownColumn {
+        ElementColumn column;
+        const char* title;
+        int width;
+        bool visible = true;
+    };
+
+    /// Selected as the elements' `Selezionato` says.
+    ElementGridModel(const std::vector<ShownColumn>& columns, ElementListPtr elements);
+
+    /// Only the elements that the archive does not have, or all.
+    void ShowOnlyNew(bool onlyNew);
+
+    std::uint32_t ElementCount() const noexcept { return static_cast<std::uint32_t>(selected_.size()); }
+    /// The element of a shown row.
+    std::uint32_t ElementAt(int row) const { return shown_[static_cast<std::size_t>(row)]; }
+    bool IsSelected(std::uint32_t element) const { return selected_[element]; }
+    void Select(std::uint32_t element, bool selected) { selected_[element] = selected; }
+    void SelectAll() { selected_.assign(selected_.size(), true); }
+    std::size_t CountSelected() const;       // hidden ones too
+    std::size_t CountShownSelected() const;  // what the user sees
+
+    /// The list, standing on that element.
+    ElementList& At(std::uint32_t element) const;
+
+    const std::vector<Column>& Columns() const override { return columns_; }
+    int RowCount() const override { return static_cast<int>(shown_.size()); }
+    std::string Cell(int row, int column) const override;
+
+private:
+    std::vector<Column> columns_;
+    std::vector<ElementColumn> sources_;  // of each column
+    ElementListPtr elements_;
+    std::vector<bool> selected_;        // by element
+    std::vector<std::uint32_t> shown_;  // elements
+};
+
+}  // namespace vlm

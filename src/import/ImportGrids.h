@@ -1,0 +1,42 @@
+#pragma once
+
+#include <vector>
+
+#include "import/ElementGridModel.h"
+
+/// What the import dialog's grids of elements show.
+namespace vlm {
+
+inline const std::vector<ElementGridModel::ShownColumn> kPatientColumns = {
+    {ElementColumn::Selezionato, "Importa", 60},
+    {ElementColumn::Codice, "Codice paziente", 110},
+    {ElementColumn::Cognome, "Cognome", 130},
+    {ElementColumn::Nome, "Nome", 130},
+    {ElementColumn::DataNascita, "Data nascita", 90},
+    {ElementColumn::Sesso, "Sesso", 50},
+    {ElementColumn::CodiceFiscale, "Codice fiscale", 150},
+    {ElementColumn::DataScelta, "Data scelta", 90},
+    {ElementColumn::Comune, "Comune di residenza", 150},
+    {ElementColumn::Indirizzo, "Indirizzo", 180},
+    {ElementColumn::IDComune, "IDComune", 80, false},
+    {ElementColumn::IDPaziente, "IDPaziente", 80, false},
+    {ElementColumn::Scadenza, "Scadenza", 90},
+    {ElementColumn::Sospensione, "Sospensione", 90},
+    {ElementColumn::Telefono, "Telefono", 100},
+};
+
+inline const std::vector<ElementGridModel::ShownColumn> kExemptionColumns = {
+    {ElementColumn::Selezionato, "Importa", 60},
+    {ElementColumn::Codice, "Codice paziente", 110},
+    {ElementColumn::Cognome, "Cognome", 130},
+    {ElementColumn::Nome, "Nome", 130},
+    {ElementColumn::DataNascita, "Data nascita", 90},
+    {ElementColumn::Sesso, "Sesso", 50},
+    {ElementColumn::CodiceFiscale, "Codice fiscale", 150},
+    {ElementColumn::Esenzione, "Esenzione", 80},
+    {ElementColumn::IDPaziente, "IDPaziente", 80, false},
+    {ElementColumn::EsenzioneDataInizio, "Data inizio", 90},
+    {ElementColumn::EsenzioneDataScadenza, "Data scadenza", 90},
+};
+
+}  // namespace vlm
