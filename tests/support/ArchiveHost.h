@@ -11,6 +11,7 @@
 #include "host/services/UserRights.h"
 #include "platform/data/sqlite/SqliteConnection.h"
 #include "platform/system/Clock.h"
+#include "support/ImportComponents.h"
 #include "support/TempFolder.h"
 
 namespace vlm::test {
@@ -25,7 +26,8 @@ private:
     com::Ref<IDispatch> object_;
 };
 
-/// The databases of the reference host's clinic 12, nearly empty: what a test of the import begins with.
+/// The reference host with the databases of its clinic 12, nearly empty: what a test of the import begins with. Whose
+/// program it is: user MARIA.
 class ArchiveHost {
 public:
     /// Scripts that fill the tables, run in plain SQLite.
@@ -51,6 +53,7 @@ public:
     sys::FixedClock clock{*Date::FromYmd(2026, 11, 23)};
     data::ConnectionPtr connection;
     HostObjectPtr lockService, rights;
+    ImportComponents components{clock};
 
 private:
     static constexpr const char* kComuni =
