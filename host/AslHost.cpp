@@ -6,6 +6,7 @@
 #include <ostream>
 
 #include "host/DemoClinic.h"
+#include "host/DemoClinicImport.h"
 #include "host/LoadedLibrary.h"
 #include "host/LoggedHelp.h"
 #include "host/ReferenceHostUtility.h"
@@ -30,7 +31,6 @@ namespace fs = std::filesystem;
 namespace {
 
 constexpr const char* kImport = "ASLImportPatient";
-constexpr const char* kInstallationFolder = "Installazione";
 
 /// Absolute, because a program that is started on a file may stand in another folder; without a "/" at its end.
 std::string FolderText(const fs::path& folder) {
@@ -115,7 +115,8 @@ int RunComponent(const HostOptions& options, std::ostream& out, std::ostream& er
 
 int Init(const HostOptions& options, std::ostream& out) {
     CreateDemo(options.words.front(), options.today.value_or(sys::SystemClock().Today()));
-    out << "Creati in " << options.words.front() << ": Aldra, Studio0012 (Sicilia), Studio0016 (Puglia).\n";
+    out << "Creati in " << options.words.front() << ": Aldra, Studio0012 (Sicilia), Studio0016 (Puglia); "
+        << kInstallationFolder << " (modelli di importazione), " << kSourcesFolder << " (elenchi da importare).\n";
     return kDone;
 }
 
