@@ -1,7 +1,7 @@
 # The two commands of every day: make demo, make test.
 
 JOBS ?= $(shell nproc)
-PACKAGES := g++ cmake ninja-build libsqlite3-dev libzip-dev libpugixml-dev libgtest-dev libbenchmark-dev
+PACKAGES := g++ cmake ninja-build libsqlite3-dev nlohmann-json3-dev libzip-dev libpugixml-dev libgtest-dev libbenchmark-dev
 SUDO := $(shell [ "$$(id -u)" = 0 ] || command -v sudo)
 
 .PHONY: help deps build demo test bench format

@@ -16,6 +16,8 @@ CREATE TABLE Comune (IDComune INTEGER PRIMARY KEY, Comune VARCHAR(100), CodiceIS
 CREATE TABLE Esenzione (IDEsenzione INTEGER PRIMARY KEY, IDTipoEsenzione INT);
 CREATE TABLE TipoEsenzione (IDTipoEsenzione INTEGER PRIMARY KEY, TipoEsenzione VARCHAR(50), IDPosizioneTicket INT);
 CREATE TABLE Patologia (IDPatologia INTEGER PRIMARY KEY, CodificaCompleta VARCHAR(10), Patologia VARCHAR(100));
+CREATE INDEX IX_Comune_Nome ON Comune (Comune COLLATE NOCASE);
+CREATE INDEX IX_Comune_CodiceCatastale ON Comune (rtrim(CodiceCatastale) COLLATE NOCASE);
 )sql";
 
 constexpr std::string_view kClinicPeople = R"sql(
@@ -145,11 +147,15 @@ ORDER BY Progetto.IDProgetto, StatoProgetto.IDStatoPrestazioneErogata;
 
 // The first index is the order in which a region wants its services: by branch, moment and document. The moment is
 // compared as a date because the column holds days with and without a time. The second answers the patient's town
-// from the index alone.
+// from the index alone. Those of Paziente find the patient of a list's line: codes compare without regard to case and
+// to blanks at their end.
 constexpr std::string_view kClinicIndices = R"sql(
 CREATE INDEX IX_Parcella_Esportazione ON Parcella (CodiceBranca, datetime(DataAiFiniConvenzione), IDParcella);
 CREATE INDEX IX_Residenza_Paziente ON Residenza (IDPaziente, IDTipoResidenza, IDComune);
 CREATE INDEX IX_EsenzionePerPaziente_Paziente ON EsenzionePerPaziente (IDPaziente, IDEsenzione);
+CREATE INDEX IX_Paziente_NumTesseraSanitaria ON Paziente (rtrim(NumTesseraSanitaria) COLLATE NOCASE);
+CREATE INDEX IX_Paziente_NumAssistito ON Paziente (rtrim(NumAssistito) COLLATE NOCASE);
+CREATE INDEX IX_Paziente_CodiceFiscale ON Paziente (rtrim(CodiceFiscale) COLLATE NOCASE);
 CREATE INDEX IX_RicettaFarmaci_Data ON RicettaFarmaci (IDBrancaPerStudio, IDSpecialista, DataRicetta);
 )sql";
 

@@ -10,6 +10,7 @@
 #include "host/DemoClinicComuni.h"
 #include "host/DemoClinicFaults.h"
 #include "host/DemoClinicFolder.h"
+#include "host/DemoClinicImport.h"
 #include "host/DemoClinicMaster.h"
 #include "host/DemoClinicPatients.h"
 #include "host/DemoClinicPrescriptions.h"
@@ -29,10 +30,18 @@ namespace {
 constexpr const char* kMasterFile = "Aldra.sqlite";
 constexpr std::int64_t kDemoServices = 12000;
 constexpr int kDemoPatients = 300;
+constexpr int kDemoNewcomers = 20;
 constexpr std::int64_t kServicesOfPatient = 160;  // when measuring: a million services have thousands of patients
 
 /// The parts of the data that draw from a sequence of their own.
-enum Stream : std::uint64_t { kPatientStream = 1, kServiceStream, kPrescriptionStream, kProjectStream, kStreams };
+enum Stream : std::uint64_t {
+    kNewcomerStream,
+    kPatientStream,
+    kServiceStream,
+    kPrescriptionStream,
+    kProjectStream,
+    kStreams
+};
 
 int PatientCount(const DemoOptions& options) {
     return std::max(kDemoPatients, static_cast<int>(options.serviceRows / kServicesOfPatient));
@@ -85,16 +94,28 @@ void CreateClinic(const fs::path& file, const DemoClinicProfile& clinic, const D
     writer.Commit();
 }
 
+/// The lists are those of the first clinic: of its patients, and of others who chose its doctors.
+void CreateImportFiles(const fs::path& folder, const DemoClinicComuni& comuni, Date today, const DemoOptions& options) {
+    const DemoClinicProfile& clinic = DemoProfiles().front();
+    const auto patients = [&](Stream stream, int count) {
+        const std::uint64_t number = static_cast<std::uint64_t>(clinic.idStudio) * kStreams + stream;
+        return MakePatients(clinic, comuni, count, today, DemoClinicRandom(options.seed, number));
+    };
+    WriteImportFiles(folder, comuni, patients(kPatientStream, kDemoPatients - kFaultyPatients),
+                     patients(kNewcomerStream, kDemoNewcomers), today);
+}
+
 std::string FileOf(const DemoClinicProfile& clinic) { return clinic.DatabaseName() + ".sqlite"; }
 
 void Create(const fs::path& folder, Date today, const DemoOptions& options) {
-    std::vector<std::string> files = {kMasterFile};
+    std::vector<std::string> files = {kMasterFile, kInstallationFolder, kSourcesFolder};
     for (const DemoClinicProfile& clinic : DemoProfiles()) files.push_back(FileOf(clinic));
     DemoClinicFolder place(folder, std::move(files));
     const DemoClinicComuni comuni(options.comuniCsv);
     CreateMaster(place.Workshop() / kMasterFile, comuni);
     for (const DemoClinicProfile& clinic : DemoProfiles())
         CreateClinic(place.Workshop() / FileOf(clinic), clinic, comuni, today, options);
+    CreateImportFiles(place.Workshop(), comuni, today, options);
     place.Deliver();
 }
 

@@ -18,8 +18,9 @@ struct DemoOptions {
 };
 
 /// Creates the databases of the demo clinics in a folder, which is created when it is missing: `Aldra`, `Studio0012`
-/// (Sicily) and `Studio0016` (Puglia), with the work of the 24 months before `today`'s month. Throws Error, naming
-/// the file, when one of them is there already; an error leaves the folder as it was.
+/// (Sicily) and `Studio0016` (Puglia), with the work of the 24 months before `today`'s month. Beside them the folders
+/// `Installazione` (import templates, the health-card system's answer) and `Sorgenti` (lists to import). Throws Error,
+/// naming it, when one of them is there already; an error leaves the folder as it was.
 void CreateDemo(const std::filesystem::path& folder, Date today, const DemoOptions& options = {});
 
 }  // namespace vlm::host

@@ -41,7 +41,7 @@ void DemoClinicFolder::RefuseExisting() const {
     for (const std::string& name : files_)
         for (const char* suffix : {"", "-journal", "-wal"})
             if (const fs::path file = folder_ / (name + suffix); fs::exists(fs::symlink_status(file)))
-                throw Error("Il file \"" + file.string() + "\" esiste già: la clinica dimostrativa non viene creata.");
+                throw Error("\"" + file.string() + "\" esiste già: la clinica dimostrativa non viene creata.");
 }
 
 void DemoClinicFolder::Deliver() {
@@ -59,7 +59,7 @@ void DemoClinicFolder::Deliver() {
 void DemoClinicFolder::TakeBack(bool folderIsNew) const noexcept {
     std::error_code ignored;
     for (const std::string& name : files_)
-        if (!fs::exists(workshop_ / name, ignored)) fs::remove(folder_ / name, ignored);
+        if (!fs::exists(workshop_ / name, ignored)) fs::remove_all(folder_ / name, ignored);
     if (folderIsNew) fs::remove(folder_, ignored);
 }
 

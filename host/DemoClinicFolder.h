@@ -6,8 +6,8 @@
 
 namespace vlm::host {
 
-/// A folder that gets its databases all at once or not at all: they are made in a temporary folder beside and moved in
-/// when all are done.
+/// A folder that gets its files and folders all at once or not at all: they are made in a temporary folder beside and
+/// moved in when all are done.
 class DemoClinicFolder {
 public:
     /// Throws Error naming the first of `files` that is in the folder already. The folder itself may be missing.

@@ -1,5 +1,7 @@
 #include "host/FiscalCode.h"
 
+#include <tuple>
+
 #include "platform/Error.h"
 #include "platform/text/Utf8.h"
 
@@ -72,23 +74,70 @@ std::string AsciiUpper(std::string_view code) {
     return upper;
 }
 
-/// "L" a letter, "D" a digit or the letter of one, "M" the letter of a month.
-bool HasForm(std::string_view code) {
-    constexpr std::string_view kForm = "LLLLLLDDMDDLDDDL";
-    if (code.size() != kForm.size()) return false;
-    for (std::size_t i = 0; i < kForm.size(); ++i) {
-        if (kForm[i] == 'L' && !IsLetter(code[i])) return false;
-        if (kForm[i] == 'D' && DigitOf(code[i]) < 0) return false;
-        if (kForm[i] == 'M' && kMonths.find(code[i]) == std::string_view::npos) return false;
+constexpr std::size_t kCodeLength = 16;
+/// The form of a code: "L" a letter, "D" a digit or the letter of one, "M" the letter of a month.
+constexpr std::string_view kForm = "LLLLLLDDMDDLDDDL";
+
+bool Fits(char form, char c) {
+    switch (form) {
+        case 'D':
+            return DigitOf(c) >= 0;
+        case 'M':
+            return kMonths.find(c) != std::string_view::npos;
+        default:
+            return IsLetter(c);
     }
-    return true;
+}
+
+/// The place of the first character that does not fit the form, kCodeLength for none.
+std::size_t FirstWrong(std::string_view code) {
+    std::size_t at = 0;
+    while (at < kCodeLength && at < code.size() && Fits(kForm[at], code[at])) ++at;
+    return at;
+}
+
+bool HasForm(std::string_view code) { return code.size() == kCodeLength && FirstWrong(code) == kCodeLength; }
+
+/// Two digits, or the letters that stand for them, as a number.
+int NumberAt(std::string_view code, std::size_t at) { return DigitOf(code[at]) * 10 + DigitOf(code[at + 1]); }
+
+/// Of a code that has the form. The year has no century yet.
+Date::Civil BirthIn(std::string_view code) {
+    Date::Civil birth;
+    birth.year = NumberAt(code, 6);
+    birth.month = static_cast<int>(kMonths.find(code[8])) + 1;
+    birth.day = NumberAt(code, 9);
+    if (birth.day > kWomensDays) birth.day -= kWomensDays;
+    return birth;
 }
 
 bool HasDay(std::string_view code) {
     constexpr int kDaysOfMonth[] = {31, 29, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
-    int day = DigitOf(code[9]) * 10 + DigitOf(code[10]);
-    if (day > kWomensDays) day -= kWomensDays;
-    return day >= 1 && day <= kDaysOfMonth[kMonths.find(code[8])];
+    const Date::Civil birth = BirthIn(code);
+    return birth.day >= 1 && birth.day <= kDaysOfMonth[birth.month - 1];
+}
+
+/// The day, in the latest century in which it is not after today.
+std::optional<Date> WithCentury(Date::Civil birth, Date today) {
+    const Date::Civil now = today.ToCivil();
+    const int century = now.year / 100 * 100;
+    birth.year += century;
+    if (std::tie(birth.year, birth.month, birth.day) > std::tie(now.year, now.month, now.day)) birth.year -= 100;
+    return Date::FromCivil(birth);
+}
+
+[[noreturn]] void RefuseCode(std::string_view code, const std::string& reason) {
+    throw Error("Il codice fiscale \"" + std::string(text::Left(code, 40)) + "\" non è valido: " + reason + ".");
+}
+
+void RequireForm(std::string_view given, std::string_view code) {
+    if (text::Length(code) != kCodeLength) RefuseCode(given, "deve avere 16 caratteri");
+    const std::size_t wrong = FirstWrong(code);
+    if (wrong < kCodeLength) {
+        RefuseCode(given, "il carattere in posizione " + std::to_string(wrong + 1) + " non è ammesso");
+    }
+    const char check = FiscalCheckCharacter(code.substr(0, kCodeLength - 1));
+    if (check != code.back()) RefuseCode(given, std::string("il carattere di controllo dovrebbe essere ") + check);
 }
 
 }  // namespace
@@ -121,6 +170,19 @@ char FiscalCheckCharacter(std::string_view firstFifteen) {
 bool IsFiscalCode(std::string_view code) {
     const std::string upper = AsciiUpper(code);
     return HasForm(upper) && HasDay(upper) && FiscalCheckCharacter(std::string_view(upper).substr(0, 15)) == upper[15];
+}
+
+FiscalBearer ReadFiscalCode(std::string_view given, Date today) {
+    const std::string code = AsciiUpper(text::Trim(given));
+    RequireForm(given, code);
+    const std::optional<Date> birth = WithCentury(BirthIn(code), today);
+    if (!birth) RefuseCode(given, "la data di nascita non esiste");
+    FiscalBearer bearer;
+    bearer.birth = *birth;
+    bearer.female = NumberAt(code, 9) > kWomensDays;
+    bearer.landRegistryCode = code[11];
+    for (std::size_t at = 12; at < 15; ++at) bearer.landRegistryCode += static_cast<char>('0' + DigitOf(code[at]));
+    return bearer;
 }
 
 }  // namespace vlm::host

@@ -27,4 +27,14 @@ char FiscalCheckCharacter(std::string_view firstFifteen);
 /// character. Digits replaced by letters, as the tax office does for people whose codes would be equal, are lawful.
 bool IsFiscalCode(std::string_view code);
 
+/// What a code says of whom it was given to.
+struct FiscalBearer {
+    Date birth;  // in the century that makes the person 0 to 99 years old
+    bool female = false;
+    std::string landRegistryCode;  // its digits as digits; "Z" and three of them for a foreign state
+};
+
+/// A code in capitals or not, blanks around it do not count. Throws Error with the reason for one that is not valid.
+FiscalBearer ReadFiscalCode(std::string_view code, Date today);
+
 }  // namespace vlm::host

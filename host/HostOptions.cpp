@@ -19,6 +19,11 @@ Date Day(const std::string& text) {
     return *date;
 }
 
+std::string User(const std::string& text) {
+    if (text.empty()) throw UsageError("--user vuole un nome.");
+    return text;
+}
+
 std::string Ui(const std::string& text) {
     if (text == "qt") throw UsageError("Questa versione non ha finestre: usare --ui console.");
     if (text != "console") throw UsageError("--ui vuole console o qt.");
@@ -36,6 +41,8 @@ bool SetOption(HostOptions& options, const std::string& name, const std::string&
         options.workFolder = value;
     } else if (name == "--install") {
         options.installFolder = value;
+    } else if (name == "--user") {
+        options.user = User(value);
     } else if (name == "--settings") {
         options.settingsFile = value;
     } else if (name == "--today") {
@@ -84,10 +91,13 @@ const char* HostOptions::Usage() {
   aslhost [opzioni] ASLExport [passo ...]        apre l'esportazione delle prestazioni
   aslhost [opzioni] ASLPanoramico [passo ...]    apre l'esportazione delle ricette farmaci
   aslhost [opzioni] ExportProgetti [passo ...]   apre l'esportazione dei progetti
+  aslhost [opzioni] ASLImportPatient [passo ...] apre l'importazione dei pazienti
 
   --data CARTELLA    cartella dei database     --clinic N        numero dello studio (12)
   --work CARTELLA    cartella di lavoro        --install CARTELLA  cartella di installazione
+                                               (Installazione nella cartella dei database, se c'è)
   --settings FILE    impostazioni (ini)        --today AAAA-MM-GG  la data di oggi
+  --user NOME        chi usa l'applicazione (OPERATORE)
   --ui console       come si mostrano le finestre
   --json             un oggetto JSON per riga (sempre, quando l'uscita non è un terminale)
   --text             righe da leggere, anche quando l'uscita non è un terminale

@@ -20,9 +20,10 @@ struct HostOptions {
     std::string dataFolder = ".";
     std::string odbcText;
     int clinic = 12;
-    std::string workFolder;     // "" = a folder of the host's own
-    std::string installFolder;  // "" = not given
-    std::string settingsFile;   // "" = the user's
+    std::string workFolder;          // "" = a folder of the host's own
+    std::string installFolder;       // "" = not given
+    std::string user = "OPERATORE";  // who works with the host: in whose name records are locked
+    std::string settingsFile;        // "" = the user's
     std::optional<Date> today;
     std::string ui;
     bool json = false;

@@ -23,6 +23,7 @@ std::optional<GUID> ClassOf(const std::string& component) {
     if (component == "ASLExport") return server::kASLExportClass;
     if (component == "ASLPanoramico") return server::kASLPanoramicoClass;
     if (component == "ExportProgetti") return server::kExportProgettiClass;
+    if (component == "ASLImportPatient") return server::kASLImportPatientClass;
     return std::nullopt;
 }
 

@@ -4,7 +4,7 @@ namespace vlm::host {
 
 std::string ReferenceHostUtility::SqlDate(Date date, int /*option*/) const { return "'" + IsoDate(date) + "'"; }
 
-std::string ReferenceHostUtility::SqlString(std::string_view value) const {
+std::string SqlText(std::string_view value) {
     std::string literal = "'";
     for (const char c : value) literal.append(c == '\'' ? 2 : 1, c);
     return literal + "'";

@@ -4,6 +4,9 @@
 
 namespace vlm::host {
 
+/// A text literal: quotes doubled, in quotes.
+std::string SqlText(std::string_view value);
+
 /// The host's shared utility object, as the reference host has it.
 class ReferenceHostUtility : public HostUtility {
 public:
@@ -12,7 +15,7 @@ public:
     std::string WorkFolder() const override { return workFolder_; }
     /// 'YYYY-MM-DD', or 'YYYY-MM-DD HH:MM:SS' for a date with a time of day.
     std::string SqlDate(Date date, int option) const override;
-    std::string SqlString(std::string_view value) const override;
+    std::string SqlString(std::string_view value) const override { return SqlText(value); }
 
 private:
     std::string workFolder_;

@@ -1,0 +1,71 @@
+#include "host/services/LockService.h"
+
+#include "host/ReferenceHostUtility.h"
+#include "host/services/ArchiveTable.h"
+#include "platform/Error.h"
+#include "platform/automation/ErrorReport.h"
+#include "platform/text/DateText.h"
+#include "platform/text/Utf8.h"
+#include "server/VlmASLServicesLib.h"
+
+namespace vlm::host {
+
+namespace {
+
+std::string WhereRecord(const std::string& table, std::int32_t key) {
+    return " WHERE Tabella = " + SqlText(table) + " AND Chiave = " + std::to_string(key);
+}
+
+[[noreturn]] void RefuseLocked(const std::string& table, std::int32_t key, const data::Recordset& lock) {
+    const ArchiveTable known = ArchiveTableOf(table);
+    const std::optional<Date> since = lock.DateOf(lock.Ordinal("Dal"));
+    throw Error(RecordText(known, key) + " è " + std::string(known.locked) + " da " +
+                std::string(lock.TextOf(lock.Ordinal("Utente"))) +
+                (since ? " dal " + text::DdMmYyyySlashes(*since) : std::string()) + ".");
+}
+
+}  // namespace
+
+std::span<const com::Member> LockService::Members() const noexcept {
+    static constexpr std::array kMembers = {
+        com::Method<&LockService::LockRecord>("LockRecord", 1, VT_EMPTY, {{"Table", VT_BSTR}, {"Key", VT_I4}}),
+        com::Method<&LockService::UnlockRecord>("UnlockRecord", 2, VT_EMPTY, {{"Table", VT_BSTR}, {"Key", VT_I4}}),
+    };
+    return kMembers;
+}
+
+void* LockService::Find(const IID& iid) noexcept {
+    if (com::Same(iid, server::kLockSrvId)) return static_cast<IDispatch*>(this);
+    return DispatchObject::Find(iid);
+}
+
+HRESULT LockService::LockRecord(BSTR table, std::int32_t key) {
+    return com::Guarded("aslhost", server::kLockSrvId, [&] { Lock(com::ToUtf8(table), key); });
+}
+
+HRESULT LockService::UnlockRecord(BSTR table, std::int32_t key) {
+    return com::Guarded("aslhost", server::kLockSrvId, [&] { Unlock(com::ToUtf8(table), key); });
+}
+
+/// One statement looks and takes, so that of two users only one gets the record.
+void LockService::Lock(const std::string& table, std::int32_t key) {
+    const std::string where = WhereRecord(table, key);
+    const std::int64_t taken =
+        connection_->Execute("INSERT INTO BloccoRecord (Tabella, Chiave, Utente, Dal) SELECT " + SqlText(table) + ", " +
+                             std::to_string(key) + ", " + SqlText(user_) + ", " + SqlText(IsoDate(clock_.Today())) +
+                             " WHERE NOT EXISTS (SELECT * FROM BloccoRecord" + where + ")");
+    if (taken == 0) {
+        const auto lock = connection_->Open("SELECT Utente, Dal FROM BloccoRecord" + where);
+        if (!lock->AtEnd() && !text::EqualNoCase(lock->TextOf(0), user_)) RefuseLocked(table, key, *lock);
+    }
+    ++held_[{text::FoldCase(table), key}];
+}
+
+void LockService::Unlock(const std::string& table, std::int32_t key) {
+    const auto held = held_.find({text::FoldCase(table), key});
+    if (held == held_.end() || --held->second > 0) return;
+    held_.erase(held);
+    connection_->Execute("DELETE FROM BloccoRecord" + WhereRecord(table, key) + " AND Utente = " + SqlText(user_));
+}
+
+}  // namespace vlm::host

@@ -1,0 +1,71 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "frame/HostServices.h"
+#include "host/DatabaseSchema.h"
+#include "host/DatabaseWriter.h"
+#include "host/services/LockService.h"
+#include "host/services/UserRights.h"
+#include "platform/data/sqlite/SqliteConnection.h"
+#include "platform/system/Clock.h"
+#include "support/ImportComponents.h"
+#include "support/TempFolder.h"
+
+namespace vlm::test {
+
+/// An automation object of the host's as the library hands it on.
+class HeldObject final : public HostObject {
+public:
+    explicit HeldObject(com::Ref<IDispatch> object) : object_(std::move(object)) {}
+    void* Native() const noexcept override { return object_.Get(); }
+
+private:
+    com::Ref<IDispatch> object_;
+};
+
+/// The reference host with the databases of its clinic 12, nearly empty: what a test of the import begins with. Whose
+/// program it is: user MARIA.
+class ArchiveHost {
+public:
+    /// Scripts that fill the tables, run in plain SQLite.
+    explicit ArchiveHost(const std::string& clinicSql = {}, const std::string& masterSql = {}) {
+        Create("Aldra", {std::string(host::MasterSchema()), kComuni, masterSql});
+        Create("Studio0012", {host::ClinicSchema(), std::string(host::ClinicIndices()), clinicSql});
+        connection = Connect();
+        lockService = LockServiceOf("MARIA");
+        rights = std::make_shared<HeldObject>(com::Make<host::UserRights>("MARIA"));
+    }
+
+    /// Another connection to the clinic, as another user's program has it.
+    data::ConnectionPtr Connect() const {
+        return data::SqliteConnection::Connect("Provider=SQLite;Data Source=\"" + folder.Path().string() +
+                                               "\";Initial Catalog=Studio0012;Busy Timeout=0");
+    }
+    /// The lock service of a user of this program.
+    HostObjectPtr LockServiceOf(const std::string& user) const {
+        return std::make_shared<HeldObject>(com::Make<host::LockService>(connection, user, clock));
+    }
+
+    TempFolder folder;
+    sys::FixedClock clock{*Date::FromYmd(2026, 11, 23)};
+    data::ConnectionPtr connection;
+    HostObjectPtr lockService, rights;
+    ImportComponents components{clock};
+
+private:
+    static constexpr const char* kComuni =
+        "INSERT INTO Comune (IDComune, Comune, CodiceISTAT, CodiceCatastale, Sigla, Cap) VALUES"
+        " (1, 'Cantù', '013041', 'B639', 'CO', '22063'), (2, 'Catania', '087015', 'C351', 'CT', NULL),"
+        " (3, 'Palermo', '082053', 'G273', 'PA', '90100'), (4, 'Roma', '058091', 'H501', 'RM', NULL);";
+
+    void Create(const std::string& database, const std::vector<std::string>& scripts) const {
+        host::DatabaseWriter writer(folder / (database + ".sqlite"));
+        for (const std::string& script : scripts) writer.Execute(script);
+        writer.Commit();
+    }
+};
+
+}  // namespace vlm::test
