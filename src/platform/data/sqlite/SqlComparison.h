@@ -13,6 +13,10 @@ namespace vlm::data {
 SqlExpression SqlComparison(const SqlExpression& left, const std::string& comparison, const SqlExpression& right);
 SqlExpression SqlBetween(const SqlExpression& value, const SqlExpression& low, const SqlExpression& high, bool negated);
 SqlExpression SqlInList(const SqlExpression& value, const std::vector<SqlExpression>& items, bool negated);
+/// `escape` is empty for none. A pattern that begins with letters reads only the rows that begin so where an index on
+/// the column, COLLATE NOCASE, is there.
+SqlExpression SqlLike(const SqlExpression& value, const SqlExpression& pattern, const std::string& escape,
+                      bool negated);
 
 /// The operands of one chain of "+" and "-"; `operators` stand between them. "+" joins texts when any operand is text.
 SqlExpression SqlSum(const std::vector<SqlExpression>& operands, const std::vector<std::string>& operators);

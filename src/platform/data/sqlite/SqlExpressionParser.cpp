@@ -107,9 +107,9 @@ SqlExpression SqlExpressionParser::ParseIn(const SqlExpression& left, bool negat
 }
 
 SqlExpression SqlExpressionParser::ParseLike(const SqlExpression& left, bool negated) {
-    std::string sql = left.Operand() + (negated ? " NOT LIKE " : " LIKE ") + ParseValue().Operand();
-    if (cursor_.AcceptWord("ESCAPE")) sql += " ESCAPE " + ParseValue().Operand();
-    return Made(std::move(sql), SqlKind::Number, true);
+    const SqlExpression pattern = ParseValue();
+    const std::string escape = cursor_.AcceptWord("ESCAPE") ? ParseValue().Operand() : std::string();
+    return SqlLike(left, pattern, escape, negated);
 }
 
 SqlExpression SqlExpressionParser::ParseBetween(const SqlExpression& left, bool negated) {
