@@ -11,20 +11,12 @@
 #include "host/services/UserRights.h"
 #include "platform/data/sqlite/SqliteConnection.h"
 #include "platform/system/Clock.h"
+#include "server/HostReference.h"
+#include "support/FakeServices.h"
 #include "support/ImportComponents.h"
 #include "support/TempFolder.h"
 
 namespace vlm::test {
-
-/// An automation object of the host's as the library hands it on.
-class HeldObject final : public HostObject {
-public:
-    explicit HeldObject(com::Ref<IDispatch> object) : object_(std::move(object)) {}
-    void* Native() const noexcept override { return object_.Get(); }
-
-private:
-    com::Ref<IDispatch> object_;
-};
 
 /// The reference host with the databases of its clinic 12, nearly empty: what a test of the import begins with. Whose
 /// program it is: user MARIA.
@@ -36,7 +28,7 @@ public:
         Create("Studio0012", {host::ClinicSchema(), std::string(host::ClinicIndices()), clinicSql});
         connection = Connect();
         lockService = LockServiceOf("MARIA");
-        rights = std::make_shared<HeldObject>(com::Make<host::UserRights>("MARIA"));
+        rights = server::HostReference::Of(com::Make<host::UserRights>("MARIA").Get());
     }
 
     /// Another connection to the clinic, as another user's program has it.
@@ -46,7 +38,7 @@ public:
     }
     /// The lock service of a user of this program.
     HostObjectPtr LockServiceOf(const std::string& user) const {
-        return std::make_shared<HeldObject>(com::Make<host::LockService>(connection, user, clock));
+        return server::HostReference::Of(com::Make<host::LockService>(connection, user, clock).Get());
     }
 
     TempFolder folder;
@@ -54,6 +46,14 @@ public:
     data::ConnectionPtr connection;
     HostObjectPtr lockService, rights;
     ImportComponents components{clock};
+    FakeServices services;
+
+    /// What the library is given: the services of a test, and this host's clock and components.
+    Library::Services Services() {
+        Library::Services all = services.With(services.toolkit);
+        return {all.toolkit,  all.utility,       all.settings, clock,
+                all.programs, all.installFolder, components,   all.workbooks};
+    }
 
 private:
     static constexpr const char* kComuni =
