@@ -8,8 +8,20 @@ namespace {
 using files::SheetValue;
 
 /// Positions in the dialog's list of authorities.
-enum Entry { Lazio = 7, Marche = 10, Sardegna = 14, Toscana = 16, Catania = 22, Caltanissetta, Savona, Palermo, Ragusa,
-             Sassari, Enna, Napoli };
+enum Entry {
+    Lazio = 7,
+    Marche = 10,
+    Sardegna = 14,
+    Toscana = 16,
+    Catania = 22,
+    Caltanissetta,
+    Savona,
+    Palermo,
+    Ragusa,
+    Sassari,
+    Enna,
+    Napoli
+};
 
 class AslFormatsTest : public ImportTest {
 protected:
@@ -49,7 +61,8 @@ TEST_F(AslFormatsTest, CataniaByItsRecordDescription) {
 
 TEST_F(AslFormatsTest, CataniaDatesThatAreNone) {
     const std::string source = Source(
-        "1\n2\n" + CataniaLine().At(62, "00/00/0000").At(104, "          ").At(115, "31/02/2020").At(126, "1.1.29    ").Line());
+        "1\n2\n" +
+        CataniaLine().At(62, "00/00/0000").At(104, "          ").At(115, "31/02/2020").At(126, "1.1.29    ").Line());
     const ElementListPtr list = component.ReadSourceForAsl(source, Catania, "");
     ASSERT_EQ(list->RecordCount(), 1);
     EXPECT_TRUE(list->IsNull(OrdinalOf(ElementColumn::DataNascita)));
@@ -105,12 +118,12 @@ TEST_F(AslFormatsTest, ToscanaByItsRecordDescription) {
         "DataNascita=03/02/1961|Sesso=M|CodiceFiscale=LGHDNT61B03D612X|";
     const std::string address = "Indirizzo=VIA SANTA MARGHERITA, ANGOLO CORSO|";
     const auto read = [&](const Positions& row) { return Read(Toscana, Source("a\r\nb\r\n" + row.Line())).front(); };
-    EXPECT_EQ(read(line), start + "Comune=Palermo|" + address +
-                              "CAP=90100|DataScelta=04/03/2001|IDComune=3|IDPaziente=0");
-    EXPECT_EQ(read(Positions(line).At(126, "999999").At(248, "2001030 ")),
-              start + address + "IDComune=0|IDPaziente=0");
+    EXPECT_EQ(read(line),
+              start + "Comune=Palermo|" + address + "CAP=90100|DataScelta=04/03/2001|IDComune=3|IDPaziente=0");
+    EXPECT_EQ(read(Positions(line).At(126, "999999").At(248, "2001030 ")), start + address + "IDComune=0|IDPaziente=0");
     EXPECT_EQ(component.LastFindings().Report(), Lines{"Riga 3, DataScelta: \"2001030\" non è una data."});
-    EXPECT_EQ(read(Positions(line).At(126, "0 OR 1")), start + address + "DataScelta=04/03/2001|IDComune=0|IDPaziente=0");
+    EXPECT_EQ(read(Positions(line).At(126, "0 OR 1")),
+              start + address + "DataScelta=04/03/2001|IDComune=0|IDPaziente=0");
     EXPECT_EQ(component.LastFindings().Report(),
               Lines{"Riga 3, Comune: \"0 OR 1\" non è il codice ISTAT di un comune."});
 }
@@ -129,8 +142,9 @@ Positions SicilianLine() {
 }
 
 TEST_F(AslFormatsTest, PalermoCaltanissettaEnnaAndMarcheByTheirTables) {
-    const std::string start = "Selezionato=True|Codice=PA123456789|Cognome=COGNOME E NOME DI TRENTA LETTE|"
-                              "DataNascita=03/02/1961|Sesso=F|CodiceFiscale=CGNNMO61B43G273A|";
+    const std::string start =
+        "Selezionato=True|Codice=PA123456789|Cognome=COGNOME E NOME DI TRENTA LETTE|"
+        "DataNascita=03/02/1961|Sesso=F|CodiceFiscale=CGNNMO61B43G273A|";
     const std::string address = "|Indirizzo=VIA MAQUEDA NUMERO VENTISETTE|";
     const std::string end = "DataScelta=04/03/2001|IDComune=3|IDPaziente=0";
     const std::string source = "1\r\n2\r\n" + SicilianLine().WithLineEnd();
@@ -154,10 +168,11 @@ TEST_F(AslFormatsTest, PalermoCaltanissettaEnnaAndMarcheByTheirTables) {
                                .At(89, "082053")
                                .At(95, "CGNNMO61B43G273A")
                                .At(112, "04/03/2001");
-    EXPECT_EQ(Read(Enna, Source(enna.Line())),
-              Lines{"Selezionato=True|Codice=EN123456789|Cognome=COGNOME E NOME DI TRENTA LETTE|"
-                    "DataNascita=03/02/1961|CodiceFiscale=CGNNMO61B43G273A|Comune=Palermo|"
-                    "Indirizzo=PIAZZA VITTORIO EMANUELE N. 12|CAP=90100|DataScelta=04/03/2001|IDComune=3|IDPaziente=0"});
+    EXPECT_EQ(
+        Read(Enna, Source(enna.Line())),
+        Lines{"Selezionato=True|Codice=EN123456789|Cognome=COGNOME E NOME DI TRENTA LETTE|"
+              "DataNascita=03/02/1961|CodiceFiscale=CGNNMO61B43G273A|Comune=Palermo|"
+              "Indirizzo=PIAZZA VITTORIO EMANUELE N. 12|CAP=90100|DataScelta=04/03/2001|IDComune=3|IDPaziente=0"});
 
     const Positions marche = Positions(180)
                                  .At(1, "COGNOME E NOME DI TRENTACINQUE LETT")
@@ -183,9 +198,11 @@ TEST_F(AslFormatsTest, SassariDividesTheNameAndLooksUpNoComune) {
                                .At(83, "03/02/1961")
                                .At(94, "ROMA")
                                .At(125, "04/03/01");
-    const std::string rest = "DataNascita=03/02/1961|CodiceFiscale=SNNMRA61B03I452K|Comune=ROMA|"
-                             "DataScelta=04/03/2001|IDPaziente=0";
-    EXPECT_EQ(Read(Sassari, Source(line.WithLineEnd() + "   \r\n\r\n" + Positions(line).At(47, "PIRAS GAVINO ANNA   ").Line())),
+    const std::string rest =
+        "DataNascita=03/02/1961|CodiceFiscale=SNNMRA61B03I452K|Comune=ROMA|"
+        "DataScelta=04/03/2001|IDPaziente=0";
+    EXPECT_EQ(Read(Sassari,
+                   Source(line.WithLineEnd() + "   \r\n\r\n" + Positions(line).At(47, "PIRAS GAVINO ANNA   ").Line())),
               (Lines{"Selezionato=True|Codice=SS34567|Cognome=SANNA|Nome=MARIA GIOVANNA|" + rest,
                      "Selezionato=True|Codice=SS34567|Cognome=PIRAS GAVINO ANNA|" + rest}));
 }
@@ -193,7 +210,8 @@ TEST_F(AslFormatsTest, SassariDividesTheNameAndLooksUpNoComune) {
 TEST_F(AslFormatsTest, LazioTakesNumberedLinesOfThirteenFields) {
     const std::string source = Source(
         "1;testata;;;;;;;;;;;\n"
-        "1; T7 ;XXXXXX00X00X000X; Bianchi ;Rosa;03/02/1961;-;-;04/03/2001;05/04/2031;-;Cantù; VIA   DEI  GELSI ;altro\r\n"
+        "1; T7 ;XXXXXX00X00X000X; Bianchi ;Rosa;03/02/1961;-;-;04/03/2001;05/04/2031;-;Cantù; VIA   DEI  GELSI "
+        ";altro\r\n"
         "due;T3;;A;B;;;;;;;;VIA ROMA\n"
         "3;T3;;A;B;;;;;;;ROMA\n"
         "4;ignoto;CNTNNA70A41B639Q;A;B; ;;;NULL;null;;;PIAZZA\n");
@@ -248,10 +266,11 @@ TEST_F(AslFormatsTest, NapoliDividesItsSharedCells) {
     const auto text = [](const char* value) { return SheetValue(std::string(value)); };
     const std::string path = host.folder / "napoli.xlsx";
     XlsxFile()
-        .Sheet("Foglio1", {{text("Num"), text("Cognome e nome")},
-                           {1.0, text("ESPOSITO CIRO"), text("ROMA - VIA TOLEDO - SCALA B"), text("CNTNNA70A41B639Q T3")},
-                           {text("x"), text("riga di altro")},
-                           {3.0, text("RUSSO LIA"), text("CANTÙ"), text("RSSLIA80A41F839X")}})
+        .Sheet("Foglio1",
+               {{text("Num"), text("Cognome e nome")},
+                {1.0, text("ESPOSITO CIRO"), text("ROMA - VIA TOLEDO - SCALA B"), text("CNTNNA70A41B639Q T3")},
+                {text("x"), text("riga di altro")},
+                {3.0, text("RUSSO LIA"), text("CANTÙ"), text("RSSLIA80A41F839X")}})
         .Write(path);
     EXPECT_EQ(Read(Napoli, path),
               (Lines{"Selezionato=False|Codice=T3|Cognome=ESPOSITO CIRO|CodiceFiscale=CNTNNA70A41B639Q|Comune=ROMA|"
@@ -271,7 +290,10 @@ TEST_F(AslFormatsTest, LineEndsAndEncodingsOfTextSources) {
     unix.erase(unix.find('\r'), 1);
     EXPECT_EQ(Read(Catania, Source("1\r\n2\r\n" + rows + "\r\n")), expected);
     EXPECT_EQ(Read(Catania, Source("1\n2\n" + unix)), expected);
-    EXPECT_EQ(Read(Catania, Bytes("\xEF\xBB\xBF" "1\n2\n" + rows)), expected);
+    EXPECT_EQ(Read(Catania, Bytes("\xEF\xBB\xBF"
+                                  "1\n2\n" +
+                                  rows)),
+              expected);
     EXPECT_EQ(Read(Catania, Source("")), Lines{});
     EXPECT_EQ(Read(Lazio, Source("")), Lines{});
     EXPECT_EQ(Read(Palermo, Source("1\n2\nPA1")).front(),

@@ -32,8 +32,8 @@ TEST_F(MatchingTest, AskingGivesTheAnswersOfTheSnapshot) {
     host.connection->BeginTransaction();
     for (int patient = 100; patient < 1100; ++patient) {
         const std::string number = std::to_string(patient);
-        Execute("INSERT INTO Paziente (IDPaziente, NumTesseraSanitaria, NumAssistito, CodiceFiscale) VALUES (" + number +
-                ", 'T" + number + "', 'A" + std::to_string(2000 - patient) + "', 'CF" + number + "')");
+        Execute("INSERT INTO Paziente (IDPaziente, NumTesseraSanitaria, NumAssistito, CodiceFiscale) VALUES (" +
+                number + ", 'T" + number + "', 'A" + std::to_string(2000 - patient) + "', 'CF" + number + "')");
     }
     host.connection->CommitTransaction();
     const std::vector<std::string> codes = {"T500", "a1500", "T7", "ignoto", "D'ELIA", "A7", "t3", "T500"};
@@ -67,7 +67,8 @@ TEST_F(MatchingTest, AskingGivesTheAnswersOfTheSnapshot) {
 }
 
 TEST_F(MatchingTest, SmallSourcesReadTheSameElements) {
-    const std::string line = "1;testata\n1;T7;;A;B;;;;;;;;x y\n2;z;dppdpp70a01h501x;A;B;;;;;;;;x y\n3;A7;n;A;B;;;;;;;;x y\n";
+    const std::string line =
+        "1;testata\n1;T7;;A;B;;;;;;;;x y\n2;z;dppdpp70a01h501x;A;B;;;;;;;;x y\n3;A7;n;A;B;;;;;;;;x y\n";
     const std::string source = Source(line);
     const Lines before = ElementsOf(component.GetElementList(source));
     host.connection->BeginTransaction();
@@ -111,10 +112,11 @@ TEST_F(MatchingTest, ComuniByNameAndByIstatCode) {
 
 TEST_F(MatchingTest, ElementListColumns) {
     const ElementListPtr list = NewElementList();
-    const char* const names[] = {"Selezionato", "Codice",      "Cognome",    "Nome",       "DataNascita",
-                                 "Sesso",       "CodiceFiscale", "Comune",   "Indirizzo",  "CAP",
-                                 "DataScelta",  "IDComune",    "IDPaziente", "Scadenza",   "Sospensione",
-                                 "Telefono",    "Esenzione",   "EsenzioneDataInizio", "EsenzioneDataScadenza"};
+    const char* const names[] = {
+        "Selezionato",          "Codice",   "Cognome",     "Nome",     "DataNascita", "Sesso",
+        "CodiceFiscale",        "Comune",   "Indirizzo",   "CAP",      "DataScelta",  "IDComune",
+        "IDPaziente",           "Scadenza", "Sospensione", "Telefono", "Esenzione",   "EsenzioneDataInizio",
+        "EsenzioneDataScadenza"};
     ASSERT_EQ(list->FieldCount(), 19);
     for (int column = 0; column < 19; ++column) EXPECT_EQ(list->FieldName(column), names[column]);
     EXPECT_EQ(list->Ordinal("Cap"), 9);

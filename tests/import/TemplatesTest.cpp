@@ -56,10 +56,10 @@ TEST_F(TemplatesTest, Grammar) {
 
 TEST_F(TemplatesTest, DatesByLayout) {
     const char* const cases[][3] = {
-        {"GGMMAA", "010203", "01/02/03"},       {"GGMMAAAA", "01022003", "01/02/2003"},
-        {"MMGGAA", "020103", "01/02/03"},       {"MMGGAAAA", "02012003", "01/02/2003"},
-        {"AAMMGG", "030201", "01/02/03"},       {"AAAAMMGG", "20030201", "01/02/2003"},
-        {"aaaammgg", "20030201", "20030201"},   {"", "1/2/2003", "1/2/2003"},
+        {"GGMMAA", "010203", "01/02/03"},           {"GGMMAAAA", "01022003", "01/02/2003"},
+        {"MMGGAA", "020103", "01/02/03"},           {"MMGGAAAA", "02012003", "01/02/2003"},
+        {"AAMMGG", "030201", "01/02/03"},           {"AAAAMMGG", "20030201", "01/02/2003"},
+        {"aaaammgg", "20030201", "20030201"},       {"", "1/2/2003", "1/2/2003"},
         {"GGMMAAAA", "01/02/2003", "01//0/2/2003"}, {"GGMMAA", "01", "01//"},
     };
     for (const auto& each : cases) EXPECT_EQ(ConvertTemplateDate(each[1], each[0]), each[2]) << each[0];
@@ -67,12 +67,27 @@ TEST_F(TemplatesTest, DatesByLayout) {
 
 TEST_F(TemplatesTest, DatesAsSourcesWriteThem) {
     const char* const cases[][2] = {
-        {"01/02/2003", "01/02/2003"}, {" 1-2-03 ", "01/02/2003"},  {"1.2.29", "01/02/2029"}, {"1/2/30", "01/02/1930"},
-        {"31/12/99", "31/12/1999"},   {"1/1/00", "01/01/2000"},    {"2003-02-01", "01/02/2003"},
-        {"29/02/2000", "29/02/2000"}, {"01/02/2003 10:30", "01/02/2003"}, {"01/02/2003 10.30.15", "01/02/2003"},
-        {"29/02/2001", ""},           {"02/25/2003", ""},          {"01/02", ""},            {"01/02/003", ""},
-        {"20030201", ""},             {"01/02/2003x", ""},         {"01/02/2003 25:00", ""}, {"01/02/20031", ""},
-        {"a/b/c", ""},                {"", ""},                    {"2003/2/111", ""},
+        {"01/02/2003", "01/02/2003"},
+        {" 1-2-03 ", "01/02/2003"},
+        {"1.2.29", "01/02/2029"},
+        {"1/2/30", "01/02/1930"},
+        {"31/12/99", "31/12/1999"},
+        {"1/1/00", "01/01/2000"},
+        {"2003-02-01", "01/02/2003"},
+        {"29/02/2000", "29/02/2000"},
+        {"01/02/2003 10:30", "01/02/2003"},
+        {"01/02/2003 10.30.15", "01/02/2003"},
+        {"29/02/2001", ""},
+        {"02/25/2003", ""},
+        {"01/02", ""},
+        {"01/02/003", ""},
+        {"20030201", ""},
+        {"01/02/2003x", ""},
+        {"01/02/2003 25:00", ""},
+        {"01/02/20031", ""},
+        {"a/b/c", ""},
+        {"", ""},
+        {"2003/2/111", ""},
     };
     for (const auto& each : cases) {
         const auto date = ParseSourceDate(each[0]);
@@ -107,8 +122,9 @@ TEST_F(TemplatesTest, DelimitedReadsEveryColumn) {
 }
 
 TEST_F(TemplatesTest, DelimitedOptions) {
-    const char* const few = "[FILETYPE]=TD\n[DELIMITER]=||\n[CodiceFiscale]=2\n[Cognome]=0\n[Nome]=x\n[Esenzione]=1\n"
-                            "[Codice]=3\n";
+    const char* const few =
+        "[FILETYPE]=TD\n[DELIMITER]=||\n[CodiceFiscale]=2\n[Cognome]=0\n[Nome]=x\n[Esenzione]=1\n"
+        "[Codice]=3\n";
     const auto read = [&](const std::string& more, const std::string& source) {
         Lines shown = Read(few + more, Source(source));
         for (std::string& row : shown) {
