@@ -51,7 +51,7 @@ fuzz: deps
 	@for target in build/fuzz/fuzz/*_fuzz; do \
 	  name=$$(basename $$target _fuzz); mkdir -p build/fuzz/found/$$name; \
 	  echo "$$name: $(FUZZ_SECONDS) seconds"; \
-	  $$target -max_total_time=$(FUZZ_SECONDS) -rss_limit_mb=2048 -timeout=20 -print_final_stats=1 -verbosity=0 \
+	  $$target -max_total_time=$(FUZZ_SECONDS) -rss_limit_mb=2048 -timeout=20 -print_final_stats=1 -print_funcs=0 -verbosity=0 \
 	    -artifact_prefix=build/fuzz/$$name- build/fuzz/found/$$name fuzz/corpus/$$name || exit 1; \
 	done
 

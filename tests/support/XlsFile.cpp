@@ -84,7 +84,8 @@ std::string XlsFile::CellRecord(const files::SheetValue& value, std::uint32_t ro
     if (const auto* number = std::get_if<double>(&value)) {
         const bool small = std::trunc(*number) == *number && std::abs(*number) < 1e8;
         if (!small) return BiffRecordOf(0x203, place + Le16(0) + LeDouble(*number));
-        return BiffRecordOf(0x27E, place + Le16(0) + Le32((static_cast<std::uint32_t>(static_cast<std::int32_t>(*number)) << 2) | 2));
+        return BiffRecordOf(
+            0x27E, place + Le16(0) + Le32((static_cast<std::uint32_t>(static_cast<std::int32_t>(*number)) << 2) | 2));
     }
     return {};
 }
