@@ -74,6 +74,7 @@ TEST_F(XlsFaultTest, BrokenRecords) {
     };
     const std::string place = Le16(0) + Le16(1) + Le16(0);
     const std::string open = BiffRecordOf(0x809, Le16(0x600) + Le16(5));
+    const std::string filler = BiffRecordOf(0x1234, std::string(3000, 'x'));
     const std::vector<std::pair<std::string, std::string>> cases = {
         {stream("testo"), kDamaged},
         {stream(""), kDamaged},
@@ -84,6 +85,10 @@ TEST_F(XlsFaultTest, BrokenRecords) {
         {stream(open + BiffRecordOf(0x85, Le32(5000) + std::string(6, '\0')) + BiffRecordOf(0x0A, "")), kDamaged},
         {stream(open + BiffRecordOf(0x85, Le32(8) + std::string(6, '\0')) + BiffRecordOf(0x0A, "")),
          "un foglio non è dove dovrebbe essere"},
+        {stream(open + BiffRecordOf(0x85, Le32(40) + std::string(6, '\0')) +
+                BiffRecordOf(0x85, Le32(40) + std::string(6, '\0')) + BiffRecordOf(0x0A, "") + BiffRecordOf(0x809, "") +
+                filler + BiffRecordOf(0x0A, "")),
+         "i suoi fogli si sovrappongono"},
         {global(BiffRecordOf(0x2F, "")), "è protetto da una password"},
         {global(BiffRecordOf(0x85, "abc")), kDamaged},
         {global(BiffRecordOf(0x22, "")), kDamaged},

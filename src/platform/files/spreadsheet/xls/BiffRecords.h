@@ -45,6 +45,8 @@ public:
 
     /// Throws WorkbookFault where the stream ends, which it may not do before its closing record.
     BiffRecord Next();
+    /// Where the next record starts.
+    std::size_t Offset() const noexcept { return at_; }
     /// The record's data and that of the records which continue it.
     std::vector<std::string_view> WithContinuations(const BiffRecord& record);
 

@@ -88,6 +88,9 @@ std::unique_ptr<Worksheet> XlsWorkbook::ReadSheet(std::size_t index) {
     auto table = std::make_unique<CellTable>(texts_);
     BiffRecords records(stream_, sheetOffsets_[index]);
     XlsSheetReader(styles_, unicode_, *table).Read(records);
+    // A list of sheets that all name one place would otherwise make a small file a large one.
+    bytesRead_ += records.Offset() - sheetOffsets_[index];
+    if (bytesRead_ > stream_.size()) throw WorkbookFault("i suoi fogli si sovrappongono");
     table->Finish();
     return table;
 }

@@ -33,6 +33,7 @@ private:
     CellStyles styles_;
     std::shared_ptr<TextPool> texts_ = std::make_shared<TextPool>();
     std::vector<std::uint32_t> sheetOffsets_;
+    std::size_t bytesRead_ = 0;  // by all sheets so far
 };
 
 }  // namespace vlm::files
