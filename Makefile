@@ -2,15 +2,18 @@
 
 JOBS ?= $(shell nproc)
 PACKAGES := g++ cmake ninja-build libsqlite3-dev nlohmann-json3-dev libzip-dev libpugixml-dev libgtest-dev libbenchmark-dev
+FUZZ_PACKAGES := clang libclang-rt-dev
+FUZZ_SECONDS ?= 30
 SUDO := $(shell [ "$$(id -u)" = 0 ] || command -v sudo)
 
-.PHONY: help deps build demo test bench format
+.PHONY: help deps build demo test bench fuzz format
 
 help:
 	@echo "make demo    creates the demo clinic and runs a month's and a quarter's export"
 	@echo "make test    builds and runs every test under the sanitizers"
 	@echo "make build   build/release/aslhost, optimised"
 	@echo "make bench   measures the export of 1,000,000 services"
+	@echo "make fuzz    feeds broken files to the readers, FUZZ_SECONDS=30 for each target"
 	@echo "make format  formats the sources"
 
 # Installs what is missing with the system's package manager, and says so; does nothing when all is there.
@@ -39,6 +42,18 @@ test: deps
 
 bench: build
 	@bench/run.sh build/release
+
+# Seeds are read, never written; what a run finds new stays in the build folder, a crash's input too.
+fuzz: PACKAGES += $(FUZZ_PACKAGES)
+fuzz: deps
+	cmake --preset fuzz
+	cmake --build --preset fuzz -j $(JOBS)
+	@for target in build/fuzz/fuzz/*_fuzz; do \
+	  name=$$(basename $$target _fuzz); mkdir -p build/fuzz/found/$$name; \
+	  echo "$$name: $(FUZZ_SECONDS) seconds"; \
+	  $$target -max_total_time=$(FUZZ_SECONDS) -rss_limit_mb=2048 -timeout=20 -print_final_stats=1 -print_funcs=0 -verbosity=0 \
+	    -artifact_prefix=build/fuzz/$$name- build/fuzz/found/$$name fuzz/corpus/$$name || exit 1; \
+	done
 
 format:
 	clang-format -i $$(git ls-files '*.cpp' '*.h')

@@ -3,9 +3,12 @@
 add_library(vlm_options INTERFACE)
 target_include_directories(vlm_options INTERFACE ${PROJECT_SOURCE_DIR}/src)
 target_compile_options(vlm_options INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wno-sign-conversion
-                                             -Wnon-virtual-dtor -Woverloaded-virtual -Werror
-                                             -Wno-restrict -Wno-stringop-overflow) # g++ 12 sees faults in "text" + string
-target_link_options(vlm_options INTERFACE -Wno-stringop-overflow) # seen again when the program is optimised as a whole
+                                             -Wnon-virtual-dtor -Woverloaded-virtual -Werror)
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+  # g++ 12 sees faults in "text" + string, and again when the program is optimised as a whole.
+  target_compile_options(vlm_options INTERFACE -Wno-restrict -Wno-stringop-overflow)
+  target_link_options(vlm_options INTERFACE -Wno-stringop-overflow)
+endif()
 if(WIN32)
   target_compile_definitions(vlm_options INTERFACE NOMINMAX WIN32_LEAN_AND_MEAN _WIN32_WINNT=0x0601) # Windows 7 and on
 endif()
@@ -13,6 +16,10 @@ if(VLM_SANITIZE)
   target_compile_options(vlm_options INTERFACE -fsanitize=address,undefined -fno-sanitize-recover=all
                                                -fno-omit-frame-pointer)
   target_link_options(vlm_options INTERFACE -fsanitize=address,undefined)
+endif()
+
+if(VLM_FUZZ)
+  target_compile_options(vlm_options INTERFACE -fsanitize=fuzzer-no-link)
 endif()
 
 # What a room needs of one machine only stands in a folder of its own inside the room.

@@ -1,0 +1,58 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string_view>
+#include <vector>
+
+namespace vlm::files {
+
+/// Kinds of records that a workbook's cells and texts are in.
+enum class BiffType : std::uint16_t {
+    Formula = 0x0006,
+    EndOfPart = 0x000A,
+    DateMode = 0x0022,
+    FilePass = 0x002F,
+    Continue = 0x003C,
+    CodePage = 0x0042,
+    BoundSheet = 0x0085,
+    MulRk = 0x00BD,
+    MulBlank = 0x00BE,
+    RString = 0x00D6,
+    Xf = 0x00E0,
+    SharedTexts = 0x00FC,
+    LabelShared = 0x00FD,
+    Blank = 0x0201,
+    Number = 0x0203,
+    Label = 0x0204,
+    BoolErr = 0x0205,
+    String = 0x0207,
+    Rk = 0x027E,
+    Format = 0x041E,
+    StartOfPart = 0x0809
+};
+
+struct BiffRecord {
+    BiffType type{};
+    std::string_view data;
+};
+
+/// The records of a stream, one after the other.
+class BiffRecords {
+public:
+    BiffRecords(std::string_view stream, std::size_t offset) : stream_(stream), at_(offset) {}
+
+    /// Throws WorkbookFault where the stream ends, which it may not do before its closing record.
+    BiffRecord Next();
+    /// Where the next record starts.
+    std::size_t Offset() const noexcept { return at_; }
+    /// The record's data and that of the records which continue it.
+    std::vector<std::string_view> WithContinuations(const BiffRecord& record);
+
+private:
+    std::string_view stream_;
+    std::size_t at_;
+};
+
+}  // namespace vlm::files
