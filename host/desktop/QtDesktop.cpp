@@ -1,0 +1,10 @@
+#include "host/desktop/QtDesktop.h"
+
+namespace vlm::host {
+
+void QtDesktop::Open(sys::SettingsStore& settings) {
+    application_ = std::make_unique<ui::QtApplication>(argc_, argv_);
+    toolkit_ = std::make_unique<ui::QtToolkit>(settings);
+}
+
+}  // namespace vlm::host
