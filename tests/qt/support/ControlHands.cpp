@@ -81,7 +81,11 @@ void Tick(QWidget& box, bool checked, bool wanted) {
 void TypeOver(QWidget& field, const std::string& text) {
     QTest::keyClick(&field, Qt::Key_A, Qt::ControlModifier);
     QTest::keyClick(&field, Qt::Key_Delete);
-    QTest::keyClicks(&field, ToQt(text));
+    for (const QChar letter : ToQt(text)) {
+        const bool plain = letter.unicode() < 0x80;
+        plain ? QTest::keyClick(&field, letter.toLatin1())
+              : QTest::sendKeyEvent(QTest::Click, &field, Qt::Key_unknown, letter, {});
+    }
 }
 
 void Enter(ControlWidget& widget, const std::string& value) {
@@ -92,7 +96,8 @@ void Enter(ControlWidget& widget, const std::string& value) {
         case ControlKind::Number:
         case ControlKind::Date:
             widget.TakeFocus();
-            return TypeOver(*QApplication::focusWidget(), value);
+            TypeOver(*QApplication::focusWidget(), value);
+            return QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
         case ControlKind::CheckBox:
             return Tick(outer, As<CheckBox>(control).Checked(), value == "1");
         case ControlKind::OptionGroup: {

@@ -8,6 +8,7 @@
 #include <QPushButton>
 #include <QTest>
 #include <QTimer>
+#include <algorithm>
 #include <functional>
 #include <gtest/gtest.h>
 #include <memory>
@@ -91,9 +92,11 @@ void QtUser::ShowModal(Dialog& dialog) {
 
 void QtUser::Play(Dialog& dialog, std::vector<ScriptStep> steps) {
     QWidget* window = toolkit_.TopWindow();
-    if (!QTest::qWaitForWindowActive(window)) ADD_FAILURE() << "the window of " << dialog.Name() << " never came up";
     for (const ScriptStep& step : steps) {
         if (dialog.IsClosing()) break;
+        // After a message, which had the keys, a desktop gives them back; here nobody does.
+        if (QApplication::activeWindow() != window) window->activateWindow();
+        EXPECT_TRUE(QTest::qWaitFor([window] { return QApplication::activeWindow() == window; })) << dialog.Name();
         Do(dialog, step);
         if (dialog.IsClosing()) break;
         EXPECT_EQ(Differences(dialog, toolkit_), "") << "after " << step.text;
@@ -104,7 +107,7 @@ void QtUser::Play(Dialog& dialog, std::vector<ScriptStep> steps) {
 }
 
 std::string QtUser::FocusIn(const Dialog& dialog) const {
-    const QWidget* focus = QApplication::focusWidget();
+    const QWidget* focus = toolkit_.TopWindow()->focusWidget();
     for (const Control* control : dialog.Controls()) {
         ControlWidget* widget = focus != nullptr ? toolkit_.Find(*control) : nullptr;
         if (widget == nullptr) continue;
@@ -147,6 +150,13 @@ void QtUser::Press(Dialog& dialog, const ScriptStep& step) {
     const auto key = static_cast<Qt::Key>(QtKeyOf(step.key.code));
     const QPointer<QWidget> there = receiver;
     QTest::keyPress(receiver, key, QtModifiersOf(step.key.shift));
+    // A button that its letter pressed is let go a moment later.
+    const bool released = QTest::qWaitFor([] {
+        const auto* window = QApplication::activeModalWidget();
+        const auto buttons = window != nullptr ? window->findChildren<QAbstractButton*>() : QList<QAbstractButton*>();
+        return std::none_of(buttons.begin(), buttons.end(), [](const QAbstractButton* each) { return each->isDown(); });
+    });
+    EXPECT_TRUE(released);
     QWidget* now = QApplication::focusWidget();
     if (!dialog.IsClosing() && (there || now))
         QTest::keyRelease(there ? there.data() : now, key, QtModifiersOf(step.key.shift));

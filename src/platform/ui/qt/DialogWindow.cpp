@@ -13,7 +13,6 @@ DialogWindow::DialogWindow(QWidget* parent, bool resizes) : QDialog(parent) {
 void DialogWindow::ShowModal() {
     if (ended_) return;
     show();
-    raise();
     activateWindow();
     loop_.exec();
     hide();

@@ -24,6 +24,12 @@ bool Resizes(const Dialog& dialog) {
 
 bool IsReturn(KeyEvent key) { return key.code == kKeyReturn && key.shift == kShiftNone; }
 
+/// Alt with a letter that is nobody's mnemonic types nothing.
+bool IsAltCharacter(KeyEvent key) {
+    const bool character = (key.code >= 'A' && key.code <= 'Z') || (key.code >= '0' && key.code <= '9');
+    return character && key.shift == kAlt;
+}
+
 }  // namespace
 
 QtDialog::QtDialog(Dialog& dialog, WindowSizes& sizes, QWidget* parent)
@@ -169,7 +175,7 @@ bool QtDialog::KeyPressed(const QKeyEvent& event) {
     }
     bool taken = false;
     Act([&] { taken = dialog_.KeyDown(focus, key); });
-    return taken || dialog_.IsClosing();
+    return taken || dialog_.IsClosing() || IsAltCharacter(key);
 }
 
 void QtDialog::KeyReleased(const QKeyEvent& event) {

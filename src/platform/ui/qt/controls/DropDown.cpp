@@ -23,7 +23,6 @@ DropDown::DropDown(QWidget* parent) : QComboBox(parent) {
 void DropDown::keyPressEvent(QKeyEvent* event) {
     const bool clears = event->key() == Qt::Key_Delete || event->key() == Qt::Key_Backspace;
     if (!clears) return QComboBox::keyPressEvent(event);
-    if (currentIndex() < 0) return;
     setCurrentIndex(-1);
     onChosen(-1);
 }
