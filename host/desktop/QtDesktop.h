@@ -4,6 +4,7 @@
 #include <optional>
 
 #include "host/Desktop.h"
+#include "host/desktop/WindowedProgramStarter.h"
 #include "platform/system/DesktopProgramStarter.h"
 #include "platform/ui/qt/QtApplication.h"
 #include "platform/ui/qt/QtToolkit.h"
@@ -18,14 +19,15 @@ public:
     std::string Hindrance() const override { return ui::QtApplication::Hindrance(); }
     void Open(sys::SettingsStore& settings) override;
     ui::Toolkit& Toolkit() override { return *toolkit_; }
-    sys::ProgramStarter& Programs() override { return programs_; }
+    sys::ProgramStarter& Programs() override { return *programs_; }
 
 private:
     int& argc_;
     char** argv_;
     std::unique_ptr<ui::QtApplication> application_;
     std::unique_ptr<ui::QtToolkit> toolkit_;
-    sys::DesktopProgramStarter programs_;
+    sys::DesktopProgramStarter machine_;
+    std::unique_ptr<WindowedProgramStarter> programs_;
 };
 
 }  // namespace vlm::host

@@ -1,5 +1,6 @@
 #include "platform/ui/console/ControlState.h"
 
+#include "platform/ui/Dialog.h"
 #include "platform/ui/Grid.h"
 #include "platform/ui/PickList.h"
 

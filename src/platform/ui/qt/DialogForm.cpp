@@ -195,14 +195,19 @@ void DialogForm::AddSearch(QBoxLayout& buttons) {
     buttons.addWidget(search_);
 }
 
-/// Labels in frames and outside them end at the same place as far as the borders allow.
+/// Labels inside borders and outside them end at one line: the fields stand under each other.
 void DialogForm::AlignLabels() {
-    int width = 0;
-    for (const ShownRow& shown : rows_) width = std::max(width, shown.label->sizeHint().width());
-    for (auto& [frame, block] : blocks_) {
-        if (!block.labels) continue;
+    const auto indentOf = [](const Frame* frame, const Block& block) {
         const bool bordered = frame != nullptr && !frame->Caption().empty();
-        block.grid->setColumnMinimumWidth(kLabelColumn, bordered ? 0 : width);
+        return bordered ? block.grid->contentsMargins().left() : 0;
+    };
+    int width = 0;
+    for (const ShownRow& shown : rows_) {
+        const int indent = indentOf(shown.row->frame, blocks_[shown.row->frame]);
+        width = std::max(width, shown.label->sizeHint().width() + indent);
+    }
+    for (auto& [frame, block] : blocks_) {
+        if (block.labels) block.grid->setColumnMinimumWidth(kLabelColumn, width - indentOf(frame, block));
     }
 }
 

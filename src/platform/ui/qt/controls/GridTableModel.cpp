@@ -1,5 +1,7 @@
 #include "platform/ui/qt/controls/GridTableModel.h"
 
+#include <QFontDatabase>
+
 #include "platform/ui/qt/controls/QtText.h"
 
 namespace vlm::ui {
@@ -40,6 +42,8 @@ QVariant GridTableModel::data(const QModelIndex& index, int role) const {
             return CellAt(index) == "1" ? Qt::Checked : Qt::Unchecked;
         case Qt::TextAlignmentRole:
             return QVariant::fromValue(Qt::AlignVCenter | (column.rightAligned ? Qt::AlignRight : Qt::AlignLeft));
+        case Qt::FontRole:
+            return column.evenFont ? QFontDatabase::systemFont(QFontDatabase::FixedFont) : QVariant();
         default:
             return {};
     }
