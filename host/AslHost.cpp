@@ -1,24 +1,13 @@
 #include "host/AslHost.h"
 
-#include <filesystem>
 #include <memory>
-#include <optional>
 #include <ostream>
 
 #include "host/DemoClinic.h"
 #include "host/DemoClinicImport.h"
-#include "host/LoadedLibrary.h"
-#include "host/LoggedHelp.h"
-#include "host/ReferenceHostUtility.h"
-#include "host/services/LockService.h"
-#include "host/services/ReferenceHostComponents.h"
-#include "host/services/UserRights.h"
+#include "host/HostSession.h"
+#include "host/frmStart.h"
 #include "platform/Error.h"
-#include "platform/data/ado/ConnectionObject.h"
-#include "platform/data/sqlite/SqliteConnection.h"
-#include "platform/files/spreadsheet/detect/DetectingOpener.h"
-#include "platform/system/SettingsStore.h"
-#include "platform/text/Number.h"
 #include "platform/ui/console/ConsoleToolkit.h"
 #include "platform/ui/console/JsonEventLog.h"
 #include "platform/ui/console/LoggedProgramStarter.h"
@@ -26,83 +15,26 @@
 
 namespace vlm::host {
 
-namespace fs = std::filesystem;
-
 namespace {
 
-constexpr const char* kImport = "ASLImportPatient";
-
-/// Absolute, because a program that is started on a file may stand in another folder; without a "/" at its end.
-std::string FolderText(const fs::path& folder) {
-    std::string text = fs::absolute(folder).string();
-    while (text.size() > 1 && text.back() == '/') text.pop_back();
-    return text;
+sys::IniSettingsStore SettingsOf(const HostOptions& options) {
+    return sys::IniSettingsStore(options.settingsFile.empty() ? sys::IniSettingsStore::DefaultPath()
+                                                              : options.settingsFile);
 }
 
-std::string WorkFolder(const HostOptions& options) {
-    const fs::path folder =
-        options.workFolder.empty() ? fs::temp_directory_path() / "aldra-lavoro" : fs::path(options.workFolder);
-    if (options.workFolder.empty()) fs::create_directories(folder);
-    return FolderText(folder);
-}
+Date Today(const HostOptions& options) { return options.today.value_or(sys::SystemClock().Today()); }
 
-/// As given, else the one that goes with the databases; "" for none.
-std::string InstallationFolder(const HostOptions& options) {
-    if (!options.installFolder.empty()) return FolderText(options.installFolder);
-    const fs::path beside = fs::path(options.dataFolder) / kInstallationFolder;
-    std::error_code ignored;
-    return fs::is_directory(beside, ignored) ? FolderText(beside) : std::string();
-}
-
-data::ConnectionPtr OpenClinic(const HostOptions& options) {
-    return data::SqliteConnection::Connect("Provider=SQLite;Data Source=\"" + options.dataFolder +
-                                           "\";Initial Catalog=Studio" + text::FormatZeros(options.clinic, 4));
-}
-
-/// What an export needs beside the connection is the help, what the import needs is the host's security.
-void GiveServices(const com::LateBound& component, const data::ConnectionPtr& connection, const HostOptions& options,
-                  const Library::Services& services, ui::EventLog& log) {
-    component.PutRef("Connection", com::Make<data::ado::ConnectionObject>(connection).Get());
-    if (options.command != kImport) {
-        component.PutRef("CHMObject", com::Make<LoggedHelp>(log).Get());
-        return;
-    }
-    component.PutRef("LockSrv", com::Make<LockService>(connection, options.user, services.clock).Get());
-    component.PutRef("Rights", com::Make<UserRights>(options.user).Get());
-}
-
-/// What the host does with every component: makes it, gives it what it needs, shows its dialog.
-void ShowComponent(const HostOptions& options, const Library::Services& services, ui::EventLog& log) {
-    const std::optional<GUID> classId = ClassOf(options.command);
-    if (!classId) {
-        throw UsageError("Componente sconosciuto: " + options.command +
-                         ". Si può aprire ASLExport, ASLPanoramico, ExportProgetti o ASLImportPatient.");
-    }
-    const LoadedLibrary library(services);
-    const com::LateBound component = library.Create(*classId);
-    GiveServices(component, OpenClinic(options), options, services, log);
-    component.Call("ShowDialog");
-}
-
-int RunComponent(const HostOptions& options, std::ostream& out, std::ostream& err, bool terminal) {
+int PlayOnConsole(const HostOptions& options, std::ostream& out, std::ostream& err, bool terminal) {
     const bool json = options.json || (!terminal && !options.text);
     const std::unique_ptr<ui::EventLog> log =
         json ? std::unique_ptr<ui::EventLog>(std::make_unique<ui::JsonEventLog>(out))
              : std::make_unique<ui::TextEventLog>(out);
     ui::ConsoleToolkit toolkit(ui::ConsoleScript(options.words), *log);
-    ReferenceHostUtility utility(WorkFolder(options));
-    sys::IniSettingsStore settings(options.settingsFile.empty() ? sys::IniSettingsStore::DefaultPath()
-                                                                : options.settingsFile);
     ui::LoggedProgramStarter programs(*log);
-    sys::FixedInstallFolder installFolder(InstallationFolder(options));
-    files::DetectingOpener workbooks;
-    sys::SystemClock systemClock;
-    sys::FixedClock fixedClock(options.today.value_or(Date{}));
-    sys::Clock& clock = options.today ? static_cast<sys::Clock&>(fixedClock) : systemClock;
-    ReferenceHostComponents components(clock);
+    sys::IniSettingsStore settings = SettingsOf(options);
+    HostSession session(options, {toolkit, programs, settings, [&log](std::int32_t context) { log->Help(context); }});
     try {
-        ShowComponent(options, {toolkit, utility, settings, clock, programs, installFolder, components, workbooks},
-                      *log);
+        session.Open();
     } catch (const Error&) {
         // A step that cannot be done comes back as the component's failure; the toolkit knows it better.
         if (toolkit.Failure() == nullptr) throw;
@@ -113,23 +45,64 @@ int RunComponent(const HostOptions& options, std::ostream& out, std::ostream& er
     return kCannotDo;
 }
 
+/// Asked for, or what fits: somebody sits at a screen and does the steps by hand.
+bool UsesWindows(const HostOptions& options, bool terminal, const Desktop* desktop) {
+    if (!options.ui.empty()) return options.ui == "qt";
+    const bool byHand = terminal && options.words.empty() && !options.json && !options.text;
+    return byHand && desktop != nullptr && desktop->Hindrance().empty();
+}
+
+/// Stands for the help file of a whole application.
+void ShowHelpIn(ui::Toolkit& toolkit, std::int32_t context) {
+    toolkit.Show({"Qui si apre la guida all'argomento " + std::to_string(context) + ".", "Guida", ui::Icon::Information,
+                  ui::Buttons::Ok});
+}
+
+int ShowInWindows(const HostOptions& options, Desktop* desktop) {
+    if (desktop == nullptr) throw UsageError("Questa versione non ha finestre: usare --ui console.");
+    if (!options.words.empty()) throw UsageError("I passi si eseguono con --ui console.");
+    if (const std::string hindrance = desktop->Hindrance(); !hindrance.empty()) throw Error(hindrance);
+    sys::IniSettingsStore settings = SettingsOf(options);
+    desktop->Open(settings);
+    ui::Toolkit& toolkit = desktop->Toolkit();
+    const auto open = [&](const HostOptions& chosen) {
+        HostSession(chosen, {toolkit, desktop->Programs(), settings,
+                             [&toolkit](std::int32_t context) { ShowHelpIn(toolkit, context); }})
+            .Open();
+    };
+    if (options.command.empty()) {
+        frmStart start(toolkit, options, Today(options), open);
+        toolkit.ShowModal(start);
+    } else {
+        open(options);
+    }
+    return kDone;
+}
+
 int Init(const HostOptions& options, std::ostream& out) {
-    CreateDemo(options.words.front(), options.today.value_or(sys::SystemClock().Today()));
+    CreateDemo(options.words.front(), Today(options));
     out << "Creati in " << options.words.front() << ": Aldra, Studio0012 (Sicilia), Studio0016 (Puglia); "
         << kInstallationFolder << " (modelli di importazione), " << kSourcesFolder << " (elenchi da importare).\n";
     return kDone;
 }
 
+int DoWhatIsAsked(const HostOptions& options, std::ostream& out, std::ostream& err, bool terminal, Desktop* desktop) {
+    if (options.help) {
+        out << HostOptions::Usage();
+        return kDone;
+    }
+    if (options.command == "init") return Init(options, out);
+    if (UsesWindows(options, terminal, desktop)) return ShowInWindows(options, desktop);
+    if (options.command.empty()) throw UsageError("Manca il componente da aprire.");
+    return PlayOnConsole(options, out, err, terminal);
+}
+
 }  // namespace
 
-int RunHost(const std::vector<std::string>& arguments, std::ostream& out, std::ostream& err, bool terminal) {
+int RunHost(const std::vector<std::string>& arguments, std::ostream& out, std::ostream& err, bool terminal,
+            Desktop* desktop) {
     try {
-        const HostOptions options = HostOptions::Parse(arguments);
-        if (options.help) {
-            out << HostOptions::Usage();
-            return kDone;
-        }
-        return options.command == "init" ? Init(options, out) : RunComponent(options, out, err, terminal);
+        return DoWhatIsAsked(HostOptions::Parse(arguments), out, err, terminal, desktop);
     } catch (const UsageError& error) {
         err << error.what() << "\n\n" << HostOptions::Usage();
         return kCannotDo;

@@ -25,8 +25,7 @@ std::string User(const std::string& text) {
 }
 
 std::string Ui(const std::string& text) {
-    if (text == "qt") throw UsageError("Questa versione non ha finestre: usare --ui console.");
-    if (text != "console") throw UsageError("--ui vuole console o qt.");
+    if (text != "console" && text != "qt") throw UsageError("--ui vuole console o qt.");
     return text;
 }
 
@@ -77,7 +76,7 @@ HostOptions HostOptions::Parse(const std::vector<std::string>& arguments) {
         }
     }
     if (options.help) return options;
-    if (at == arguments.size()) throw UsageError("Manca il componente da aprire.");
+    if (at == arguments.size()) return options;
     options.command = arguments[at++];
     options.words.assign(arguments.begin() + static_cast<std::ptrdiff_t>(at), arguments.end());
     if (options.command == "init" && options.words.size() != 1) throw UsageError("init vuole una cartella.");
@@ -87,6 +86,7 @@ HostOptions HostOptions::Parse(const std::vector<std::string>& arguments) {
 const char* HostOptions::Usage() {
     return R"(aslhost: l'applicazione ospite di riferimento
 
+  aslhost [opzioni]                              su uno schermo: sceglie lo studio e il componente
   aslhost init CARTELLA                          crea i database dimostrativi
   aslhost [opzioni] ASLExport [passo ...]        apre l'esportazione delle prestazioni
   aslhost [opzioni] ASLPanoramico [passo ...]    apre l'esportazione delle ricette farmaci
@@ -98,7 +98,7 @@ const char* HostOptions::Usage() {
                                                (Installazione nella cartella dei database, se c'è)
   --settings FILE    impostazioni (ini)        --today AAAA-MM-GG  la data di oggi
   --user NOME        chi usa l'applicazione (OPERATORE)
-  --ui console       come si mostrano le finestre
+  --ui console|qt    come si mostrano le finestre (qt su un terminale con uno schermo e senza passi)
   --json             un oggetto JSON per riga (sempre, quando l'uscita non è un terminale)
   --text             righe da leggere, anche quando l'uscita non è un terminale
 

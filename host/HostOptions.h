@@ -25,12 +25,12 @@ struct HostOptions {
     std::string user = "OPERATORE";  // who works with the host: in whose name records are locked
     std::string settingsFile;        // "" = the user's
     std::optional<Date> today;
-    std::string ui;
+    std::string ui;  // "console", "qt" or "" for what fits
     bool json = false;
     bool text = false;
     bool help = false;
 
-    std::string command;             // "init" or a component's name
+    std::string command;             // "init", a component's name, "" for none
     std::vector<std::string> words;  // init: the folder; a component: the steps
 
     /// Throws UsageError.

@@ -19,7 +19,7 @@ void* LoggedHelp::Find(const IID& iid) noexcept {
 }
 
 HRESULT LoggedHelp::ShowContext(std::int32_t context) {
-    return com::Guarded("aslhost", server::kCHMObjectId, [&] { log_.Help(context); });
+    return com::Guarded("aslhost", server::kCHMObjectId, [&] { show_(context); });
 }
 
 }  // namespace vlm::host

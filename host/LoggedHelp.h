@@ -1,14 +1,16 @@
 #pragma once
 
+#include <functional>
+
 #include "platform/automation/Object.h"
-#include "platform/ui/console/EventLog.h"
 
 namespace vlm::host {
 
-/// The host's help as an automation object: a writable hWnd, and ShowContext, which is told to the log.
+/// The host's help as an automation object: a writable hWnd, and ShowContext, whose context number is told to whoever
+/// shows it.
 class LoggedHelp final : public com::DispatchObject<IDispatch> {
 public:
-    explicit LoggedHelp(ui::EventLog& log) : log_(log) {}
+    explicit LoggedHelp(std::function<void(std::int32_t context)> show) : show_(std::move(show)) {}
 
 private:
     std::span<const com::Member> Members() const noexcept override;
@@ -17,7 +19,7 @@ private:
     HRESULT STDMETHODCALLTYPE PutWindow(std::int32_t) { return S_OK; }
     HRESULT STDMETHODCALLTYPE ShowContext(std::int32_t context);
 
-    ui::EventLog& log_;
+    std::function<void(std::int32_t)> show_;
 };
 
 }  // namespace vlm::host

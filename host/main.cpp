@@ -2,7 +2,11 @@
 #include <unistd.h>
 
 #include "host/AslHost.h"
+#include "host/desktop/QtDesktop.h"
 
 int main(int argc, char** argv) {
-    return vlm::host::RunHost({argv + 1, argv + argc}, std::cout, std::cerr, ::isatty(STDOUT_FILENO) != 0);
+    const std::vector<std::string> arguments(argv + 1, argv + argc);
+    int ownArguments = 1;  // the rest is not the toolkit's
+    vlm::host::QtDesktop desktop(ownArguments, argv);
+    return vlm::host::RunHost(arguments, std::cout, std::cerr, ::isatty(STDOUT_FILENO) != 0, &desktop);
 }

@@ -18,6 +18,7 @@ public:
         bool visible = true;
         bool checkBox = false;  // cells are "1" or "0"
         bool rightAligned = false;
+        bool evenFont = false;  // every character as wide as the next, so that texts stand under each other
     };
     virtual ~GridModel() = default;
     virtual const std::vector<Column>& Columns() const = 0;

@@ -1,0 +1,54 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+
+#include "host/HostOptions.h"
+#include "host/ReferenceHostUtility.h"
+#include "host/services/ReferenceHostComponents.h"
+#include "platform/data/Connection.h"
+#include "platform/files/spreadsheet/detect/DetectingOpener.h"
+#include "platform/system/Clock.h"
+#include "platform/system/InstallFolder.h"
+#include "platform/system/ProgramStarter.h"
+#include "platform/system/SettingsStore.h"
+#include "platform/ui/Toolkit.h"
+
+namespace vlm::com {
+class LateBound;
+}
+
+namespace vlm::host {
+
+/// The host's work with one clinic, as the options choose it: opens its database, makes a component, gives it what it
+/// needs and shows its dialog.
+class HostSession {
+public:
+    /// What shows dialogs and starts programs for this host, and outlives the session.
+    struct Face {
+        ui::Toolkit& toolkit;
+        sys::ProgramStarter& programs;
+        sys::SettingsStore& settings;
+        std::function<void(std::int32_t context)> showHelp;
+    };
+
+    HostSession(const HostOptions& options, const Face& face);
+
+    /// Returns when the dialog has closed. UsageError for a component that there is not.
+    void Open();
+
+private:
+    void GiveServices(const com::LateBound& component, const data::ConnectionPtr& connection);
+    sys::Clock& Clock();
+
+    HostOptions options_;
+    Face face_;
+    ReferenceHostUtility utility_;
+    sys::FixedInstallFolder installFolder_;
+    files::DetectingOpener workbooks_;
+    sys::SystemClock systemClock_;
+    sys::FixedClock fixedClock_;
+    ReferenceHostComponents components_;
+};
+
+}  // namespace vlm::host
