@@ -9,10 +9,10 @@ SUDO := $(shell [ "$$(id -u)" = 0 ] || command -v sudo)
 .PHONY: help deps build demo test bench fuzz format
 
 help:
-	@echo "make demo    creates the demo clinic and runs a month's and a quarter's export"
+	@echo "make demo    creates the demo clinic, exports a month and a quarter, imports a patient list"
 	@echo "make test    builds and runs every test under the sanitizers"
 	@echo "make build   build/release/aslhost, optimised"
-	@echo "make bench   measures the export of 1,000,000 services"
+	@echo "make bench   measures the export of 1,000,000 services and the import of 1,000,000 patients"
 	@echo "make fuzz    feeds broken files to the readers, FUZZ_SECONDS=30 for each target"
 	@echo "make format  formats the sources"
 

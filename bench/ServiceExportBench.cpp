@@ -2,76 +2,34 @@
 // process of its own, so that its CPU time and its peak memory are its own; the kinds take turns, and what is printed
 // is the median of the ratios of neighbours.
 
-#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 #include <iostream>
 #include <string>
-#include <sys/resource.h>
-#include <sys/wait.h>
-#include <unistd.h>
 #include <vector>
 
 #include "BareLoop.h"
+#include "BenchHost.h"
+#include "Measure.h"
 #include "export/ASLExport.h"
-#include "frame/Library.h"
-#include "frame/MissingComponents.h"
 #include "host/DemoClinic.h"
-#include "host/ReferenceHostUtility.h"
-#include "platform/data/sqlite/SqliteConnection.h"
-#include "platform/files/spreadsheet/detect/DetectingOpener.h"
-#include "platform/system/Clock.h"
 #include "regions/sicilia/ASLExportSicilia.h"
 
 namespace {
 
 namespace fs = std::filesystem;
 using namespace vlm;
+using bench::Measure;
+using bench::Measured;
+using bench::Median;
 
 constexpr int kRounds = 5;
 
-struct Measured {
-    double cpuSeconds;
-    double peakMiB;
-};
-
-/// Nobody watches: a question is answered No.
-struct Silent : ui::Toolkit {
-    void ShowModal(ui::Dialog&) override {}
-    ui::Answer Show(const ui::Message& message) override {
-        if (message.icon != ui::Icon::Information) std::cerr << message.text << '\n';
-        return ui::Answer::No;
-    }
-    std::optional<std::string> ChooseFile(const ui::FileChoice&) override { return {}; }
-    std::optional<std::string> ChooseFolder(const std::string&) override { return {}; }
-    void SetPointer(ui::Pointer) override {}
-};
-struct NoPrograms : sys::ProgramStarter {
-    void Start(const std::string&) override {}
-};
-struct NoSettings : sys::SettingsStore {
-    std::string Get(const std::string&, const std::string&, const std::string&,
-                    const std::string& defaultValue) const override {
-        return defaultValue;
-    }
-    void Save(const std::string&, const std::string&, const std::string&, const std::string&) override {}
-};
-
 /// A simulation, so that every round finds the same services unsent; marking is measured apart.
 bool RunExport(const std::string& folder, bool simulation) {
-    Silent toolkit;
-    host::ReferenceHostUtility utility(folder + "/work");
-    NoSettings settings;
-    sys::SystemClock clock;
-    NoPrograms programs;
-    sys::FixedInstallFolder installFolder;
-    MissingComponents components;
-    files::DetectingOpener workbooks;
-    Library library({toolkit, utility, settings, clock, programs, installFolder, components, workbooks});
-    ASLExport component(library, [&](std::int32_t) { return std::make_unique<ASLExportSicilia>(library); });
-    component.SetConnection(
-        data::SqliteConnection::Connect("Provider=SQLite;Data Source=" + folder + ";Initial Catalog=Studio0012"));
+    bench::BenchHost host(folder);
+    ASLExport component(host.library, [&](std::int32_t) { return std::make_unique<ASLExportSicilia>(host.library); });
     component.Filter.periodo = 3;
     component.Filter.anno = 2011;
     component.Filter.includiPrecedenti = true;
@@ -94,29 +52,6 @@ int RunTask(const std::string& task, const std::string& folder) {
     if (task == "run") return RunExport(folder, true) ? 0 : 1;
     if (task == "mark") return RunExport(folder, false) ? 0 : 1;
     return bench::StepServices(folder, task == "tuned") > 0 ? 0 : 1;
-}
-
-Measured Measure(const char* program, const std::string& task, const std::string& folder) {
-    const pid_t child = ::fork();
-    if (child == 0) {
-        ::execl(program, program, task.c_str(), folder.c_str(), nullptr);
-        ::_exit(127);
-    }
-    int status = 0;
-    rusage usage{};
-    if (child < 0 || ::wait4(child, &status, 0, &usage) != child || status != 0) {
-        std::cerr << task << " failed\n";
-        std::exit(1);
-    }
-    const auto seconds = [](const timeval& time) {
-        return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_usec) / 1e6;
-    };
-    return {seconds(usage.ru_utime) + seconds(usage.ru_stime), static_cast<double>(usage.ru_maxrss) / 1024.0};
-}
-
-double Median(std::vector<double> values) {
-    std::sort(values.begin(), values.end());
-    return values[values.size() / 2];
 }
 
 /// A process's peak counts what its parent held when it started, so the databases are made in a process apart too.

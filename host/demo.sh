@@ -1,6 +1,7 @@
 #!/bin/sh
-# A month and a quarter of the demo clinic in Sicily, its prescriptions and its projects, then a month of the one in
-# Puglia, as a clerk exports them: what is typed, what the dialogs say, what stands in the files afterwards.
+# A month and a quarter of the demo clinic in Sicily, its prescriptions and its projects, a month of the one in Puglia,
+# then the patient lists that the authority hands out, as a clerk works on them: what is typed, what the dialogs say,
+# what stands in the files afterwards.
 set -e
 host=$1
 demo=build/demo
@@ -64,5 +65,23 @@ clinic cboBranca=1 in:frmSelectFile cmdConferma! end: cmdVisualizza!
 title "In Puglia, branca 2: le anomalie sono riportate, ma il file parte e le ricette sono segnate"
 clinic cboBranca=2 cboMese=3 numAnno=2011 answer:yes cmdConferma!
 show "$demo/lavoro/C160203Err.txt" 8
+
+studio=12
+title "L'elenco degli assistiti, con un modello: letto, confrontato con l'archivio; i nuovi importati"
+component ASLImportPatient cboASL="Elenco assistiti" txtPath="$demo/dati/Sorgenti/assistiti.txt" cmdElabora! \
+    cboFiltro='#1' cmdConferma!
+
+title "Lo stesso elenco nel formato di Catania: ora sono tutti noti; uno non più in elenco viene revocato"
+component ASLImportPatient cboASL=Catania txtPath="$demo/dati/Sorgenti/catania.txt" cmdElabora! cboFiltro='#2' \
+    in:frmRevoca chkRevocato=1 dtDataRevoca=31/03/2011 cboTipoRevocaPaziente='#1' cmdConferma! end: \
+    grdList2!1 cmdConferma!
+
+title "Gli esenti per reddito, dal file"
+component ASLImportPatient cboImportazione='#1' cboASL='#0' txtPath="$demo/dati/Sorgenti/esenti.txt" cmdElabora! \
+    cmdSelezionaTutti! cmdConferma!
+
+title "Gli assistiti dal sistema tessera sanitaria: il PIN non si vede"
+component ASLImportPatient cboTipoImportazione='#1' cboSpecialista='#0' \
+    in:frmInpsPIN txtConferma=1234567890 cmdConferma! end: cmdElabora!
 
 printf '\nTutto sta in %s: dati, lavoro, invio.\n' "$demo"

@@ -1,0 +1,57 @@
+#pragma once
+
+#include <iostream>
+#include <string>
+
+#include "frame/Library.h"
+#include "frame/MissingComponents.h"
+#include "host/ReferenceHostUtility.h"
+#include "platform/data/sqlite/SqliteConnection.h"
+#include "platform/files/spreadsheet/detect/DetectingOpener.h"
+
+namespace vlm::bench {
+
+/// A library over the databases in a folder, with nobody who watches: a question is answered No.
+class BenchHost {
+public:
+    explicit BenchHost(const std::string& folder) : utility_(folder + "/work") {
+        library.SetConnection(
+            data::SqliteConnection::Connect("Provider=SQLite;Data Source=" + folder + ";Initial Catalog=Studio0012"));
+    }
+
+private:
+    struct Silent : ui::Toolkit {
+        void ShowModal(ui::Dialog&) override {}
+        ui::Answer Show(const ui::Message& message) override {
+            if (message.icon != ui::Icon::Information) std::cerr << message.text << '\n';
+            return ui::Answer::No;
+        }
+        std::optional<std::string> ChooseFile(const ui::FileChoice&) override { return {}; }
+        std::optional<std::string> ChooseFolder(const std::string&) override { return {}; }
+        void SetPointer(ui::Pointer) override {}
+    };
+    struct NoPrograms : sys::ProgramStarter {
+        void Start(const std::string&) override {}
+    };
+    struct NoSettings : sys::SettingsStore {
+        std::string Get(const std::string&, const std::string&, const std::string&,
+                        const std::string& defaultValue) const override {
+            return defaultValue;
+        }
+        void Save(const std::string&, const std::string&, const std::string&, const std::string&) override {}
+    };
+
+    Silent toolkit_;
+    host::ReferenceHostUtility utility_;
+    NoSettings settings_;
+    sys::SystemClock clock_;
+    NoPrograms programs_;
+    sys::FixedInstallFolder installFolder_;
+    MissingComponents components_;
+    files::DetectingOpener workbooks_;
+
+public:
+    Library library{{toolkit_, utility_, settings_, clock_, programs_, installFolder_, components_, workbooks_}};
+};
+
+}  // namespace vlm::bench

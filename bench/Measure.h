@@ -1,0 +1,19 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+/// Measurements of whole processes: each has its own CPU time and its own peak memory.
+namespace vlm::bench {
+
+struct Measured {
+    double cpuSeconds;
+    double peakMiB;
+};
+
+/// Runs `program task folder` as a process of its own; a task that fails ends the measuring program.
+Measured Measure(const char* program, const std::string& task, const std::string& folder);
+
+double Median(std::vector<double> values);
+
+}  // namespace vlm::bench

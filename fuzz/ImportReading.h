@@ -1,0 +1,68 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+
+#include "import/ASLImportPatient.h"
+#include "platform/Error.h"
+#include "support/FakeServices.h"
+#include "support/TempFolder.h"
+
+namespace vlm::fuzz {
+
+/// A connection to an archive without rows.
+class EmptyArchive final : public data::Connection {
+public:
+    bool IsOpen() const override { return true; }
+    std::string InitialCatalog() const override { return "Studio0012"; }
+    data::RecordsetPtr Open(std::string_view) override {
+        auto rows = std::make_unique<data::MemoryRecordset>();
+        rows->AppendColumn("IDPaziente", data::FieldType::Integer);
+        for (const char* name : {"NumTesseraSanitaria", "NumAssistito", "CodiceFiscale", "Comune", "Cap"}) {
+            rows->AppendColumn(name, data::FieldType::Text);
+        }
+        rows->Open();
+        return rows;
+    }
+    std::int64_t Execute(std::string_view) override { return 0; }
+    void BeginTransaction() override {}
+    void CommitTransaction() override {}
+    void RollbackTransaction() override {}
+};
+
+/// The import component in a folder of its own: a fuzz target writes its bytes there and has them read.
+class ImportReading {
+public:
+    ImportReading() { component.SetConnection(std::make_shared<EmptyArchive>()); }
+
+    std::string Write(const char* name, const std::string& bytes) const {
+        test::WriteBytes(folder / name, bytes);
+        return folder / name;
+    }
+    /// Reads the list with a template; what it gives must hold together.
+    void ReadWith(const std::string& list, const std::string& format) {
+        services.toolkit.messages.clear();
+        Walk(component.ReadWithTemplate(list, format));
+    }
+    void ReadEntry(const std::string& list, int entry) {
+        try {
+            Walk(component.ReadSourceForAsl(list, entry, ""));
+        } catch (const Error&) {  // a source that cannot be read says so
+        }
+    }
+
+private:
+    static void Walk(const ElementListPtr& elements) {
+        if (!elements) return;
+        for (; !elements->AtEnd(); elements->MoveNext()) {
+            for (int column = 0; column < elements->FieldCount(); ++column) elements->TextOf(column);
+        }
+    }
+
+    test::TempFolder folder;
+    test::FakeServices services;
+    ASLImportPatient component{services.library};
+};
+
+}  // namespace vlm::fuzz
