@@ -6,35 +6,16 @@
 
 #include "import/ASLImportPatient.h"
 #include "platform/Error.h"
+#include "support/EmptyArchive.h"
 #include "support/FakeServices.h"
 #include "support/TempFolder.h"
 
 namespace vlm::fuzz {
 
-/// A connection to an archive without rows.
-class EmptyArchive final : public data::Connection {
-public:
-    bool IsOpen() const override { return true; }
-    std::string InitialCatalog() const override { return "Studio0012"; }
-    data::RecordsetPtr Open(std::string_view) override {
-        auto rows = std::make_unique<data::MemoryRecordset>();
-        rows->AppendColumn("IDPaziente", data::FieldType::Integer);
-        for (const char* name : {"NumTesseraSanitaria", "NumAssistito", "CodiceFiscale", "Comune", "Cap"}) {
-            rows->AppendColumn(name, data::FieldType::Text);
-        }
-        rows->Open();
-        return rows;
-    }
-    std::int64_t Execute(std::string_view) override { return 0; }
-    void BeginTransaction() override {}
-    void CommitTransaction() override {}
-    void RollbackTransaction() override {}
-};
-
 /// The import component in a folder of its own: a fuzz target writes its bytes there and has them read.
 class ImportReading {
 public:
-    ImportReading() { component.SetConnection(std::make_shared<EmptyArchive>()); }
+    ImportReading() { component.SetConnection(std::make_shared<test::EmptyArchive>()); }
 
     std::string Write(const char* name, const std::string& bytes) const {
         test::WriteBytes(folder / name, bytes);

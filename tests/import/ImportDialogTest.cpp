@@ -216,7 +216,8 @@ TEST_F(ImportDialogTest, ReadsFiltersAndCounts) {
                                                     "1|N1|Nuovo|Ezio|||NVUZEI80A01H501X||Cantù|Via B|1|0|||",
                                                     "1|N2|Altro|Elio|||LTRLEI80A01H501X||||0|0|||"}));
     Lines titles;
-    for (const Json& column : State(read, "grdList")["columns"]) {
+    const Json grid = State(read, "grdList");
+    for (const Json& column : grid["columns"]) {
         titles.push_back(column["title"].get<std::string>() + (column["visible"].get<bool>() ? "" : " (hidden)"));
     }
     EXPECT_EQ(titles, (Lines{"Importa", "Codice paziente", "Cognome", "Nome", "Data nascita", "Sesso", "Codice fiscale",

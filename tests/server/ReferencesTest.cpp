@@ -2,6 +2,8 @@
 #include "platform/data/ado/RecordsetObject.h"
 #include "server/ASLImportPatientFacade.h"
 #include "server/ServerFixture.h"
+#include "support/EmptyArchive.h"
+#include "support/TempFolder.h"
 
 namespace vlm::server {
 namespace {
@@ -137,10 +139,16 @@ TEST(ImportEvents, ReachEveryListenerThatIsThere) {
         EXPECT_EQ(point->Advise(point.Get(), &cookies[0]), CONNECT_E_CANNOTCONNECT);
         cookies[0] = 1;
         leaving->onHeard = [&] { EXPECT_EQ(point->Unadvise(cookies[1]), S_OK); };
-        component->RaiseReadingFile(0);
-        component->RaiseReadingFile(57);
-        EXPECT_EQ(staying->heard, (std::vector<std::int32_t>{0, 57}));
-        EXPECT_EQ(leaving->heard, (std::vector<std::int32_t>{0}));
+        // A list of 25 lines tells of the tenth and of the twentieth.
+        const auto connection = com::Make<data::ado::ConnectionObject>(std::make_shared<test::EmptyArchive>());
+        EXPECT_EQ(component->putref_Connection(connection.Get()), S_OK);
+        const test::TempFolder folder;
+        test::WriteBytes(folder / "elenco.txt", std::string(25, '\n'));
+        com::Ref<IDispatch> elements;
+        EXPECT_EQ(component->GetElementList(com::Bstr(folder / "elenco.txt").Get(), elements.Receive()), S_OK);
+        EXPECT_EQ(component->putref_Connection(nullptr), S_OK);
+        EXPECT_EQ(staying->heard, (std::vector<std::int32_t>{40, 80}));
+        EXPECT_EQ(leaving->heard, (std::vector<std::int32_t>{40}));
         EXPECT_EQ(point->Unadvise(cookies[1]), CONNECT_E_NOCONNECTION);
         EXPECT_EQ(test::ReferencesTo(leaving.Get()), 1u);
         EXPECT_EQ(test::ReferencesTo(staying.Get()), 2u);

@@ -1,4 +1,5 @@
 #include "platform/automation/ErrorReport.h"
+#include "platform/data/ado/RecordsetObject.h"
 #include "server/ServerFixture.h"
 
 /// The interfaces as a compiled host sees them: a table of functions, called by number. The first three are IUnknown's,
@@ -36,10 +37,10 @@ protected:
         EXPECT_EQ(CallSlot(object, getSlot, static_cast<IDispatch**>(nullptr)), E_POINTER) << name;
     }
 
-    void ExpectNotYet(HRESULT result, const char* name) {
-        EXPECT_EQ(result, E_NOTIMPL);
+    void ExpectError(HRESULT result, const std::string& text) {
+        EXPECT_TRUE(FAILED(result));
         const Error error = com::TakeError(result, "?");
-        EXPECT_NE(std::string(error.what()).find(name), std::string::npos) << error.what();
+        EXPECT_NE(std::string(error.what()).find(text), std::string::npos) << error.what();
         EXPECT_EQ(error.Source(), "VlmASLServicesLib");
     }
 };
@@ -82,16 +83,19 @@ TEST_F(SlotOrderTest, ASLImportPatient) {
     const com::Bstr text("x");
     IDispatch* rows = object.Get();
     LONG number = 1;
-    ExpectNotYet(CallSlot(object.Get(), kFirst + 6), "ShowDialog");
-    ExpectNotYet(CallSlot(object.Get(), kFirst + 7, none), "InitDataStructure");
-    ExpectNotYet(CallSlot(object.Get(), kFirst + 8, text.Get(), &rows), "GetElementList");
+    EXPECT_EQ(CallSlot(object.Get(), kFirst + 6), S_OK);  // ShowDialog
+    EXPECT_EQ(CallSlot(object.Get(), kFirst + 7, none), DISP_E_TYPEMISMATCH);
+    const auto data = com::Make<data::ado::RecordsetObject>(std::make_unique<data::MemoryRecordset>());
+    EXPECT_EQ(CallSlot(object.Get(), kFirst + 7, static_cast<IDispatch*>(data.Get())), S_OK);
+    EXPECT_EQ(data->Native().FieldCount(), 19);
+    ExpectError(CallSlot(object.Get(), kFirst + 8, text.Get(), &rows), "Impossibile aprire il file x");
     EXPECT_EQ(rows, nullptr);
-    ExpectNotYet(CallSlot(object.Get(), kFirst + 9, none, &number), "CreatePatient");
+    EXPECT_EQ(CallSlot(object.Get(), kFirst + 9, none, &number), DISP_E_TYPEMISMATCH);
     EXPECT_EQ(number, 0);
-    ExpectNotYet(CallSlot(object.Get(), kFirst + 10, LONG{1}, text.Get(), &rows), "GetElementListSistemaTS");
-    ExpectNotYet(CallSlot(object.Get(), kFirst + 11, LONG{1}, text.Get(), &rows),
-                 "GetElementListEsentiRedditoSistemaTS");
-    ExpectNotYet(CallSlot(object.Get(), kFirst + 12, none, &number), "CreateEsenzione");
+    for (const int list : {10, 11}) {
+        ExpectError(CallSlot(object.Get(), kFirst + list, LONG{1}, text.Get(), &rows), "HealthCardClient");
+    }
+    EXPECT_EQ(CallSlot(object.Get(), kFirst + 12, none, &number), DISP_E_TYPEMISMATCH);
 }
 
 TEST_F(SlotOrderTest, ASLPanoramicoLine) {
