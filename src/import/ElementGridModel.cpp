@@ -33,6 +33,11 @@ void ElementGridModel::ShowOnlyNew(bool onlyNew) {
     });
 }
 
+int ElementGridModel::RowOf(std::uint32_t element) const {
+    const auto found = std::lower_bound(shown_.begin(), shown_.end(), element);
+    return found != shown_.end() && *found == element ? static_cast<int>(found - shown_.begin()) : -1;
+}
+
 std::size_t ElementGridModel::CountSelected() const {
     return static_cast<std::size_t>(std::count(selected_.begin(), selected_.end(), true));
 }

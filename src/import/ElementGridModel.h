@@ -27,6 +27,9 @@ public:
     void ShowOnlyNew(bool onlyNew);
 
     std::uint32_t ElementCount() const noexcept { return static_cast<std::uint32_t>(selected_.size()); }
+    static constexpr std::uint32_t kNone = 0xFFFFFFFF;
+    /// The row that shows an element; -1 for one that is hidden.
+    int RowOf(std::uint32_t element) const;
     /// The element of a shown row.
     std::uint32_t ElementAt(int row) const { return shown_[static_cast<std::size_t>(row)]; }
     bool IsSelected(std::uint32_t element) const { return selected_[element]; }

@@ -47,24 +47,26 @@ void ImportConfirmation::Run(ElementGridModel& elements) {
 }
 
 void ImportConfirmation::Confirm(ElementGridModel& elements, std::uint32_t element) {
-    ElementList& source = elements.At(element);
     try {
-        const ElementListPtr one = CopyOf(source);
+        const ElementListPtr one = CopyOf(elements.At(element));
         const std::int32_t result =
             kind_ == Kind::Patients ? component_.CreatePatient(*one) : component_.CreateEsenzione(*one);
         if (result == 0) {
-            return Fail(source, kind_ == Kind::Patients
-                                    ? "il paziente non è stato salvato."
-                                    : "il paziente non è in archivio o l'esenzione non è prevista per la sua età.");
+            return Fail(elements.At(element), kind_ == Kind::Patients
+                                                  ? "il paziente non è stato salvato."
+                                                  : "l'esenzione non è stata scritta: il paziente non è in archivio o "
+                                                    "il codice non vale per la sua età.");
         }
         if (kind_ == Kind::Patients) {
+            // A window that was painted meanwhile has moved the list.
+            ElementList& source = elements.At(element);
             source.SetWhole(OrdinalOf(ElementColumn::IDPaziente), result);
             source.Update();
         }
         elements.Select(element, false);
         ++written_;
-    } catch (const Error& error) {
-        Fail(source, error.what());
+    } catch (const std::exception& error) {
+        Fail(elements.At(element), error.what());
     }
 }
 

@@ -7,7 +7,7 @@
 #include "frame/ModSysTables.h"
 #include "import/ImportGrids.h"
 #include "import/TemplateFolder.h"
-#include "import/healthcard/frmInpsPIN.h"
+#include "import/healthcard/GetPIN.h"
 #include "platform/files/Paths.h"
 
 namespace vlm {
@@ -158,8 +158,11 @@ void frmASLImportPatient::ApplyVisibility() {
 /// Nothing has been read for a grid that shows nothing: then there is nothing to count.
 void frmASLImportPatient::ApplyFilter() {
     if (IsPatientList() && grdList.Model() != nullptr) {
+        const int current = grdList.CurrentRow();
+        const std::uint32_t element = current >= 0 ? elements_->ElementAt(current) : ElementGridModel::kNone;
         elements_->ShowOnlyNew(cboFiltro.Position() == 1);
         grdList.Refresh();
+        grdList.SetCurrentRow(elements_->RowOf(element));  // the same patient, or none
         const int shown = IsRevocation() ? grdList2.RowCount() : grdList.RowCount();
         lblConteggio.SetCaption(Counted(static_cast<std::size_t>(shown), "pazienti"));
     }
@@ -188,7 +191,6 @@ void frmASLImportPatient::Process() {
         return;
     }
     try {
-        EmptyGrids();
         const Work work(*this, "Lettura sorgente in corso...");
         ElementListPtr elements = ReadSource();
         if (!elements) return;
@@ -213,7 +215,8 @@ ElementListPtr frmASLImportPatient::ReadSource() { return IsHealthCard() ? ReadH
 ElementListPtr frmASLImportPatient::ReadFile() {
     const TemplateFolder templates(Lib().InstallFolder().Path());
     const std::string entry = cboASL.SelectedText();
-    const std::string path = files::ToLibrary(txtPath.Text());
+    const std::string& path = txtPath.Text();
+    EmptyGrids();
     if (!IsPatientList()) {
         return aslImportObject_->ReadWithTemplate(path, templates.PathOf(entry, TemplateFolder::kExemptionLists));
     }
@@ -226,7 +229,8 @@ ElementListPtr frmASLImportPatient::ReadHealthCard() {
     Lib().Toolkit().SetPointer(ui::Pointer::Normal);
     const std::string pin = GetPIN(aslImportObject_->Lib(), specialist, false);
     Lib().Toolkit().SetPointer(ui::Pointer::Hourglass);
-    if (pin.empty()) return nullptr;
+    if (pin.empty()) return nullptr;  // what is shown stays
+    EmptyGrids();
     return IsPatientList() ? aslImportObject_->GetElementListSistemaTS(specialist, pin)
                            : aslImportObject_->GetElementListEsentiRedditoSistemaTS(specialist, pin);
 }

@@ -24,6 +24,8 @@ INSERT INTO vwPartecipazioneSpesa VALUES (1, 'E01', 6, 65, 0);
 INSERT INTO Specialista VALUES (3, 'Verdi', 'Pia', '900009');
 INSERT INTO ParametroSpecialista VALUES (3, 'INPSUtente', 'MEDICO3');
 INSERT INTO vwstudi VALUES ('190', '201');
+CREATE TRIGGER Rifiuta BEFORE INSERT ON Paziente WHEN NEW.Cognome = 'Rifiutato'
+    BEGIN SELECT RAISE(ABORT, 'rifiutato'); END;
 )sql";
 
 constexpr const char* kMaster = "INSERT INTO TipoRevocaPaziente VALUES (1, 'Deceduto'), (2, 'Trasferito');";
@@ -259,16 +261,15 @@ TEST_F(ImportDialogTest, ShowsWhatAReadCouldNotTake) {
 }
 
 TEST_F(ImportDialogTest, ConfirmsTheSelectedRowsAndTellsTheRest) {
-    host.Connect()->Execute(
-        "CREATE TRIGGER Rifiuta BEFORE INSERT ON Paziente WHEN NEW.Cognome = 'Altro' "
-        "BEGIN SELECT RAISE(ABORT, 'rifiutato'); END");
+    std::string refused = list;
+    refused.replace(refused.find("Altro"), 5, "Rifiutato");
     const auto events =
-        Run(Reading(Source(list), {"cmdConferma!", "grdList?", "lblSelezionati?", "cboFiltro=#1", "lblConteggio?"}));
+        Run(Reading(Source(refused), {"cmdConferma!", "grdList?", "lblSelezionati?", "cboFiltro=#1", "lblConteggio?"}));
     const Lines messages = Messages(events);
     ASSERT_EQ(messages.size(), 2U);
-    EXPECT_EQ(
-        messages[1].substr(0, 114),
-        "information|Aldra|Importazione conclusa.\r\nPazienti scritti: 1\r\nPazienti non scritti: 1\r\nAltro Elio: ");
+    EXPECT_EQ(messages[1].substr(0, 104),
+              "information|Aldra|Importazione conclusa.\r\nPazienti scritti: 1\r\nPazienti non scritti: 1\r\nRifiutato "
+              "Elio: ");
     EXPECT_NE(messages[1].find("rifiutato"), std::string::npos);
     EXPECT_EQ(Cells(State(events, "grdList")).at(1), "0|N1|Nuovo|Ezio|||NVUZEI80A01H501X||Cantù|Via B|1|11|||");
     EXPECT_EQ(State(events, "lblSelezionati")["caption"], "Selezionati 1 pazienti.");
@@ -304,8 +305,8 @@ TEST_F(ImportDialogTest, ExemptionsOfAFile) {
     EXPECT_EQ(Cells(State(events, "grdList1")), (Lines{"0||Bimbi|Leo|||BMBLEO22A01H501X|E01|10|01/01/2026|",
                                                        "0||Conti|Anna|||CNTNNA70A41B639X|E01|7|01/01/2026|"}));
     EXPECT_EQ(Messages(events), Lines{"information|Aldra|Importazione conclusa.\r\nEsenzioni scritte: 1\r\n"
-                                      "Esenzioni non scritte: 1\r\nConti Anna: il paziente non è in archivio o "
-                                      "l'esenzione non è prevista per la sua età."});
+                                      "Esenzioni non scritte: 1\r\nConti Anna: l'esenzione non è stata scritta: il "
+                                      "paziente non è in archivio o il codice non vale per la sua età."});
     EXPECT_EQ(Query("SELECT IDEsenzione, IDPaziente, DataEsenzione, Scadenza FROM EsenzionePerPaziente"),
               Lines{"1|10|01/01/2026|NULL"});
 }
@@ -371,14 +372,20 @@ TEST_F(ImportDialogTest, HealthCardListsAskThePinOnce) {
          {Lines{"in:frmInpsPIN", "txtConferma=1", "cmdAnnulla!", "end:"},
           Lines{"in:frmInpsPIN", "txtConferma=1", "end:"}, Lines{"in:frmInpsPIN", "cmdConferma!", "end:"}}) {
         Lines some = cancelled;
-        some.insert(some.end(), {"cboTipoImportazione=#1", "cmdElabora!", "lblLettura?"});
+        const Lines reading =
+            Reading(Source(list), {"cboTipoImportazione=#1", "cmdElabora!", "lblLettura?", "grdList?"});
+        some.insert(some.end(), reading.begin(), reading.end());
         const auto quiet = Run(some);
-        EXPECT_EQ(Messages(quiet), Lines{});
+        EXPECT_EQ(State(quiet, "grdList")["rows"], 3) << "a cancelled PIN keeps what is shown";
+        EXPECT_EQ(Messages(quiet).size(), 1U) << "the question for the file's findings";
         EXPECT_EQ(State(quiet, "lblLettura")["visible"], false);
     }
     WriteBytes(host.folder / "Inst/SistemaTS.json",
                R"({"error":true,"errors":[{"code":"E01","description":"PIN errato"},)"
                R"({"code":"E02","description":"Bloccato"}],"persons":[]})");
+    Run({"in:frmInpsPIN", "txtConferma=1234567890", "end:"});
+    EXPECT_NE(complaint.find("frmInpsPIN"), std::string::npos);
+    EXPECT_EQ(complaint.find("1234567890"), std::string::npos) << complaint;
     Lines failing = pin;
     failing.insert(failing.end(), {"cboTipoImportazione=#1", "cmdElabora!", "cmdElabora!"});
     EXPECT_EQ(Messages(Run(failing)),

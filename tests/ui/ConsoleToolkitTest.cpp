@@ -210,7 +210,7 @@ TEST(ConsoleToolkit, EveryWayOfClosingRunsClosedOnce) {
         {{"key:=Alt+F4"}, {"FrameClose", "Closed"}, ""},
         {{"cmdChiudi!", "txtNome=a", "answer:yes", "in:frmAltra", "cmdOk!", "end:"},
          {"Closed"},
-         "Passi non eseguiti, perché la finestra frmProva era già chiusa: txtNome=a answer:yes in:frmAltra cmdOk! "
+         "Passi non eseguiti, perché la finestra frmProva era già chiusa: txtNome=... answer:yes in:frmAltra cmdOk! "
          "end:\n"},
     };
     for (const Case& each : cases) {
@@ -274,7 +274,7 @@ TEST(ConsoleToolkit, NestedDialogsTakeTheirBlocksInOrderAndCloseWithoutOne) {
     EXPECT_EQ(desk.Show(dialog), "");
     EXPECT_EQ(taken, (Words{"uno", "due", ""})) << "a block is there from its own step on, not before";
     EXPECT_EQ(desk.Unused(),
-              "Passi non usati, perché la finestra frmFile non si è aperta: in:frmFile txtNome=tre end:\n"
+              "Passi non usati, perché la finestra frmFile non si è aperta: in:frmFile txtNome=... end:\n"
               "Passi non usati, perché la finestra frmMai non si è aperta: in:frmMai end:\n");
 }
 

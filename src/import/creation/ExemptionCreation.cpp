@@ -7,15 +7,16 @@ namespace vlm {
 
 namespace {
 
-/// The catalogue keeps two bounds: up to `youngest` for the young, from `oldest` on for the old, 0 and 0 for all.
-bool FitsAge(const data::Recordset& row, int youngest, int oldest, int age) {
-    const bool hasYoungest = !row.IsNull(youngest);
-    const bool hasOldest = !row.IsNull(oldest);
-    const double upTo = row.NumberOf(youngest);
-    const double from = row.NumberOf(oldest);
-    if (hasYoungest && upTo != 0 && age >= 0 && age <= upTo) return true;
-    if (hasOldest && from != 0 && age >= from) return true;
-    return hasYoungest && hasOldest && upTo == 0 && from == 0;
+/// The catalogue's two bounds are those of an exemption by age: `EtaMinEsenzione` is the last year of the young,
+/// `EtaMaxEsenzione` the first of the old; 0 and 0 is everybody.
+bool FitsAge(const data::Recordset& row, int youngColumn, int oldColumn, int age) {
+    const bool hasYoung = !row.IsNull(youngColumn);
+    const bool hasOld = !row.IsNull(oldColumn);
+    const double upTo = row.NumberOf(youngColumn);
+    const double from = row.NumberOf(oldColumn);
+    if (hasYoung && upTo != 0 && age >= 0 && age <= upTo) return true;
+    if (hasOld && from != 0 && age >= from) return true;
+    return hasYoung && hasOld && upTo == 0 && from == 0;
 }
 
 }  // namespace
@@ -61,11 +62,11 @@ std::int32_t ExemptionCreation::FindExemptionByCode(const std::string& code, int
         const data::RecordsetPtr rows = library_.RequireConnection().Open(
             "SELECT * FROM vwPartecipazioneSpesa WHERE CodiceIdentificativo = " + library_.Utility().SqlString(code));
         const int key = rows->Ordinal("IDEsenzione");
-        const int youngest = rows->Ordinal("EtaMinEsenzione");
-        const int oldest = rows->Ordinal("EtaMaxEsenzione");
+        const int young = rows->Ordinal("EtaMinEsenzione");
+        const int old = rows->Ordinal("EtaMaxEsenzione");
         std::int32_t found = 0;
         for (; !rows->AtEnd(); rows->MoveNext()) {
-            if (FitsAge(*rows, youngest, oldest, age)) found = rows->Int32Of(key);
+            if (FitsAge(*rows, young, old, age)) found = rows->Int32Of(key);
         }
         return found;
     } catch (const std::exception&) {

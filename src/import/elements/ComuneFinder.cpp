@@ -8,6 +8,7 @@ namespace vlm {
 
 namespace {
 
+constexpr std::size_t kLongestName = 200;     // in bytes; no comune has so long a name
 constexpr std::size_t kLongestIstatCode = 9;  // six digits, and room for zeros in front
 
 bool IsIstatCode(std::string_view code) {
@@ -18,7 +19,8 @@ bool IsIstatCode(std::string_view code) {
 }  // namespace
 
 std::int64_t ComuneFinder::FindComuneByName(std::string_view name) {
-    if (name.empty() || name.find_first_of("%_[") != std::string_view::npos) return 0;
+    constexpr std::string_view kOdd("%_[\0", 4);
+    if (name.empty() || name.size() > kLongestName || name.find_first_of(kOdd) != std::string_view::npos) return 0;
     if (const auto found = byName_.find(name); found != byName_.end()) return found->second;
     const std::string pattern = library_.Utility().SqlString(std::string(name) + "%");
     const data::RecordsetPtr rows = library_.RequireConnection().Open(

@@ -53,6 +53,7 @@ ElementListPtr ModSistemaTS::GetElementList(HealthCardList list, std::int32_t sp
     const HealthCardClient::Response response =
         patients ? client->RequestPatients(credentials) : client->RequestExemptions(credentials);
     if (response.error) RaiseErrors(response.errors);
+    AskForPatients(response.persons);
     std::uint64_t count = 0;
     for (const HealthCardClient::Person& person : response.persons) {
         if (patients) {
@@ -81,6 +82,18 @@ void ModSistemaTS::SetStudioCodes(HealthCardClient::Credentials& credentials) co
     if (rows->AtEnd()) return;
     credentials.aslCode = rows->TextOf(rows->Ordinal("NumeroASL"));
     credentials.regionCode = rows->TextOf(rows->Ordinal("CodiceRegioneTariffario"));
+}
+
+/// A handful of persons is no reason to read the whole archive. What fails here fails again, person by person.
+void ModSistemaTS::AskForPatients(const std::vector<HealthCardClient::Person>& persons) {
+    try {
+        if (!context_.archive.IsWorthAsking(persons.size())) return;
+        std::vector<std::string> fiscalCodes;
+        for (const HealthCardClient::Person& person : persons) fiscalCodes.emplace_back(text::Trim(person.fiscalCode));
+        context_.archive.AskFor({}, std::move(fiscalCodes));
+    } catch (const Error&) {
+        context_.archive.Close();
+    }
 }
 
 /// One person that cannot be looked up does not cost the others.

@@ -29,6 +29,7 @@ private:
     std::string GetInstallPath() const { return context_.library.InstallFolder().Path(); }
     void SetCredentials(HealthCardClient::Credentials& credentials, std::int32_t specialist) const;
     void SetStudioCodes(HealthCardClient::Credentials& credentials) const;
+    void AskForPatients(const std::vector<HealthCardClient::Person>& persons);
     std::int32_t PatientOf(const HealthCardClient::Person& person);
     void AddPerson(ElementList& elements, const HealthCardClient::Person& person);
     void AddExemptions(ElementList& elements, const HealthCardClient::Person& person);

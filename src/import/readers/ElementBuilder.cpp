@@ -1,57 +1,10 @@
 #include "import/readers/ElementBuilder.h"
 
-#include "import/readers/ImportTemplate.h"
 #include "import/readers/SourceDate.h"
+#include "import/readers/SourceText.h"
 #include "platform/text/Utf8.h"
 
 namespace vlm {
-
-namespace {
-
-/// The acute and the grave accent that stand for an apostrophe after the last letter.
-std::string WithApostrophes(std::string_view value) {
-    std::string result;
-    while (!value.empty()) {
-        const char32_t character = text::Decode(value);
-        text::Encode(character == 0xB4 || character == U'`' ? U'\'' : character, result);
-    }
-    return result;
-}
-
-std::string ExemptionCode(std::string_view value) {
-    const bool isShort = value.size() == 2 && value[0] == 'E' && value[1] >= '1' && value[1] <= '5';
-    return isShort ? std::string("E0") + value[1] : std::string(value);
-}
-
-/// A slice of an eight-character date; nothing else is eight characters long and holds a date.
-std::string Slashed(std::string_view day, std::string_view month, std::string_view year) {
-    std::string date(text::Trim(day));
-    return date.append("/").append(text::Trim(month)).append("/").append(year);
-}
-
-}  // namespace
-
-std::string JoinWords(std::string_view value) {
-    std::string joined;
-    int words = 0;
-    for (value = text::Trim(value); !value.empty(); value = text::TrimLeft(value)) {
-        const std::string_view word = value.substr(0, value.find(' '));
-        if (words++ > 0) joined += ' ';
-        joined += word;
-        value.remove_prefix(word.size());
-    }
-    return words > 1 ? joined : std::string();
-}
-
-std::string DateFromYmd(std::string_view value) {
-    if (value.size() != 8 || text::Length(value) != 8) return {};
-    return Slashed(value.substr(6, 2), value.substr(4, 2), value.substr(0, 4));
-}
-
-std::string DateFromDmy(std::string_view value) {
-    if (value.size() != 8 || text::Length(value) != 8) return {};
-    return Slashed(value.substr(0, 2), value.substr(2, 2), value.substr(4, 4));
-}
 
 void ElementBuilder::Add(const RawElement& raw, std::uint64_t line) {
     line_ = line;
@@ -90,6 +43,9 @@ void ElementBuilder::SetText(const SourceColumn& column, std::string_view value)
             break;
         case CellRule::ExemptionCode:
             value = changed_ = ExemptionCode(value);
+            break;
+        case CellRule::TextIfAny:
+            if (value.empty()) return;
             break;
         default:
             break;

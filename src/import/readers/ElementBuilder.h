@@ -33,10 +33,4 @@ private:
     std::string changed_;  // a cell's text that is not the source's own
 };
 
-/// The words of a text parted by single blanks; "" when there are fewer than two.
-std::string JoinWords(std::string_view value);
-/// yyyymmdd and ddmmyyyy as dd/mm/yyyy; "" for a text of another length.
-std::string DateFromYmd(std::string_view value);
-std::string DateFromDmy(std::string_view value);
-
 }  // namespace vlm

@@ -1,7 +1,5 @@
 #include "import/readers/ImportTemplate.h"
 
-#include <array>
-
 #include "platform/Error.h"
 #include "platform/files/LineReader.h"
 #include "platform/text/Utf8.h"
@@ -21,27 +19,6 @@ std::string FileTypeOf(std::string_view line) {
         rest.erase(at, kFileTypeMark.size());
     }
     return std::string(text::Trim(text::Without(rest, '=')));
-}
-
-/// Where day, month and year stand in a source's text, in characters from 1. A length of 0 goes on to the end.
-struct DateLayout {
-    std::string_view name;
-    struct Slice {
-        std::size_t position, length;
-    } day, month, year;
-};
-
-constexpr std::array<DateLayout, 6> kDateLayouts = {{
-    {"GGMMAA", {1, 2}, {3, 2}, {5, 0}},
-    {"GGMMAAAA", {1, 2}, {3, 2}, {5, 0}},
-    {"MMGGAA", {3, 2}, {1, 2}, {5, 0}},
-    {"MMGGAAAA", {3, 2}, {1, 2}, {5, 0}},
-    {"AAMMGG", {5, 2}, {3, 2}, {1, 2}},
-    {"AAAAMMGG", {7, 2}, {5, 2}, {1, 4}},
-}};
-
-std::string_view Cut(std::string_view value, DateLayout::Slice slice) {
-    return text::Mid(value, slice.position, slice.length == 0 ? std::string_view::npos : slice.length);
 }
 
 }  // namespace
@@ -69,16 +46,6 @@ const std::string& ImportTemplate::GetTemplateValue(std::string_view key) const 
     static const std::string kNone;
     const auto found = values_.find(text::ToLower(key));
     return found == values_.end() ? kNone : found->second;
-}
-
-std::string ConvertTemplateDate(std::string_view value, std::string_view dateFormat) {
-    for (const DateLayout& layout : kDateLayouts) {
-        if (layout.name != dateFormat) continue;
-        std::string date(Cut(value, layout.day));
-        date.append("/").append(Cut(value, layout.month)).append("/").append(Cut(value, layout.year));
-        return date;
-    }
-    return std::string(value);
 }
 
 }  // namespace vlm

@@ -32,8 +32,4 @@ private:
     std::map<std::string, std::string> values_;  // by key in small letters
 };
 
-/// A date of a source as day, month and year parted by "/", by the template's `DATEFORMAT`; without one, or with one
-/// that is not known, the text as it is.
-std::string ConvertTemplateDate(std::string_view value, std::string_view dateFormat);
-
 }  // namespace vlm

@@ -46,6 +46,32 @@ bool TakeTime(std::string_view rest, Date::Civil& date) {
     return false;
 }
 
+/// Where day, month and year stand in a source's text, in characters from 1. A length of 0 goes on to the end.
+struct DateLayout {
+    std::string_view name;
+    struct Slice {
+        std::size_t position, length;
+    } day, month, year;
+};
+
+constexpr std::array<DateLayout, 6> kDateLayouts = {{
+    {"GGMMAA", {1, 2}, {3, 2}, {5, 0}},
+    {"GGMMAAAA", {1, 2}, {3, 2}, {5, 0}},
+    {"MMGGAA", {3, 2}, {1, 2}, {5, 0}},
+    {"MMGGAAAA", {3, 2}, {1, 2}, {5, 0}},
+    {"AAMMGG", {5, 2}, {3, 2}, {1, 2}},
+    {"AAAAMMGG", {7, 2}, {5, 2}, {1, 4}},
+}};
+
+std::string_view Cut(std::string_view value, DateLayout::Slice slice) {
+    return text::Mid(value, slice.position, slice.length == 0 ? std::string_view::npos : slice.length);
+}
+
+std::string Slashed(std::string_view day, std::string_view month, std::string_view year) {
+    std::string date(text::Trim(day));
+    return date.append("/").append(text::Trim(month)).append("/").append(year);
+}
+
 }  // namespace
 
 std::optional<Date> ParseSourceDate(std::string_view value) {
@@ -69,5 +95,25 @@ std::optional<Date> ParseSourceDate(std::string_view value) {
 }
 
 bool IsBlankDate(std::string_view value) noexcept { return value.find_first_not_of(" 0/-.") == std::string_view::npos; }
+
+std::string ConvertTemplateDate(std::string_view value, std::string_view dateFormat) {
+    for (const DateLayout& layout : kDateLayouts) {
+        if (layout.name != dateFormat) continue;
+        std::string date(Cut(value, layout.day));
+        date.append("/").append(Cut(value, layout.month)).append("/").append(Cut(value, layout.year));
+        return date;
+    }
+    return std::string(value);
+}
+
+std::string DateFromYmd(std::string_view value) {
+    if (value.size() != 8 || text::Length(value) != 8) return {};
+    return Slashed(value.substr(6, 2), value.substr(4, 2), value.substr(0, 4));
+}
+
+std::string DateFromDmy(std::string_view value) {
+    if (value.size() != 8 || text::Length(value) != 8) return {};
+    return Slashed(value.substr(0, 2), value.substr(2, 2), value.substr(4, 4));
+}
 
 }  // namespace vlm

@@ -14,6 +14,7 @@ namespace vlm {
 /// How the text of a column becomes its cell. Texts are trimmed of blanks, but for AsItIs.
 enum class CellRule {
     Text,
+    TextIfAny,  // left Null when there is none
     AsItIs,
     Words,          // its words parted by single blanks; a single word gives ""
     Apostrophes,    // ´ and ` become '

@@ -1,6 +1,7 @@
 #include <cmath>
 
 #include "import/readers/ElementBuilder.h"
+#include "import/readers/SourceKeys.h"
 #include "import/readers/SourceReaders.h"
 #include "import/readers/TextRows.h"
 #include "platform/text/Utf8.h"
@@ -56,18 +57,12 @@ private:
 
 /// A source that is small against the archive asks for its own patients only.
 void AskForPatients(const SourceFormat& format, const std::string& path, ArchiveMatcher& archive) {
-    std::vector<std::string> codes;
-    std::vector<std::string> fiscalCodes;
+    SourceKeys keys(format);
     TextRows rows(format, path);
     while (rows.NextLine()) {
-        if (!rows.IsRow()) continue;
-        const std::string_view code = rows.Raw()[ElementColumn::Codice];
-        const std::string_view fiscalCode = rows.Raw()[ElementColumn::CodiceFiscale];
-        const bool byCode = format.match == MatchRule::CodeThenFiscalCode && !format.onlyExisting;
-        if (byCode && !code.empty()) codes.emplace_back(code);
-        if (!fiscalCode.empty()) fiscalCodes.emplace_back(fiscalCode);
+        if (rows.IsRow()) keys.Add(rows.Raw());
     }
-    archive.AskFor(std::move(codes), std::move(fiscalCodes));
+    keys.Ask(archive);
 }
 
 }  // namespace
@@ -75,7 +70,8 @@ void AskForPatients(const SourceFormat& format, const std::string& path, Archive
 ElementListPtr ReadText(const SourceFormat& format, const std::string& path, ReadContext& context) {
     TextRows rows(format, path);
     const std::uint64_t lineFeeds = rows.File().CountLineFeeds();
-    if (lineFeeds > 0 && context.archive.IsWorthAsking(lineFeeds)) AskForPatients(format, path, context.archive);
+    if (rows.File().FileSize() > 0 && context.archive.IsWorthAsking(lineFeeds + 1))
+        AskForPatients(format, path, context.archive);
     ElementListPtr elements = NewElementList();
     ElementBuilder builder(format, context, *elements);
     TextProgress progress(format, rows, lineFeeds, context.progress);

@@ -36,10 +36,15 @@ bool TextRows::IsRow() {
 }
 
 void TextRows::CutFixed() {
+    const bool ascii = text::IsAscii(line_);
     for (const SourceColumn& column : format_.columns) {
-        raw_[column.column] = column.place == 0 ? std::string_view()
-                                                : text::Trim(text::Mid(line_, static_cast<std::size_t>(column.place),
-                                                                       static_cast<std::size_t>(column.length)));
+        const auto place = static_cast<std::size_t>(column.place);
+        const auto length = static_cast<std::size_t>(column.length);
+        if (place == 0 || place > line_.size()) {
+            raw_[column.column] = {};
+        } else {
+            raw_[column.column] = text::Trim(ascii ? line_.substr(place - 1, length) : text::Mid(line_, place, length));
+        }
     }
 }
 

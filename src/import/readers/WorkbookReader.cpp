@@ -1,4 +1,5 @@
 #include "import/readers/ElementBuilder.h"
+#include "import/readers/SourceKeys.h"
 #include "import/readers/SourceReaders.h"
 #include "platform/text/Number.h"
 #include "platform/text/Utf8.h"
@@ -23,8 +24,8 @@ public:
     SheetRows(const SourceFormat& format, const files::Worksheet& sheet) : format_(format), sheet_(sheet) {}
 
     std::string TextAt(std::uint32_t row, int column) const {
-        std::string value = files::TextOf(sheet_.Cell(row, static_cast<std::uint32_t>(column)));
-        return std::string(text::Trim(WithoutNoBreakSpaces(std::string(text::Trim(value)))));
+        const std::string value = files::TextOf(sheet_.Cell(row, static_cast<std::uint32_t>(column)));
+        return WithoutNoBreakSpaces(std::string(text::Trim(value)));
     }
     bool HasNumber(std::uint32_t row) const {
         return text::ParseNumber(TextAt(row, format_.presenceColumn)).value_or(0) != 0;
@@ -54,18 +55,41 @@ private:
     std::string scratch_;
 };
 
-void ReadSheet(const SourceFormat& format, const files::Worksheet& sheet, ElementBuilder& builder,
-               ReadProgress& progress) {
+/// Calls `take` with each row of a sheet that is an element, and `passed` after each row.
+template <typename Take, typename Passed>
+void ForEachRow(const SourceFormat& format, const files::Worksheet& sheet, Take&& take, Passed&& passed) {
     const std::uint32_t last = sheet.LastRow();
     SheetRows rows(format, sheet);
-    progress.Restart();
     for (std::uint32_t row = format.firstRow; row <= last; ++row) {
         const bool numbered = (format.endsWithoutNumber || format.onlyNumbered) && rows.HasNumber(row);
         if (format.endsWithoutNumber && !numbered) return;
-        const bool present = format.onlyNumbered ? numbered : !rows.TextAt(row, format.presenceColumn).empty();
-        if (present) builder.Add(rows.Cut(row), row);
-        if (row % kProgressStep == 0) progress.Raise(row, last);
+        const bool present =
+            format.onlyNumbered ? numbered : !text::Trim(rows.TextAt(row, format.presenceColumn)).empty();
+        if (present) take(rows.Cut(row), row);
+        passed(row, last);
     }
+}
+
+/// Calls `read` with each sheet that the format speaks of.
+template <typename Read>
+void ForEachSheet(const SourceFormat& format, files::Workbook& workbook, Read&& read) {
+    const int first = format.sheet == 0 ? 1 : format.sheet;
+    const int last = format.sheet == 0 ? workbook.WorksheetCount() : format.sheet;
+    for (int number = first; number <= last; ++number) read(workbook.Sheet(number));
+}
+
+/// A workbook that is small against the archive asks for its own patients only.
+void AskForPatients(const SourceFormat& format, files::Workbook& workbook, ArchiveMatcher& archive) {
+    std::uint64_t count = 0;
+    ForEachSheet(format, workbook, [&](const files::Worksheet& sheet) { count += sheet.LastRow(); });
+    if (count == 0 || !archive.IsWorthAsking(count)) return;
+    SourceKeys keys(format);
+    ForEachSheet(format, workbook, [&](const files::Worksheet& sheet) {
+        ForEachRow(
+            format, sheet, [&](const RawElement& raw, std::uint32_t) { keys.Add(raw); },
+            [](std::uint32_t, std::uint32_t) {});
+    });
+    keys.Ask(archive);
 }
 
 }  // namespace
@@ -75,11 +99,15 @@ ElementListPtr ReadWorkbook(const SourceFormat& format, const std::string& path,
     const std::unique_ptr<files::Workbook> workbook = opener.Open(path);
     ElementListPtr elements = NewElementList();
     ElementBuilder builder(format, context, *elements);
-    const int first = format.sheet == 0 ? 1 : format.sheet;
-    const int last = format.sheet == 0 ? workbook->WorksheetCount() : format.sheet;
-    for (int number = first; number <= last; ++number) {
-        ReadSheet(format, workbook->Sheet(number), builder, context.progress);
-    }
+    AskForPatients(format, *workbook, context.archive);
+    ForEachSheet(format, *workbook, [&](const files::Worksheet& sheet) {
+        context.progress.Restart();
+        ForEachRow(
+            format, sheet, [&](const RawElement& raw, std::uint32_t row) { builder.Add(raw, row); },
+            [&](std::uint32_t row, std::uint32_t last) {
+                if (row % kProgressStep == 0) context.progress.Raise(row, last);
+            });
+    });
     elements->MoveFirst();
     return elements;
 }

@@ -18,16 +18,14 @@ constexpr std::uint64_t kHashFactor = 0x100000001B3ULL;
 /// The table takes the low bits: what differs only in the high ones must reach them.
 std::size_t Mixed(std::uint64_t hash) { return hash ^ (hash >> 32); }
 
-std::size_t HashBytes(std::string_view folded) {
-    std::uint64_t hash = kHashStart;
-    for (const char c : folded) hash = (hash ^ static_cast<unsigned char>(c)) * kHashFactor;
-    return Mixed(hash);
-}
-
 std::size_t HashText(std::string_view value) {
-    if (!text::IsAscii(value)) return HashBytes(text::FoldCase(value));
+    value = text::TrimRight(value);
     std::uint64_t hash = kHashStart;
-    for (const char c : text::TrimRight(value)) {
+    if (!text::IsAscii(value)) {
+        while (!value.empty()) hash = (hash ^ text::ToLower(text::Decode(value))) * kHashFactor;
+        return Mixed(hash);
+    }
+    for (const char c : value) {
         const char folded = c >= 'A' && c <= 'Z' ? static_cast<char>(c | 0x20) : c;
         hash = (hash ^ static_cast<unsigned char>(folded)) * kHashFactor;
     }

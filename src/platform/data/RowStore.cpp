@@ -36,7 +36,8 @@ void RowStore::Grow() {
     const std::uint32_t first = std::min(std::max(kFirstRows, capacity_ * 2), kChunkRows);
     const std::uint32_t capacity = capacity_ < kChunkRows ? first : capacity_ + kChunkRows;
     for (Column& column : columns_) {
-        if (capacity_ % kChunkRows == 0) column.chunks.emplace_back();
+        // A growth that ran out of memory half way is taken up again.
+        if (column.chunks.size() <= capacity_ / kChunkRows) column.chunks.emplace_back();
         column.chunks.back().resize(std::size_t{std::min(capacity, kChunkRows)} * column.width);
         column.present.resize((std::size_t{capacity} + 63) / 64);
     }

@@ -147,6 +147,10 @@ Control& DialogPlayer::Named(const ScriptStep& step) const {
 
 Control& DialogPlayer::Usable(const ScriptStep& step) const {
     Control& control = Named(step);
+    const bool secret = control.Kind() == ControlKind::Text && As<TextField>(control).password;
+    if (secret && !(dialog_.IsVisible(control) && dialog_.IsEnabled(control))) {
+        throw ScriptError(control.Name(), "il campo non si può riempire");
+    }
     if (!dialog_.IsVisible(control)) throw ScriptError(step.text, "il controllo " + control.Name() + " è nascosto");
     if (!dialog_.IsEnabled(control)) throw ScriptError(step.text, "il controllo " + control.Name() + " è disattivato");
     return control;
