@@ -27,7 +27,7 @@ protected:
 };
 
 TEST_F(DemoClinicCreation, NeverWritesOverAnything) {
-    for (const char* name : {"Aldra.sqlite", "Studio0016.sqlite", "Studio0012.sqlite-journal"}) {
+    for (const char* name : {"Aldra.sqlite", "Studio0016.sqlite", "Studio0012.sqlite-journal", "Sorgenti"}) {
         const std::string folder = temp_.Folder(std::string("with-") + name);
         test::WriteBytes(folder + "/" + name, "mine");
         EXPECT_NE(ErrorOf(folder).find(name), std::string::npos) << ErrorOf(folder);
@@ -62,7 +62,10 @@ TEST_F(DemoClinicCreation, GivesTheSameDataForTheSameSeedAndDay) {
         const bool master = name == kFiles[0];  // holds nothing that is drawn
         EXPECT_EQ(first == test::ReadBytes(temp_ / "third/" + name), master) << name;
     }
-    EXPECT_EQ(test::NamesIn(temp_ / "second").size(), std::size(kFiles));
+    EXPECT_EQ(test::NamesIn(temp_ / "second").size(), std::size(kFiles) + 2);
+    for (const char* name : {"Installazione/SistemaTS.json", "Sorgenti/assistiti.txt", "Sorgenti/catania.txt"}) {
+        EXPECT_EQ(test::ReadBytes(temp_ / "deep/first/" + name), test::ReadBytes(temp_ / "second/" + name)) << name;
+    }
 }
 
 TEST_F(DemoClinicCreation, MakesAsManyServicesAsAMeasurementWants) {
