@@ -1,10 +1,11 @@
 # The two commands of every day: make demo, make test.
 
 JOBS ?= $(shell nproc)
-PACKAGES := g++ cmake ninja-build libsqlite3-dev nlohmann-json3-dev libzip-dev libpugixml-dev libgtest-dev libbenchmark-dev
+PACKAGES := g++ cmake ninja-build libsqlite3-dev nlohmann-json3-dev libzip-dev libpugixml-dev libgtest-dev libbenchmark-dev \
+  qt6-base-dev xvfb xauth fonts-dejavu-core
 SUDO := $(shell [ "$$(id -u)" = 0 ] || command -v sudo)
 
-.PHONY: help deps build demo test bench format
+.PHONY: help deps build demo test bench format screenshots
 
 help:
 	@echo "make demo    creates the demo clinic and runs a month's and a quarter's export"
@@ -12,6 +13,7 @@ help:
 	@echo "make build   build/release/aslhost, optimised"
 	@echo "make bench   measures the export of 1,000,000 services"
 	@echo "make format  formats the sources"
+	@echo "make screenshots  pictures of every dialog, into docs/images"
 
 # Installs what is missing with the system's package manager, and says so; does nothing when all is there.
 deps:
@@ -42,3 +44,8 @@ bench: build
 
 format:
 	clang-format -i $$(git ls-files '*.cpp' '*.h')
+
+screenshots: deps
+	cmake --preset dev
+	cmake --build --preset dev -j $(JOBS) --target vlm_screenshots
+	LSAN_OPTIONS=suppressions=tests/qt/leaks.supp:print_suppressions=0 build/dev/tests/qt/vlm_screenshots docs/images
