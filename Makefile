@@ -1,12 +1,13 @@
 # The two commands of every day: make demo, make test.
 
 JOBS ?= $(shell nproc)
-PACKAGES := g++ cmake ninja-build libsqlite3-dev nlohmann-json3-dev libzip-dev libpugixml-dev libgtest-dev libbenchmark-dev
+PACKAGES := g++ cmake ninja-build libsqlite3-dev nlohmann-json3-dev libzip-dev libpugixml-dev libgtest-dev libbenchmark-dev \
+  qt6-base-dev xvfb xauth fonts-dejavu-core
 FUZZ_PACKAGES := clang libclang-rt-dev
 FUZZ_SECONDS ?= 30
 SUDO := $(shell [ "$$(id -u)" = 0 ] || command -v sudo)
 
-.PHONY: help deps build demo test bench fuzz format
+.PHONY: help deps build demo test bench fuzz format screenshots
 
 help:
 	@echo "make demo    creates the demo clinic, exports a month and a quarter, imports a patient list"
@@ -15,6 +16,7 @@ help:
 	@echo "make bench   measures the export of 1,000,000 services and the import of 1,000,000 patients"
 	@echo "make fuzz    feeds broken files to the readers, FUZZ_SECONDS=30 for each target"
 	@echo "make format  formats the sources"
+	@echo "make screenshots  pictures of every dialog, into docs/images"
 
 # Installs what is missing with the system's package manager, and says so; does nothing when all is there.
 deps:
@@ -57,3 +59,8 @@ fuzz: deps
 
 format:
 	clang-format -i $$(git ls-files '*.cpp' '*.h')
+
+screenshots: deps
+	cmake --preset dev
+	cmake --build --preset dev -j $(JOBS) --target vlm_screenshots
+	LSAN_OPTIONS=suppressions=tests/qt/leaks.supp:print_suppressions=0 build/dev/tests/qt/vlm_screenshots docs/images

@@ -1,11 +1,33 @@
 #include "host/desktop/AnomalyReport.h"
 
-#include <regex>
 #include <set>
 
 #include "platform/files/LineReader.h"
+#include "platform/text/DateText.h"
+#include "platform/text/Utf8.h"
 
 namespace vlm::host {
+
+namespace {
+
+constexpr std::string_view kDate = " del ";
+constexpr std::size_t kDateLength = 10;
+constexpr std::string_view kService = "- Prestazione ";
+
+/// What stands before `mark`, which is taken off `rest` with it; "" and no change where there is no mark.
+std::string_view TakeBefore(std::string_view& rest, std::string_view mark) {
+    const std::size_t at = rest.find(mark);
+    if (at == std::string_view::npos) return {};
+    const std::string_view before = rest.substr(0, at);
+    rest.remove_prefix(at + mark.size());
+    return before;
+}
+
+bool IsNumber(std::string_view text) {
+    return !text.empty() && text.find_first_not_of("0123456789") == std::string_view::npos;
+}
+
+}  // namespace
 
 AnomalyReport::AnomalyReport(const std::string& path)
     : columns_{{"Documento", "Documento", 80},
@@ -29,13 +51,23 @@ AnomalyReport::AnomalyReport(const std::string& path)
 
 /// "Fattura A-125 del 16/03/2011:  - Prestazione 2: ..."; empty for another line.
 AnomalyReport::Row AnomalyReport::RowOf(std::string_view line) {
-    static const std::regex form(
-        "(Fattura|Ricevuta) (.*-[0-9]+) del ([0-9]{2}/[0-9]{2}/[0-9]{4}):(?: +- Prestazione ([0-9]+):)? *(.+)");
-    std::match_results<std::string_view::const_iterator> parts;
-    if (!std::regex_match(line.begin(), line.end(), parts, form)) return {};
-    Row row;
-    for (std::size_t i = 1; i < parts.size(); ++i) row.push_back(parts[i].str());
-    return row;
+    std::string_view rest = line;
+    const std::string_view document = TakeBefore(rest, " ");
+    const std::string_view number = TakeBefore(rest, kDate);
+    const std::string_view date = TakeBefore(rest, ":");
+    const bool known = document == "Fattura" || document == "Ricevuta";
+    const bool numbered = IsNumber(number.substr(number.rfind('-') + 1)) && number.find('-') != number.npos;
+    if (!known || !numbered || date.size() != kDateLength || !text::ParseItalianDate(date)) return {};
+    rest = text::Trim(rest);
+    std::string_view service;
+    if (rest.starts_with(kService)) {
+        rest.remove_prefix(kService.size());
+        service = TakeBefore(rest, ":");
+        if (!IsNumber(service)) return {};
+        rest = text::Trim(rest);
+    }
+    if (rest.empty()) return {};
+    return {std::string(document), std::string(number), std::string(date), std::string(service), std::string(rest)};
 }
 
 std::string AnomalyReport::Cell(int row, int column) const {

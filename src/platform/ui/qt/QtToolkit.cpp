@@ -27,6 +27,10 @@ private:
     bool hourglass_;
 };
 
+QtToolkit::QtToolkit(sys::SettingsStore& settings)
+    : onPrinted([](const std::string& path) { QDesktopServices::openUrl(QUrl::fromLocalFile(ToQt(path))); }),
+      sizes_(settings) {}
+
 QWidget* QtToolkit::TopWindow() const { return shown_.empty() ? nullptr : shown_.back()->Window(); }
 
 ControlWidget* QtToolkit::Find(const Control& control) const {
@@ -73,7 +77,7 @@ bool QtToolkit::Print(const Grid& grid, const std::string& title) {
     if (!path) return true;
     const auto* shown = static_cast<const GridWidget*>(Find(grid));
     PrintGrid(grid, title, *path, [shown](int place) { return shown != nullptr ? shown->RowAt(place) : place; });
-    QDesktopServices::openUrl(QUrl::fromLocalFile(ToQt(*path)));
+    onPrinted(*path);
     return true;
 }
 

@@ -13,15 +13,18 @@ namespace vlm::ui {
 class QtToolkit : public Toolkit {
 public:
     /// `settings` keeps the sizes of the windows and outlives the toolkit.
-    explicit QtToolkit(sys::SettingsStore& settings) : sizes_(settings) {}
+    explicit QtToolkit(sys::SettingsStore& settings);
 
     void ShowModal(Dialog& dialog) override;
     Answer Show(const Message& message) override;
     std::optional<std::string> ChooseFile(const FileChoice& choice) override;
     std::optional<std::string> ChooseFolder(const std::string& startFolder) override;
     void SetPointer(Pointer pointer) override;
-    /// Writes a file in the form that printers take and opens it; the user names it.
+    /// Writes a file in the form that printers take and shows it; the user names it.
     bool Print(const Grid& grid, const std::string& title) override;
+
+    /// Shows what was printed; the desktop's own program unless set otherwise.
+    std::function<void(const std::string& path)> onPrinted;
 
     /// The window on top, null for none.
     QWidget* TopWindow() const;

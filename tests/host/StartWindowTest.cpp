@@ -1,0 +1,93 @@
+#include <gtest/gtest.h>
+#include <sstream>
+
+#include "host/DatabaseSchema.h"
+#include "host/DatabaseWriter.h"
+#include "host/frmStart.h"
+#include "platform/Error.h"
+#include "platform/ui/console/ConsoleToolkit.h"
+#include "platform/ui/console/JsonEventLog.h"
+#include "tests/support/TempFolder.h"
+
+namespace vlm::host {
+namespace {
+
+using Words = std::vector<std::string>;
+
+struct Start {
+    Start(const std::string& folder, int clinic, Words words) {
+        ui::ConsoleToolkit toolkit(ui::ConsoleScript(std::move(words)), log);
+        HostOptions options;
+        options.dataFolder = folder;
+        options.clinic = clinic;
+        options.user = "PROVA";
+        frmStart start(toolkit, options, *Date::FromYmd(2011, 4, 10), [this](const HostOptions& chosen) {
+            opened.push_back(chosen.command + " " + std::to_string(chosen.clinic) + " " + chosen.dataFolder + " " +
+                             chosen.user);
+            if (fails) throw Error("non si apre");
+        });
+        toolkit.ShowModal(start);
+    }
+    bool Has(const std::string& part) const { return out.str().find(part) != std::string::npos; }
+
+    std::ostringstream out;
+    ui::JsonEventLog log{out};
+    Words opened;
+    inline static bool fails = false;
+};
+
+void MakeClinic(const std::string& folder, const std::string& name, const std::string& sql) {
+    DatabaseWriter database(folder + "/" + name + ".sqlite");
+    database.Execute(sql);
+    database.Commit();
+}
+
+std::string TwoClinics(const test::TempFolder& temp) {
+    const std::string folder = temp.Folder("dati");
+    MakeClinic(folder, "Aldra",
+               MasterSchema() + std::string("INSERT INTO Studi (IDStudio, RagioneSociale, Nome) VALUES"
+                                            " (7, 'Poliambulatorio', 'Centro'), (12, NULL, 'Mare');"));
+    MakeClinic(folder, "Studio0012", "CREATE TABLE A (B INT);");
+    MakeClinic(folder, "Studio0007", "CREATE TABLE A (B INT);");
+    MakeClinic(folder, "Studio0099", "CREATE TABLE A (B INT);");
+    MakeClinic(folder, "Studio12", "CREATE TABLE A (B INT);");
+    return folder;
+}
+
+TEST(StartWindow, OffersTheClinicsOfTheFolderAndOpensWhatIsChosen) {
+    const test::TempFolder temp;
+    const std::string folder = TwoClinics(temp);
+    const Start start(
+        folder, 12,
+        {"cboStudio?", "cmdDemo?", "cmdPrestazioni!", "cboStudio=#0", "cmdProgetti!", "cmdRicette!", "cmdPazienti!"});
+    EXPECT_TRUE(start.Has(R"("value":1,"text":"12 - Mare")")) << start.out.str();
+    EXPECT_TRUE(start.Has(R"({"key":0,"text":"7 - Poliambulatorio Centro"},{"key":1,"text":"12 - Mare"},)"
+                          R"({"key":2,"text":"99"}])"));
+    EXPECT_TRUE(start.Has(R"("name":"cmdDemo","value":"","text":"","enabled":true,"visible":false)"));
+    EXPECT_EQ(start.opened, (Words{"ASLExport 12 " + folder + " PROVA", "ExportProgetti 7 " + folder + " PROVA",
+                                   "ASLPanoramico 7 " + folder + " PROVA", "ASLImportPatient 7 " + folder + " PROVA"}));
+}
+
+TEST(StartWindow, WhatFailsIsToldAndTheWindowStays) {
+    const test::TempFolder temp;
+    Start::fails = true;
+    const Start start(TwoClinics(temp), 1, {"cmdPrestazioni!", "cboStudio?"});
+    Start::fails = false;
+    EXPECT_TRUE(start.Has(R"("text":"non si apre","caption":"Aldra","icon":"critical")"));
+    EXPECT_TRUE(start.Has(R"("name":"cboStudio","value":0)")) << "the clinic asked for is not there";
+}
+
+TEST(StartWindow, AFolderWithoutClinicsCanGetTheDemo) {
+    const test::TempFolder temp;
+    const std::string folder = temp.Folder("vuota");
+    const Start start(temp / "manca", 12,
+                      {"cmdPrestazioni?", "answer:" + folder, "key:txtDati=Ctrl+R", "txtDati?", "cmdDemo!",
+                       "cboStudio?", "cmdPrestazioni!"});
+    EXPECT_TRUE(start.Has(R"("name":"cmdPrestazioni","value":"","text":"","enabled":false)"));
+    EXPECT_TRUE(start.Has(R"("kind":"folder","filter":"","filterIndex":0,"folder":")" + (temp / "manca")));
+    EXPECT_TRUE(start.Has(R"({"key":1,"text":"16)")) << start.out.str();
+    EXPECT_EQ(start.opened, Words{"ASLExport 12 " + folder + " PROVA"});
+}
+
+}  // namespace
+}  // namespace vlm::host
