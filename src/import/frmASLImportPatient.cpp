@@ -256,7 +256,7 @@ void frmASLImportPatient::EmptyGrids() {
 
 void frmASLImportPatient::OfferFindings() {
     const Findings& findings = aslImportObject_->LastFindings();
-    if (findings.Empty() || !elements_ || IsHealthCard()) return;
+    if (findings.Empty() || !elements_ || IsHealthCard() || IsClosing()) return;
     if (messages::AskToShowFindings(Lib().Toolkit())) ShowTextFile("Anomalie importazione.txt", findings.Report());
 }
 
@@ -275,6 +275,7 @@ void frmASLImportPatient::HideWork() {
 
 bool frmASLImportPatient::WorkDone(int percent) {
     prgLettura.SetValue(percent);
+    Repaint();  // many rows make one percent, and each of them is a chance to close
     return !IsClosing();
 }
 

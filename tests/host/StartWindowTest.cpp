@@ -45,8 +45,8 @@ void MakeClinic(const std::string& folder, const std::string& name, const std::s
 std::string TwoClinics(const test::TempFolder& temp) {
     const std::string folder = temp.Folder("dati");
     MakeClinic(folder, "Aldra",
-               MasterSchema() + std::string("INSERT INTO Studi (IDStudio, RagioneSociale, Nome) VALUES"
-                                            " (7, 'Poliambulatorio', 'Centro'), (12, NULL, 'Mare');"));
+               std::string(MasterSchema()) + std::string("INSERT INTO Studi (IDStudio, RagioneSociale, Nome) VALUES"
+                                                         " (7, 'Poliambulatorio', 'Centro'), (12, NULL, 'Mare');"));
     MakeClinic(folder, "Studio0012", "CREATE TABLE A (B INT);");
     MakeClinic(folder, "Studio0007", "CREATE TABLE A (B INT);");
     MakeClinic(folder, "Studio0099", "CREATE TABLE A (B INT);");

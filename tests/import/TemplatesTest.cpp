@@ -38,7 +38,7 @@ TEST_F(TemplatesTest, Grammar) {
         {"[FILETYPE] = TF ", "TF", "filetype", "TF"},
         {"= [FILETYPE] = E =", "E", "FILETYPE", ""},
         {"[filetype]=TD", "[filetype]TD", "FILETYPE", "TD"},
-        {"remark [FILETYPE] = TD\nx[FILETYPE]TF", "TF", "", ""},
+        {"remark [FILETYPE] = TD\nx[FILETYPE]TF", "xTF", "", ""},
         {"[FILETYPE]=td", "td", "FILETYPE", "td"},
         {"[Cognome]=", "", "Cognome", ""},
         {"Cognome=2\n [Cognome]=3\n[Cognome 4", "", "Cognome", ""},

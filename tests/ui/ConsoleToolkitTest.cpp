@@ -296,7 +296,7 @@ TEST(ConsoleToolkit, OnlyOneTopLevelDialogTakesTheMainSteps) {
     desk.Show(second);
     EXPECT_EQ(first.txtNome.Text(), "primo");
     EXPECT_EQ(second.txtNome.Text(), "");
-    EXPECT_NE(desk.Unused().find("txtNome=resto"), std::string::npos);
+    EXPECT_NE(desk.Unused().find("txtNome=..."), std::string::npos);
 
     Desk none({"in:frmProva", "end:", "cmdOk!"});
     EXPECT_EQ(none.Unused(),

@@ -43,7 +43,7 @@ TEST(TextEventLog, DrawsDialogsAndTellsTheSteps) {
 │                                                                  [ Avvia ]  [ Chiudi ] │
 └────────────────────────────────────────────────────────────────────────────────────────┘
   › Nome: C:\Aldra
-  › Parola: *******
+  › Parola: ***
   › [x] Simulazione
   › Mese: Radiologia "A"
   › [ Avvia ]

@@ -13,6 +13,15 @@ bool IsForLater(const ScriptStep& step) {
     return step.kind == ScriptStep::Kind::Answer || step.kind == ScriptStep::Kind::Block;
 }
 
+/// What was to be typed into a window that nobody saw is not told: it may be a secret.
+std::vector<ScriptStep> WithoutValues(std::vector<ScriptStep> steps) {
+    for (ScriptStep& step : steps) {
+        if (step.kind == ScriptStep::Kind::Set) step.text = step.name + "=...";
+        step.inside = WithoutValues(std::move(step.inside));
+    }
+    return steps;
+}
+
 }  // namespace
 
 ConsoleScript::ConsoleScript(const std::vector<std::string>& words) : main_(ParseSteps(words)) { KeepHead(*main_); }
@@ -44,7 +53,8 @@ void ConsoleScript::KeepHead(std::vector<ScriptStep>& steps) {
 
 void ConsoleScript::LeftOver(const std::string& dialog, std::vector<ScriptStep> steps) {
     if (steps.empty()) return;
-    leftOver_.push_back("Passi non eseguiti, perché la finestra " + dialog + " era già chiusa: " + Wording(steps));
+    leftOver_.push_back("Passi non eseguiti, perché la finestra " + dialog +
+                        " era già chiusa: " + Wording(WithoutValues(std::move(steps))));
 }
 
 void ConsoleScript::Fail(const ScriptError& error) {
@@ -62,7 +72,8 @@ void ConsoleScript::ReportUnused(std::ostream& out) const {
     }
     for (const std::string& sentence : leftOver_) out << sentence << '\n';
     for (const ScriptStep& block : blocks_) {
-        out << "Passi non usati, perché la finestra " << block.name << " non si è aperta: " << Wording(block) << '\n';
+        out << "Passi non usati, perché la finestra " << block.name
+            << " non si è aperta: " << Wording(WithoutValues({block})) << '\n';
     }
     for (const ScriptStep& answer : answers_) out << "Risposta non usata: " << answer.text << '\n';
 }

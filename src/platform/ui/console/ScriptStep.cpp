@@ -121,8 +121,6 @@ private:
 std::vector<ScriptStep> ParseSteps(const std::vector<std::string>& words) { return StepReader(words).Read(nullptr); }
 
 std::string Wording(const ScriptStep& step) {
-    // What was to be typed is not told: it may be a secret.
-    if (step.kind == ScriptStep::Kind::Set) return step.name + "=...";
     if (step.kind != ScriptStep::Kind::Block) return step.text;
     const std::string inside = Wording(step.inside);
     return step.text + (inside.empty() ? "" : " ") + inside + " " + std::string(kBlockEnd);
