@@ -4,7 +4,7 @@
 #include <functional>
 
 #include "host/HostOptions.h"
-#include "host/ReferenceHostUtility.h"
+#include "frame/PlainHostUtility.h"
 #include "host/services/ReferenceHostComponents.h"
 #include "platform/data/Connection.h"
 #include "platform/files/spreadsheet/detect/DetectingOpener.h"
@@ -43,7 +43,7 @@ private:
 
     HostOptions options_;
     Face face_;
-    ReferenceHostUtility utility_;
+    PlainHostUtility utility_;
     sys::FixedInstallFolder installFolder_;
     files::DetectingOpener workbooks_;
     sys::SystemClock systemClock_;

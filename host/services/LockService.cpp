@@ -1,6 +1,6 @@
 #include "host/services/LockService.h"
 
-#include "host/ReferenceHostUtility.h"
+#include "frame/PlainHostUtility.h"
 #include "host/services/ArchiveTable.h"
 #include "platform/Error.h"
 #include "platform/automation/ErrorReport.h"

@@ -7,11 +7,11 @@ Module& Module::Get() {
     return module;
 }
 
-Module::Module() { library_.emplace(missing_.Services()); }
+Module::Module() { library_.emplace(host_->Services()); }
 
 bool Module::SetServices(const Library::Services* services) {
     if (objects_ != 0) return false;
-    library_.emplace(services != nullptr ? *services : missing_.Services());
+    library_.emplace(services != nullptr ? *services : host_->Services());
     return true;
 }
 

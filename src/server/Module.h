@@ -4,7 +4,7 @@
 #include <optional>
 
 #include "frame/Library.h"
-#include "server/MissingHost.h"
+#include "server/DefaultHost.h"
 
 namespace vlm::server {
 
@@ -32,7 +32,7 @@ public:
 private:
     Module();
 
-    MissingHost missing_;
+    std::unique_ptr<DefaultHost> host_ = MakeDefaultHost();
     std::optional<Library> library_;
     long objects_ = 0;
     long locks_ = 0;

@@ -48,8 +48,9 @@ com::Ref<IDispatch> Prescription(const std::string& nullColumn = {}) {
 }
 
 TEST_F(RecordTest, ReadsTheHostsRowAndLooksUpOnItsOwnConnection) {
-    folder.Run("Aldra", "CREATE TABLE Patologia (IDPatologia INT, CodificaCompleta VARCHAR(20))");
-    folder.Run("Aldra", "INSERT INTO Patologia VALUES (1, '25000'), (2, '4019')");
+    const std::string lookup = "SELECT CodificaCompleta FROM Aldra..Patologia WHERE IDPatologia = ";
+    database->tables[lookup + "1"] = {{"CodificaCompleta"}, {{std::string("25000")}}};
+    database->tables[lookup + "2"] = {{"CodificaCompleta"}, {{std::string("4019")}}};
     const std::string expected = "00123NCLMGR70E41G273K15032011023993013125000S01028519015 4019 S12F4019 25000";
     for (const bool foreign : {false, true}) {
         com::Ref<IDispatch> rows = Prescription();

@@ -3,11 +3,11 @@
 #include <gtest/gtest.h>
 
 #include "automation/ForeignObject.h"
-#include "data/DatabaseFolder.h"
 #include "platform/automation/LateBound.h"
 #include "platform/data/ado/ConnectionObject.h"
 #include "server/VlmASLServicesLib.h"
 #include "support/FakeServices.h"
+#include "ui/FakeConnection.h"
 
 namespace vlm::test {
 
@@ -38,12 +38,12 @@ protected:
 
     /// A connection of the host's that shows nothing of itself but its members.
     com::Ref<IDispatch> ForeignConnection() {
-        return com::Make<ForeignObject>(com::Make<data::ado::ConnectionObject>(folder.Connect()), world);
+        return com::Make<ForeignObject>(com::Make<data::ado::ConnectionObject>(database), world);
     }
     com::Ref<IDispatch> Marked(const GUID& id) { return com::Make<MarkedObject>(id, marked); }
 
     FakeServices services;
-    data::testing::DatabaseFolder folder;
+    const std::shared_ptr<ui::test::FakeConnection> database = std::make_shared<ui::test::FakeConnection>();
     Foreign world;
     int marked = 0;
 };

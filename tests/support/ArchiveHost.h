@@ -10,6 +10,7 @@
 #include "host/services/LockService.h"
 #include "host/services/UserRights.h"
 #include "platform/data/sqlite/SqliteConnection.h"
+#include "platform/files/spreadsheet/detect/DetectingOpener.h"
 #include "platform/system/Clock.h"
 #include "server/HostReference.h"
 #include "support/FakeServices.h"
@@ -46,13 +47,14 @@ public:
     data::ConnectionPtr connection;
     HostObjectPtr lockService, rights;
     ImportComponents components{clock};
+    files::DetectingOpener workbooks;
     FakeServices services;
 
     /// What the library is given: the services of a test, and this host's clock and components.
     Library::Services Services() {
         Library::Services all = services.With(services.toolkit);
         return {all.toolkit,  all.utility,       all.settings, clock,
-                all.programs, all.installFolder, components,   all.workbooks};
+                all.programs, all.installFolder, components,   workbooks};
     }
 
 private:

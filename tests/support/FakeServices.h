@@ -5,8 +5,8 @@
 
 #include "frame/Library.h"
 #include "frame/MissingComponents.h"
-#include "host/ReferenceHostUtility.h"
-#include "platform/files/spreadsheet/detect/DetectingOpener.h"
+#include "frame/PlainHostUtility.h"
+#include "platform/Error.h"
 
 namespace vlm::test {
 
@@ -33,19 +33,24 @@ struct FakeServices {
         void SetPointer(ui::Pointer) override {}
         std::vector<std::string> messages;
     };
+    struct NoWorkbooks : files::WorkbookOpener {
+        std::unique_ptr<files::Workbook> Open(const std::string& path) const override {
+            throw Error("Nessun foglio: " + path);
+        }
+    };
     struct Programs : sys::ProgramStarter {
         void Start(const std::string& commandLine) override { started.push_back(commandLine); }
         std::vector<std::string> started;
     };
 
     Silent toolkit;
-    host::ReferenceHostUtility utility{"work"};
+    PlainHostUtility utility{"work"};
     Settings settings;
     sys::FixedClock clock{Date(40643)};  // 10/04/2011
     Programs programs;
     sys::FixedInstallFolder installFolder;
     MissingComponents components;
-    files::DetectingOpener workbooks;
+    NoWorkbooks workbooks;
     /// These services with another toolkit.
     Library::Services With(ui::Toolkit& shown) {
         return {shown, utility, settings, clock, programs, installFolder, components, workbooks};

@@ -4,8 +4,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
-#include <stdexcept>
-#include <stdlib.h>
+#include <random>
 #include <string>
 #include <vector>
 
@@ -15,9 +14,9 @@ namespace vlm::test {
 class TempFolder {
 public:
     TempFolder() {
-        std::string name = (std::filesystem::temp_directory_path() / "vlm-test-XXXXXX").string();
-        if (::mkdtemp(name.data()) == nullptr) throw std::runtime_error("no temporary folder");
-        path_ = name;
+        std::random_device random;
+        do path_ = std::filesystem::temp_directory_path() / ("vlm-test-" + std::to_string(random()));
+        while (!std::filesystem::create_directory(path_));
     }
     TempFolder(const TempFolder&) = delete;
     TempFolder& operator=(const TempFolder&) = delete;
@@ -27,11 +26,15 @@ public:
     }
 
     const std::filesystem::path& Path() const { return path_; }
-    std::string operator/(const std::string& name) const { return (path_ / name).string(); }
+    /// In UTF-8, as the name.
+    std::string operator/(const std::string& name) const {
+        const std::u8string inside = (path_ / std::u8string(name.begin(), name.end())).u8string();
+        return {inside.begin(), inside.end()};
+    }
     /// Creates a folder inside.
     std::string Folder(const std::string& name) const {
         std::filesystem::create_directories(path_ / name);
-        return (path_ / name).string();
+        return *this / name;
     }
 
 private:
@@ -50,7 +53,7 @@ inline std::string ReadBytes(const std::string& path) {
 }
 
 /// Names in a folder, hidden ones too, in order.
-inline std::vector<std::string> NamesIn(const std::string& folder) {
+inline std::vector<std::string> NamesIn(const std::filesystem::path& folder) {
     std::vector<std::string> names;
     for (const auto& entry : std::filesystem::directory_iterator(folder)) {
         names.push_back(entry.path().filename().string());

@@ -1,4 +1,3 @@
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <gtest/gtest.h>
@@ -6,6 +5,7 @@
 
 #include "platform/Error.h"
 #include "platform/system/SettingsStore.h"
+#include "support/TempFolder.h"
 
 namespace vlm::sys::test {
 namespace {
@@ -14,14 +14,6 @@ namespace fs = std::filesystem;
 
 class IniSettingsStoreTest : public testing::Test {
 protected:
-    void SetUp() override {
-        std::string pattern = (fs::temp_directory_path() / "settings-XXXXXX").string();
-        ASSERT_NE(mkdtemp(pattern.data()), nullptr);
-        folder_ = pattern;
-        file_ = folder_ / "a" / "settings.ini";
-    }
-    void TearDown() override { fs::remove_all(folder_); }
-
     IniSettingsStore Store() const { return IniSettingsStore(file_.string()); }
     void Write(const std::string& content) const {
         fs::create_directories(file_.parent_path());
@@ -32,8 +24,9 @@ protected:
         return {std::istreambuf_iterator<char>(file), {}};
     }
 
-    fs::path folder_;
-    fs::path file_;
+    const vlm::test::TempFolder temporary_;
+    const fs::path folder_ = temporary_.Path();
+    const fs::path file_ = folder_ / "a" / "settings.ini";
 };
 
 TEST_F(IniSettingsStoreTest, WhatIsMissingReadsAsTheDefault) {
@@ -97,12 +90,6 @@ TEST_F(IniSettingsStoreTest, AFailedSaveLeavesTheOldFile) {
     fs::create_directories(file_.string() + ".part");  // nothing can be written there, whoever runs the test
     EXPECT_THROW(Store().Save("Aldra", "Settings", "k", "nuovo"), Error);
     EXPECT_EQ(Store().Get("Aldra", "Settings", "k", ""), "vecchio");
-}
-
-TEST_F(IniSettingsStoreTest, TheDefaultPathStandsInTheUsersConfiguration) {
-    setenv("XDG_CONFIG_HOME", folder_.c_str(), 1);
-    EXPECT_EQ(IniSettingsStore::DefaultPath(), (folder_ / "vlm" / "settings.ini").string());
-    unsetenv("XDG_CONFIG_HOME");
 }
 
 }  // namespace

@@ -11,7 +11,7 @@ std::wstring Wide(const std::string& utf8) { return text::ToUtf16<wchar_t>(utf8)
 }  // namespace
 
 std::optional<std::string> Read(HKEY root, const std::string& key, const std::string& name) {
-    constexpr DWORD kTexts = RRF_RT_REG_SZ | RRF_RT_REG_EXPAND_SZ;
+    constexpr DWORD kTexts = RRF_RT_REG_SZ;  // variables in it are replaced
     const std::wstring path = Wide(key);
     const std::wstring value = Wide(name);
     std::wstring text(256, L'\0');

@@ -6,7 +6,9 @@ namespace vlm::sys {
 
 std::string RegistryInstallFolder::Path() const {
     constexpr const char* kKey = "Software\\Microsoft\\Windows\\CurrentVersion\\App Paths\\Aldra.exe";
-    return registry::Read(HKEY_LOCAL_MACHINE, kKey, "Path").value_or("");
+    std::string folder = registry::Read(HKEY_LOCAL_MACHINE, kKey, "Path").value_or("");
+    if (!folder.empty() && folder.back() == '\\') folder.pop_back();
+    return folder;
 }
 
 }  // namespace vlm::sys

@@ -2,15 +2,15 @@
 
 #include "frame/HostServices.h"
 
-namespace vlm::host {
+namespace vlm {
 
 /// A text literal: quotes doubled, in quotes.
 std::string SqlText(std::string_view value);
 
-/// The host's shared utility object, as the reference host has it.
-class ReferenceHostUtility : public HostUtility {
+/// The shared utility object of a host that brings none of its own.
+class PlainHostUtility : public HostUtility {
 public:
-    explicit ReferenceHostUtility(std::string workFolder) : workFolder_(std::move(workFolder)) {}
+    explicit PlainHostUtility(std::string workFolder) : workFolder_(std::move(workFolder)) {}
 
     std::string WorkFolder() const override { return workFolder_; }
     /// 'YYYY-MM-DD', or 'YYYY-MM-DD HH:MM:SS' for a date with a time of day.
@@ -21,4 +21,4 @@ private:
     std::string workFolder_;
 };
 
-}  // namespace vlm::host
+}  // namespace vlm

@@ -5,8 +5,6 @@
 
 namespace vlm::data::ado {
 
-#ifdef _WIN32
-
 com::LateBound NewMachineRecordset() {
     CLSID classId;
     HRESULT done = CLSIDFromProgID(L"ADODB.Recordset", &classId);
@@ -17,13 +15,5 @@ com::LateBound NewMachineRecordset() {
     if (FAILED(done)) throw com::TakeError(done, "ADODB.Recordset");
     return com::LateBound(com::Ref<IDispatch>::Adopt(static_cast<IDispatch*>(made)));
 }
-
-#else
-
-com::LateBound NewMachineRecordset() {
-    throw Error("Su questo sistema le righe di una connessione altrui non si possono modificare.");
-}
-
-#endif
 
 }  // namespace vlm::data::ado

@@ -1,14 +1,14 @@
 #pragma once
 
-#include "frame/Library.h"
 #include "frame/MissingComponents.h"
+#include "server/DefaultHost.h"
 
 namespace vlm::server {
 
 /// The services of a host that has given none: every one of them throws Error and says so.
-class MissingHost {
+class MissingHost final : public DefaultHost {
 public:
-    Library::Services Services() noexcept {
+    Library::Services Services() noexcept override {
         return {toolkit_, utility_, settings_, clock_, programs_, installFolder_, components_, workbooks_};
     }
 

@@ -1,8 +1,10 @@
-#include "server/MissingHost.h"
+#include "server/posix/MissingHost.h"
 
 #include "platform/Error.h"
 
 namespace vlm::server {
+
+std::unique_ptr<DefaultHost> MakeDefaultHost() { return std::make_unique<MissingHost>(); }
 
 void MissingHost::Refuse(const char* service) {
     throw Error(std::string("L'applicazione ospite non ha fornito i suoi servizi (") + service + ").");

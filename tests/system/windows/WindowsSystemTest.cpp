@@ -1,0 +1,54 @@
+#include <gtest/gtest.h>
+
+#include "platform/Error.h"
+#include "platform/system/windows/Registry.h"
+#include "platform/system/windows/RegistryInstallFolder.h"
+#include "platform/system/windows/RegistrySettingsStore.h"
+#include "platform/system/windows/ShellProgramStarter.h"
+#include "support/TempFolder.h"
+
+namespace vlm::sys {
+namespace {
+
+constexpr const char* kSettingsKey = "Software\\VB and VBA Program Settings\\Aldra";
+constexpr const char* kPathsKey = "Software\\Microsoft\\Windows\\CurrentVersion\\App Paths\\Aldra.exe";
+
+TEST(RegistrySettingsStore, StandsWhereTheHostsLanguageKeepsItsSettings) {
+    ASSERT_EQ(registry::Remove(HKEY_CURRENT_USER, kSettingsKey), ERROR_SUCCESS);
+    RegistrySettingsStore store;
+    EXPECT_EQ(store.Get("Aldra", "Settings", "ASLPath", "d"), "d");
+    for (const std::string& value : {std::string(), std::string("C:\\Città €\\"), std::string(1000, 'x')}) {
+        store.Save("Aldra", "Settings", "ASLPath", value);
+        EXPECT_EQ(store.Get("aldra", "settings", "aslpath", "d"), value);
+    }
+    store.Save("Aldra", "Settings", "Owner", "7");
+    EXPECT_EQ(registry::Read(HKEY_CURRENT_USER, std::string(kSettingsKey) + "\\Settings", "Owner"), "7");
+    EXPECT_EQ(store.Get("Aldra", "Altro", "Owner", "d"), "d");
+    EXPECT_THROW(store.Save("Aldra", "Settings", "", "v"), Error);
+    EXPECT_EQ(registry::Remove(HKEY_CURRENT_USER, kSettingsKey), ERROR_SUCCESS);
+    EXPECT_EQ(registry::Remove(HKEY_CURRENT_USER, kSettingsKey), ERROR_SUCCESS) << "nothing there is as good";
+}
+
+TEST(RegistryInstallFolder, ReadsWhatTheSetupEntered) {
+    registry::Remove(HKEY_LOCAL_MACHINE, kPathsKey);
+    EXPECT_EQ(RegistryInstallFolder().Path(), "");
+    ASSERT_EQ(registry::Write(HKEY_LOCAL_MACHINE, kPathsKey, "Path", "C:\\Programmi\\Aldra\\"), ERROR_SUCCESS);
+    EXPECT_EQ(RegistryInstallFolder().Path(), "C:\\Programmi\\Aldra");
+    registry::Remove(HKEY_LOCAL_MACHINE, kPathsKey);
+}
+
+TEST(ShellProgramStarter, FindsProgramsByNameAndTellsWhichIsNotThere) {
+    ShellProgramStarter().Start("cmd.exe /c exit");
+    ShellProgramStarter().Start("\"C:\\windows\\system32\\cmd.exe\" /c exit");
+    for (const char* line : {"there-is-no-such-program.exe x", "\"C:\\no such\\program.exe\" x", ""}) {
+        try {
+            ShellProgramStarter().Start(line);
+            ADD_FAILURE() << line;
+        } catch (const Error& error) {
+            EXPECT_NE(std::string(error.what()).find("programma non trovato"), std::string::npos) << error.what();
+        }
+    }
+}
+
+}  // namespace
+}  // namespace vlm::sys
