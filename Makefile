@@ -1,17 +1,20 @@
-# The two commands of every day: make demo, make test.
+# The two commands of every day: make demo, make test. make windows beside them.
 
 JOBS ?= $(shell nproc)
 PACKAGES := g++ cmake ninja-build libsqlite3-dev nlohmann-json3-dev libzip-dev libpugixml-dev libgtest-dev libbenchmark-dev \
   qt6-base-dev xvfb xauth fonts-dejavu-core
+PACKAGES_WINDOWS := g++-mingw-w64-x86-64-posix g++-mingw-w64-i686-posix mingw-w64-tools wine wine64 libwine-dev \
+  googletest locales
 FUZZ_PACKAGES := clang libclang-rt-dev
 FUZZ_SECONDS ?= 30
 SUDO := $(shell [ "$$(id -u)" = 0 ] || command -v sudo)
 
-.PHONY: help deps build demo test bench fuzz format screenshots
+.PHONY: help deps build demo test windows bench fuzz format screenshots
 
 help:
 	@echo "make demo    creates the demo clinic, exports a month and a quarter, imports a patient list"
 	@echo "make test    builds and runs every test under the sanitizers"
+	@echo "make windows builds the Windows library for both word sizes and tests the 64-bit one under Wine"
 	@echo "make build   build/release/aslhost, optimised"
 	@echo "make bench   measures the export of 1,000,000 services and the import of 1,000,000 patients"
 	@echo "make fuzz    feeds broken files to the readers, FUZZ_SECONDS=30 for each target"
@@ -41,6 +44,16 @@ test: deps
 	cmake --preset dev
 	cmake --build --preset dev -j $(JOBS)
 	ctest --test-dir build/dev --output-on-failure -j $(JOBS)
+
+windows: PACKAGES += $(PACKAGES_WINDOWS)
+windows: deps
+	cmake --preset windows64
+	cmake --build --preset windows64 -j $(JOBS)
+	cmake --preset windows32
+	cmake --build --preset windows32 -j $(JOBS) --target VlmASLServicesLib
+	windows/check-exports.sh x86_64-w64-mingw32 build/windows64/VlmASLServicesLib.dll
+	windows/check-exports.sh i686-w64-mingw32 build/windows32/VlmASLServicesLib.dll
+	windows/with-wine.sh build/wine ctest --test-dir build/windows64 --output-on-failure
 
 bench: build
 	@bench/run.sh build/release

@@ -5,7 +5,7 @@
 
 #include "frame/Library.h"
 #include "frame/MissingComponents.h"
-#include "host/ReferenceHostUtility.h"
+#include "frame/PlainHostUtility.h"
 #include "platform/data/sqlite/SqliteConnection.h"
 #include "platform/files/spreadsheet/detect/DetectingOpener.h"
 
@@ -42,7 +42,7 @@ private:
     };
 
     Silent toolkit_;
-    host::ReferenceHostUtility utility_;
+    vlm::PlainHostUtility utility_;
     NoSettings settings_;
     sys::SystemClock clock_;
     NoPrograms programs_;
