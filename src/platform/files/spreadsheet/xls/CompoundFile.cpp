@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <memory>
 
+#include "platform/files/Machine.h"
 #include "platform/files/Paths.h"
 #include "platform/files/spreadsheet/WorkbookFault.h"
 #include "platform/files/spreadsheet/xls/LittleEndian.h"
@@ -30,7 +31,7 @@ std::string ReadFile(const std::string& path) {
     };
     const auto facts = FactsOf(path);
     if (facts && facts->size > kMaxFile) throw WorkbookFault("il file è troppo grande");
-    const std::unique_ptr<std::FILE, Close> file(std::fopen(ToNative(path).string().c_str(), "rb"));
+    const std::unique_ptr<std::FILE, Close> file(machine::OpenToRead(ToNative(path)));
     if (!file || !facts) throw WorkbookFault("il file non si può aprire");
     std::string content(facts->size, '\0');
     content.resize(std::fread(content.data(), 1, content.size(), file.get()));
