@@ -4,7 +4,6 @@
 
 #include <cstdio>
 #include <filesystem>
-#include <iostream>
 #include <malloc.h>
 #include <string>
 #include <vector>
@@ -95,14 +94,4 @@ int Compare(const char* program, const std::string& folder) {
 
 }  // namespace
 
-int main(int argc, char** argv) {
-    try {
-        if (argc == 3) return RunTask(argv[1], argv[2]);
-        if (argc == 2) return Compare(argv[0], argv[1]);
-    } catch (const std::exception& error) {
-        std::cerr << error.what() << '\n';
-        return 1;
-    }
-    std::cerr << "usage: import_bench FOLDER\n";
-    return 2;
-}
+int main(int argc, char** argv) { return bench::Main(argc, argv, RunTask, Compare); }

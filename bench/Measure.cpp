@@ -32,4 +32,17 @@ double Median(std::vector<double> values) {
     return values[values.size() / 2];
 }
 
+int Main(int argc, char** argv, int (*runTask)(const std::string&, const std::string&),
+         int (*compare)(const char*, const std::string&)) {
+    try {
+        if (argc == 3) return runTask(argv[1], argv[2]);
+        if (argc == 2) return compare(argv[0], argv[1]);
+    } catch (const std::exception& error) {
+        std::cerr << error.what() << '\n';
+        return 1;
+    }
+    std::cerr << "usage: " << argv[0] << " FOLDER\n";
+    return 2;
+}
+
 }  // namespace vlm::bench

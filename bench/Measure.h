@@ -16,4 +16,8 @@ Measured Measure(const char* program, const std::string& task, const std::string
 
 double Median(std::vector<double> values);
 
+/// A measuring program: with a folder it compares, with a task and a folder it is the process that is measured.
+int Main(int argc, char** argv, int (*runTask)(const std::string& task, const std::string& folder),
+         int (*compare)(const char* program, const std::string& folder));
+
 }  // namespace vlm::bench

@@ -5,7 +5,6 @@
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
-#include <iostream>
 #include <string>
 #include <vector>
 
@@ -61,7 +60,7 @@ std::string Databases(const char* program, const fs::path& root, std::int64_t ro
     return folder;
 }
 
-int Compare(const char* program, const fs::path& root) {
+int Compare(const char* program, const std::string& root) {
     const std::string large = Databases(program, root, 1000000);
     const std::string small = Databases(program, root, 10000);
     std::vector<double> toDefault, toTuned, cpu, peak;
@@ -89,14 +88,4 @@ int Compare(const char* program, const fs::path& root) {
 
 }  // namespace
 
-int main(int argc, char** argv) {
-    try {
-        if (argc == 3) return RunTask(argv[1], argv[2]);
-        if (argc == 2) return Compare(argv[0], argv[1]);
-    } catch (const std::exception& error) {
-        std::cerr << error.what() << '\n';
-        return 1;
-    }
-    std::cerr << "usage: service_export_bench FOLDER\n";
-    return 2;
-}
+int main(int argc, char** argv) { return bench::Main(argc, argv, RunTask, Compare); }

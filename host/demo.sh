@@ -69,10 +69,10 @@ show "$demo/lavoro/C160203Err.txt" 8
 studio=12
 title "L'elenco degli assistiti, con un modello: letto, confrontato con l'archivio; i nuovi importati"
 component ASLImportPatient cboASL="Elenco assistiti" txtPath="$demo/dati/Sorgenti/assistiti.txt" cmdElabora! \
-    cboFiltro='#1' cmdConferma!
+    lblConteggio? cboFiltro='#1' lblConteggio? lblSelezionati? cmdConferma!
 
 title "Lo stesso elenco nel formato di Catania: ora sono tutti noti; uno non più in elenco viene revocato"
-component ASLImportPatient cboASL=Catania txtPath="$demo/dati/Sorgenti/catania.txt" cmdElabora! cboFiltro='#2' \
+component ASLImportPatient cboASL=Catania txtPath="$demo/dati/Sorgenti/catania.txt" cmdElabora! cboFiltro='#2' lblConteggio? \
     in:frmRevoca chkRevocato=1 dtDataRevoca=31/03/2011 cboTipoRevocaPaziente='#1' cmdConferma! end: \
     grdList2!1 cmdConferma!
 
@@ -82,6 +82,6 @@ component ASLImportPatient cboImportazione='#1' cboASL='#0' txtPath="$demo/dati/
 
 title "Gli assistiti dal sistema tessera sanitaria: il PIN non si vede"
 component ASLImportPatient cboTipoImportazione='#1' cboSpecialista='#0' \
-    in:frmInpsPIN txtConferma=1234567890 cmdConferma! end: cmdElabora!
+    in:frmInpsPIN txtConferma=1234567890 cmdConferma! end: cmdElabora! grdList?
 
 printf '\nTutto sta in %s: dati, lavoro, invio.\n' "$demo"
