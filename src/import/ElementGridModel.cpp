@@ -20,6 +20,7 @@ ElementGridModel::ElementGridModel(const std::vector<ShownColumn>& columns, Elem
     selected_.reserve(static_cast<std::size_t>(elements_->RecordCount()));
     for (; !elements_->AtEnd(); elements_->MoveNext()) {
         selected_.push_back(elements_->NumberOf(OrdinalOf(ElementColumn::Selezionato)) != 0);
+        known_.push_back(elements_->IntegerOf(OrdinalOf(ElementColumn::IDPaziente)) != 0);
     }
     ShowOnlyNew(false);
 }
@@ -28,9 +29,14 @@ void ElementGridModel::ShowOnlyNew(bool onlyNew) {
     shown_.resize(selected_.size());
     std::iota(shown_.begin(), shown_.end(), 0U);
     if (!onlyNew) return;
-    std::erase_if(shown_, [this](std::uint32_t element) {
-        return At(element).IntegerOf(OrdinalOf(ElementColumn::IDPaziente)) != 0;
-    });
+    std::erase_if(shown_, [this](std::uint32_t element) { return known_[element]; });
+}
+
+void ElementGridModel::SetPatient(std::uint32_t element, std::int64_t patient) {
+    ElementList& list = At(element);
+    list.SetWhole(OrdinalOf(ElementColumn::IDPaziente), patient);
+    list.Update();
+    known_[element] = patient != 0;
 }
 
 int ElementGridModel::RowOf(std::uint32_t element) const {

@@ -38,6 +38,9 @@ public:
     std::size_t CountSelected() const;       // hidden ones too
     std::size_t CountShownSelected() const;  // what the user sees
 
+    /// The element is that patient of the archive now.
+    void SetPatient(std::uint32_t element, std::int64_t patient);
+
     /// The list, standing on that element.
     ElementList& At(std::uint32_t element) const;
 
@@ -49,6 +52,7 @@ private:
     std::vector<Column> columns_;
     std::vector<ElementColumn> sources_;  // of each column
     ElementListPtr elements_;
+    std::vector<bool> known_;           // by element: the archive has it
     std::vector<bool> selected_;        // by element
     std::vector<std::uint32_t> shown_;  // elements
 };

@@ -57,12 +57,7 @@ void ImportConfirmation::Confirm(ElementGridModel& elements, std::uint32_t eleme
                                                   : "l'esenzione non è stata scritta: il paziente non è in archivio o "
                                                     "il codice non vale per la sua età.");
         }
-        if (kind_ == Kind::Patients) {
-            // A window that was painted meanwhile has moved the list.
-            ElementList& source = elements.At(element);
-            source.SetWhole(OrdinalOf(ElementColumn::IDPaziente), result);
-            source.Update();
-        }
+        if (kind_ == Kind::Patients) elements.SetPatient(element, result);
         elements.Select(element, false);
         ++written_;
     } catch (const std::exception& error) {
