@@ -132,6 +132,36 @@ TEST(Windows, ProgressIsPaintedWhileTheWorkGoesOn) {
     });
 }
 
+/// What a user does while a long step is at work, when its window comes to look at it.
+void PostKey(QWidget& widget, Qt::Key key) {
+    for (const QEvent::Type type : {QEvent::KeyPress, QEvent::KeyRelease}) {
+        QCoreApplication::postEvent(&widget, new QKeyEvent(type, key, Qt::NoModifier, key == Qt::Key_Space ? " " : ""));
+    }
+}
+
+TEST(Windows, LongWorkCanBeClosedAndTakesNothingElse) {
+    Screen screen;
+    SampleDialog dialog;
+    int opened = 0;
+    int steps = 0;
+    dialog.cmdApri.OnChange = [&] { ++opened; };
+    screen.Show(dialog, [&](QWidget& window) {
+        dialog.cmdOk.OnChange = [&] {
+            const HourglassScope hourglass(screen.toolkit);
+            for (; steps < 10 && !dialog.IsClosing(); ++steps) {
+                if (steps == 2) PostKey(screen.WidgetOf(dialog.cmdApri), Qt::Key_Space);
+                if (steps == 5)
+                    PostKey(window.focusWidget() != nullptr ? *window.focusWidget() : window, Qt::Key_Escape);
+                dialog.prgLettura.SetValue(steps * 10 + 1);
+            }
+        };
+        QTest::mouseClick(&screen.WidgetOf(dialog.cmdOk), Qt::LeftButton);
+    });
+    EXPECT_EQ(opened, 0);
+    EXPECT_EQ(steps, 6);
+    EXPECT_TRUE(dialog.IsClosing());
+}
+
 TEST(Windows, MessagesSayItInItalianWhateverTheMachineSpeaks) {
     Screen screen;
     const auto ask = [&](Buttons buttons, const std::function<void(QMessageBox&)>& deeds) {

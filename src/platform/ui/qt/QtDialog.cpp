@@ -9,6 +9,7 @@
 
 #include "platform/ui/Mnemonic.h"
 #include "platform/ui/qt/KeyCodes.h"
+#include "platform/ui/qt/WorkInput.h"
 #include "platform/ui/qt/controls/QtText.h"
 
 namespace vlm::ui {
@@ -103,7 +104,11 @@ void QtDialog::FocusMoved(Control& control) {
     if (ControlWidget* widget = Find(control)) widget->TakeFocus();
 }
 
-void QtDialog::Repaint() { QApplication::processEvents(QEventLoop::ExcludeUserInputEvents); }
+void QtDialog::Repaint() {
+    ControlWidget* const cancels = dialog_.CancelButton() != nullptr ? Find(*dialog_.CancelButton()) : nullptr;
+    const WorkInput input(cancels != nullptr ? &cancels->Widget() : nullptr);
+    QApplication::processEvents();
+}
 
 void QtDialog::Act(const std::function<void()>& action) {
     try {
