@@ -41,6 +41,7 @@ TEST(SqliteConnection, ChangesRowsByTheirNumber) {
     DatabaseFolder folder;
     folder.Run("Studio0012", "CREATE TABLE Numerata (Rowid VARCHAR(9), [una colonna] INT, Quando DATETIME)");
     folder.Run("Studio0012", "INSERT INTO Numerata VALUES ('a', 1, '2011-03-31 10:00:00'), ('a', 1, NULL)");
+    folder.Run("Studio0012", "UPDATE Numerata SET _rowid_ = 5000000000 WHERE Quando IS NULL");
     folder.Run("Studio0012", "CREATE TABLE Chiave (ID INTEGER PRIMARY KEY, Nome VARCHAR(9) DEFAULT 'nuovo')");
     const ConnectionPtr connection = folder.Connect();
     const UpdatableRecordsetPtr twins = connection->OpenForUpdate("SELECT * FROM [Numerata] WHERE Rowid = 'A'");
@@ -59,6 +60,26 @@ TEST(SqliteConnection, ChangesRowsByTheirNumber) {
     keyed->SetValue("Nome", std::string("sette"));
     keyed->Update();
     EXPECT_EQ(RowText(*connection, "SELECT * FROM Chiave"), "7|sette");
+}
+
+TEST(SqliteConnection, ARowThatCannotBeReadIsNotChanged) {
+    DatabaseFolder folder;
+    folder.Run("Studio0012", "CREATE TABLE Visita (Piano SMALLINT, Quando DATETIME)");
+    folder.Run("Studio0012", "INSERT INTO Visita VALUES (1, 'mai'), (2, '2011-03-31')");
+    const ConnectionPtr connection = folder.Connect();
+    const std::string error = ErrorText([&] { connection->OpenForUpdate("SELECT * FROM Visita WHERE Piano = 1"); });
+    EXPECT_NE(error.find("'mai' della colonna Quando"), std::string::npos) << error;
+    EXPECT_EQ(connection->OpenForUpdate("SELECT * FROM Visita WHERE Piano = 2")->TextOf(1), "31/03/2011");
+}
+
+TEST(SqliteConnection, ATriggerNamesTheRowsThatItSees) {
+    DatabaseFolder folder;
+    folder.Run("Studio0012", "CREATE TABLE Visita (Piano SMALLINT)");
+    const ConnectionPtr connection = folder.Connect();
+    connection->Execute(
+        "CREATE TRIGGER Rifiuta BEFORE INSERT ON Visita WHEN NEW.Piano = 13 BEGIN SELECT RAISE(ABORT, 'no'); END");
+    EXPECT_NE(ErrorText([&] { connection->Execute("INSERT INTO Visita VALUES (13)"); }), "");
+    EXPECT_EQ(connection->Execute("INSERT INTO Visita VALUES (12)"), 1);
 }
 
 TEST(SqliteConnection, RowsWithoutANumberAreNotChanged) {

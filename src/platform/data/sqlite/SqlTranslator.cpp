@@ -153,8 +153,8 @@ private:
             cursor_.Take();
             return sql;
         }
-        sql = cursor_.Take().source + cursor_.Take().source;
-        return sql;
+        sql = cursor_.Take().source;
+        return sql + cursor_.Take().source;
     }
 
     /// `Name literal, literal`, with EXEC before it or without.

@@ -53,7 +53,8 @@ SqliteTableSelect SqliteTableSelect::Translate(std::string_view sql, SqliteCatal
     select.target = SqlQuotedName(schema) + "." + SqlQuotedName(name.table);
     select.rowId = RowIdOf(*columns, name.table);
     const std::string database = schema == own ? "" : SqlQuotedName(schema) + "..";
-    select.statement = SqlTranslator(catalog).Translate("SELECT *, " + select.rowId + " FROM " + database +
+    // As a sum, because the number as such is taken for a column of 32 bits.
+    select.statement = SqlTranslator(catalog).Translate("SELECT *, " + select.rowId + " + 0 FROM " + database +
                                                         SqlQuotedName(name.table) + RestOf(reading.cursor));
     return select;
 }
