@@ -1,6 +1,7 @@
 #include "platform/data/ado/HostRecordset.h"
 #include "platform/data/ado/RecordsetObject.h"
 #include "server/ASLImportPatientFacade.h"
+#include "server/Listener.h"
 #include "server/ServerFixture.h"
 #include "support/EmptyArchive.h"
 #include "support/TempFolder.h"
@@ -92,35 +93,6 @@ TEST_F(RecordTest, AFailedReadingTellsAndKeepsNothing) {
     EXPECT_EQ(test::ReferencesTo(rows.Get()), 1u);
 }
 
-/// A listener that hears percents, and may leave while it hears.
-class Listener final : public com::Object<IDispatch> {
-public:
-    explicit Listener(int& alive) : alive_(alive) { ++alive_; }
-    std::vector<std::int32_t> heard;
-    std::function<void()> onHeard;
-    HRESULT answer = S_OK;
-
-    HRESULT GetTypeInfoCount(UINT*) override { return E_NOTIMPL; }
-    HRESULT GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
-    HRESULT GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override { return DISP_E_UNKNOWNNAME; }
-    HRESULT Invoke(DISPID id, REFIID, LCID, WORD flags, DISPPARAMS* given, VARIANT*, EXCEPINFO*, UINT*) override {
-        EXPECT_EQ(id, kReadingFileId);
-        EXPECT_EQ(flags, DISPATCH_METHOD);
-        EXPECT_EQ(given->cArgs, 1u);
-        EXPECT_EQ(given->rgvarg[0].vt, VT_I4);
-        heard.push_back(given->rgvarg[0].lVal);
-        if (onHeard) onHeard();
-        return answer;
-    }
-
-private:
-    ~Listener() override { --alive_; }
-    void* Find(const IID& iid) noexcept override {
-        return com::Same(iid, k__ASLImportPatientId) ? static_cast<IDispatch*>(this) : Object::Find(iid);
-    }
-    int& alive_;
-};
-
 TEST(ImportEvents, ReachEveryListenerThatIsThere) {
     int alive = 0;
     {
@@ -129,9 +101,9 @@ TEST(ImportEvents, ReachEveryListenerThatIsThere) {
         com::Ref<IConnectionPoint> point;
         EXPECT_EQ(container->FindConnectionPoint(kRightsId, point.Receive()), CONNECT_E_NOCONNECTION);
         ASSERT_EQ(container->FindConnectionPoint(k__ASLImportPatientId, point.Receive()), S_OK);
-        const auto deaf = com::Make<Listener>(alive);
-        const auto leaving = com::Make<Listener>(alive);
-        const auto staying = com::Make<Listener>(alive);
+        const auto deaf = com::Make<test::Listener>(alive);
+        const auto leaving = com::Make<test::Listener>(alive);
+        const auto staying = com::Make<test::Listener>(alive);
         deaf->answer = E_FAIL;
         DWORD cookies[3] = {};
         EXPECT_EQ(point->Advise(deaf.Get(), &cookies[0]), S_OK);

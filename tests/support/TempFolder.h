@@ -41,13 +41,15 @@ private:
     std::filesystem::path path_;
 };
 
+inline std::filesystem::path PathOf(const std::string& utf8) { return std::u8string(utf8.begin(), utf8.end()); }
+
 inline void WriteBytes(const std::string& path, const std::string& bytes) {
-    std::ofstream(path, std::ios::binary) << bytes;
+    std::ofstream(PathOf(path), std::ios::binary) << bytes;
 }
 
 /// "<missing>" when there is no such file, so that a comparison tells which of the two it is.
 inline std::string ReadBytes(const std::string& path) {
-    std::ifstream file(path, std::ios::binary);
+    std::ifstream file(PathOf(path), std::ios::binary);
     if (!file) return "<missing>";
     return {std::istreambuf_iterator<char>(file), {}};
 }

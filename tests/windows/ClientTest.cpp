@@ -1,6 +1,10 @@
 #include <functional>
 
 #include "platform/automation/ErrorReport.h"
+#include "platform/data/ado/ConnectionObject.h"
+#include "server/Listener.h"
+#include "support/EmptyArchive.h"
+#include "support/TempFolder.h"
 #include "windows/Client.h"
 
 namespace vlm::server {
@@ -149,7 +153,25 @@ TEST(Client, AFailureIsToldWithCodeSourceAndDescription) {
     }
 }
 
-TEST(Client, EventsAreOfferedAndTheirListenersCounted) {
+/// A list of 25 lines tells of the tenth and of the twentieth. The connection is somebody else's, and let go.
+void ReadTwentyFiveLines(const LateBound& component) {
+    test::Foreign world;
+    {
+        const auto connection = com::Make<test::ForeignObject>(
+            com::Make<data::ado::ConnectionObject>(std::make_shared<test::EmptyArchive>()), world);
+        component.PutRef("Connection", connection.Get());
+        EXPECT_EQ(component.Get("Connection").Object().Get(), connection.Get());
+        const test::TempFolder folder;
+        test::WriteBytes(folder / "elenco è.txt", std::string(25, '\n'));
+        const LateBound elements = component.ObjectOf("GetElementList", {Variant(folder / "elenco è.txt")});
+        EXPECT_EQ(elements.Get("EOF").Text(), "True");
+        component.PutRef("Connection", nullptr);
+        EXPECT_EQ(test::ReferencesTo(connection.Get()), 1u);
+    }
+    EXPECT_EQ(world.alive, 0);
+}
+
+TEST(Client, EventsAreOfferedHeardAndTheirListenersCounted) {
     int alive = 0;
     {
         const auto component = Created<IUnknown>("ASLImportPatient");
@@ -169,10 +191,12 @@ TEST(Client, EventsAreOfferedAndTheirListenersCounted) {
         const auto container = com::Query<IConnectionPointContainer>(component.Get());
         com::Ref<IConnectionPoint> point;
         ASSERT_EQ(container->FindConnectionPoint(k__ASLImportPatientId, point.Receive()), S_OK);
-        const auto listener = com::Make<test::MarkedObject>(k__ASLImportPatientId, alive);
+        const auto listener = com::Make<test::Listener>(alive);
         DWORD cookie = 0;
         ASSERT_EQ(point->Advise(listener.Get(), &cookie), S_OK);
         EXPECT_EQ(test::ReferencesTo(listener.Get()), 2u);
+        ReadTwentyFiveLines(LateBound(com::Query<IDispatch>(component.Get())));
+        EXPECT_EQ(listener->heard, (std::vector<std::int32_t>{40, 80}));
         EXPECT_EQ(point->Unadvise(cookie), S_OK);
         EXPECT_EQ(test::ReferencesTo(listener.Get()), 1u);
         ASSERT_EQ(point->Advise(listener.Get(), &cookie), S_OK);  // a client that ends without leaving
