@@ -31,9 +31,9 @@ bool IsNumber(std::string_view text) {
 
 AnomalyReport::AnomalyReport(const std::string& path)
     : columns_{{"Documento", "Documento", 80},
-               {"Numero", "Numero", 90, true, false, true},
+               {"Numero", "Numero", 90},
                {"Data", "Data", 85},
-               {"Prestazione", "Prestazione", 80, true, false, true},
+               {"Prestazione", "Prestazione", 80},
                {"Anomalia", "Anomalia", 480}} {
     files::LineReader file(path);
     std::set<Row> told;

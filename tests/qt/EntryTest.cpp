@@ -196,7 +196,9 @@ TEST(Entry, PathsTakeDroppedFilesAndTellWhatIsThere) {
         TypeOver(Focused(window), folder.Path().string());
         EXPECT_EQ(sign(), "La cartella c'è");
         TypeOver(Focused(window), folder / "manca");
-        EXPECT_EQ(sign(), "Qui non c'è ancora nulla");
+        EXPECT_EQ(sign(), "Non c'è ancora; la sua cartella sì");
+        TypeOver(Focused(window), folder / "manca/dentro");
+        EXPECT_EQ(sign(), "Il percorso non c'è");
         QMimeData dropped;
         dropped.setUrls({QUrl::fromLocalFile(QString::fromStdString(folder / "elenco.csv"))});
         QDragEnterEvent enter({1, 1}, Qt::CopyAction, &dropped, Qt::LeftButton, {});

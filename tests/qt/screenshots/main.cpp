@@ -1,7 +1,11 @@
 #include <QFont>
 #include <QImage>
+#include <QPainter>
+#include <algorithm>
+#include <chrono>
 #include <filesystem>
 #include <iostream>
+#include <map>
 #include <sstream>
 
 #include "host/AslHost.h"
@@ -38,11 +42,38 @@ private:
         const std::string name = names_[next_++];
         if (name.empty()) return;
         QCoreApplication::processEvents();
-        // Few colours: a palette keeps the pictures small.
-        const QImage picture = window.grab().toImage().convertToFormat(QImage::Format_Indexed8, Qt::ThresholdDither);
+        const QImage picture = InFewColours(WithTitleBar(window.grab(), window.windowTitle()));
         if (!picture.save(QString::fromStdString((folder_ / (name + ".png")).string()), "PNG", 0)) {
             throw std::runtime_error("cannot write " + name);
         }
+    }
+
+    /// Without a desktop nobody draws one.
+    static QImage WithTitleBar(const QPixmap& inside, const QString& title) {
+        constexpr int kHeight = 26;
+        QImage picture(inside.width() + 2, inside.height() + kHeight + 1, QImage::Format_RGB32);
+        picture.fill(QColor(70, 82, 96));
+        QPainter painter(&picture);
+        painter.drawPixmap(1, kHeight, inside);
+        painter.setPen(Qt::white);
+        painter.drawText(QRect(10, 0, picture.width() - 20, kHeight), Qt::AlignVCenter, title);
+        return picture;
+    }
+
+    /// The colours met most often make a small picture that looks the same.
+    static QImage InFewColours(const QImage& picture) {
+        std::map<QRgb, int> counts;
+        for (int y = 0; y < picture.height(); ++y) {
+            for (int x = 0; x < picture.width(); ++x) ++counts[picture.pixel(x, y)];
+        }
+        std::vector<std::pair<int, QRgb>> colours;
+        for (const auto& [colour, count] : counts) colours.emplace_back(count, colour);
+        std::sort(colours.rbegin(), colours.rend());
+        QList<QRgb> table;
+        for (const auto& [count, colour] : colours) {
+            if (table.size() < 64) table << colour;
+        }
+        return picture.convertToFormat(QImage::Format_Indexed8, table, Qt::ThresholdDither);
     }
 
     fs::path folder_;
@@ -123,8 +154,8 @@ const Scene kScenes[] = {
      "12",
      {"cboASL=Elenco assistiti", "txtPath=dati/Sorgenti/assistiti.txt", "cmdElabora!", "grdList!3", "grdList?",
       "cboFiltro=#2", "grdList2!2", "in:frmRevoca", "chkRevocato=1", "dtDataRevoca=10/04/2011",
-      "cboTipoRevocaPaziente=#0", "txtNoteRevoca=Ha scelto un altro medico.", "txtNoteRevoca?", "cmdAnnulla!", "end:",
-      "cmdConferma!"},
+      "cboTipoRevocaPaziente=#0", "txtNoteRevoca=Ha scelto un altro medico.", "txtNoteRevoca?", "cmdAnnulla!",
+      "end:", "cmdConferma!"},
      {"importazione", "revoca"}},
     {"ASLImportPatient",
      "12",
@@ -150,6 +181,21 @@ int Play(const Scene& scene, const fs::path& pictures) {
     return 1;
 }
 
+/// The pictures of another day are the same.
+void GiveFilesADay() {
+    const auto day = std::chrono::sys_days(std::chrono::year(2011) / 4 / 10) + std::chrono::seconds(12 * 3600);
+    for (const fs::directory_entry& file : fs::directory_iterator("invio")) {
+        fs::last_write_time(file, std::chrono::file_clock::from_sys(day));
+    }
+}
+
+/// A screen as large as a desk's.
+std::string ScreenFile() {
+    test::WriteBytes("schermo.json",
+                     R"({"screens":[{"name":"Schermo","x":0,"y":0,"width":1280,"height":1024,"dpi":96}]})");
+    return "offscreen:configfile=" + fs::absolute("schermo.json").string();
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -158,17 +204,20 @@ int main(int argc, char** argv) {
         return 2;
     }
     const fs::path pictures = fs::absolute(argv[1]);
-    qputenv("QT_QPA_PLATFORM", "offscreen");
+    const test::TempFolder desk;  // relative paths in the pictures
+    fs::current_path(desk.Path());
+    qputenv("QT_QPA_PLATFORM", QByteArray::fromStdString(ScreenFile()));
     ui::QtApplication application(argc, argv);
     QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
     QApplication::setDoubleClickInterval(0);
     QApplication::setFont(QFont("DejaVu Sans", 9));
-    const test::TempFolder desk;  // relative paths in the pictures
-    fs::current_path(desk.Path());
     for (const char* folder : {"lavoro", "invio"}) fs::create_directories(folder);
     fs::create_directories(pictures);
     host::CreateDemo("dati", *Date::FromYmd(2011, 4, 10));
     int failed = 0;
-    for (const Scene& scene : kScenes) failed += Play(scene, pictures);
+    for (const Scene& scene : kScenes) {
+        failed += Play(scene, pictures);
+        GiveFilesADay();
+    }
     return failed == 0 ? 0 : 1;
 }

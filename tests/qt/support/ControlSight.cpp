@@ -137,6 +137,8 @@ std::string Held(const Control& control) {
                           [&](int position) { return As<MultiList>(control).IsSelected(position); });
         case ControlKind::Grid:
             return GridHeld(As<Grid>(control));
+        case ControlKind::Text:
+            return As<TextField>(control).Text();
         default:
             return ShownText(control);
     }

@@ -26,10 +26,11 @@ bool DrawsCaption(const Control& control) {
            kind == ControlKind::CheckBox;
 }
 
-/// What is hidden keeps its room, so that nothing jumps when it comes back; a grid leaves its room to the next one.
+/// What is hidden keeps its room, so that nothing jumps when it comes back; a grid leaves its room to the next one, a
+/// button to the field beside it.
 void KeepRoom(QWidget& part, const Control& control) {
     QSizePolicy policy = part.sizePolicy();
-    policy.setRetainSizeWhenHidden(control.Kind() != ControlKind::Grid);
+    policy.setRetainSizeWhenHidden(control.Kind() != ControlKind::Grid && control.Kind() != ControlKind::Button);
     part.setSizePolicy(policy);
 }
 
@@ -49,6 +50,7 @@ DialogForm::DialogForm(const Dialog& dialog, WidgetHost& host, QWidget& window)
     QGridLayout& outer = *blocks_[nullptr].grid;
     if (!heightens_) outer.setRowStretch(outer.rowCount(), 1);
     AlignLabels();
+    AlignButtons();
     AddButtons(outer);
     for (const Control* control : dialog.Controls()) ShowState(*control);
     for (const ShownRow& shown : rows_) ShowLabel(shown);
@@ -199,7 +201,8 @@ void DialogForm::AddSearch(QBoxLayout& buttons) {
 void DialogForm::AlignLabels() {
     const auto indentOf = [](const Frame* frame, const Block& block) {
         const bool bordered = frame != nullptr && !frame->Caption().empty();
-        return bordered ? block.grid->contentsMargins().left() : 0;
+        if (!bordered) return 0;
+        return block.grid->contentsMargins().left() + block.grid->parentWidget()->contentsMargins().left();
     };
     int width = 0;
     for (const ShownRow& shown : rows_) {
@@ -208,6 +211,20 @@ void DialogForm::AlignLabels() {
     }
     for (auto& [frame, block] : blocks_) {
         if (block.labels) block.grid->setColumnMinimumWidth(kLabelColumn, width - indentOf(frame, block));
+    }
+}
+
+/// Buttons that begin the rows of one block are equally wide, so that what follows stands in line.
+void DialogForm::AlignButtons() {
+    std::map<const Frame*, std::vector<QWidget*>> buttons;
+    for (const Dialog::Row& row : dialog_.Rows()) {
+        const Control& first = *row.cells.front().stack.front();
+        if (first.Kind() == ControlKind::Button && row.cells.size() > 1) buttons[row.frame].push_back(parts_[&first]);
+    }
+    for (const auto& [frame, column] : buttons) {
+        int width = 0;
+        for (const QWidget* button : column) width = std::max(width, button->sizeHint().width());
+        for (QWidget* button : column) button->setMinimumWidth(width);
     }
 }
 

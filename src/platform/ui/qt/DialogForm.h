@@ -50,6 +50,7 @@ private:
     void AddButtons(QGridLayout& outer);
     void AddSearch(QBoxLayout& buttons);
     void AlignLabels();
+    void AlignButtons();
     void ChainTabs();
     void ShowState(const Control& control);
     void ShowLabel(const ShownRow& shown);

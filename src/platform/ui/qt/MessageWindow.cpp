@@ -1,13 +1,17 @@
 #include "platform/ui/qt/MessageWindow.h"
 
+#include <QLabel>
 #include <QMessageBox>
 #include <QPushButton>
+#include <algorithm>
 
 #include "platform/ui/qt/controls/QtText.h"
 
 namespace vlm::ui {
 
 namespace {
+
+constexpr int kWidestLine = 640;  // pixels
 
 QMessageBox::Icon SignOf(Icon icon) {
     switch (icon) {
@@ -25,6 +29,17 @@ QMessageBox::Icon SignOf(Icon icon) {
     return QMessageBox::NoIcon;
 }
 
+/// Lines stay whole as long as they are not too long; by itself the box breaks them early.
+void KeepLinesWhole(const QMessageBox& box) {
+    auto* label = box.findChild<QLabel*>("qt_msgbox_label");
+    if (label == nullptr) return;
+    int longest = 0;
+    for (const QString& line : box.text().split('\n')) {
+        longest = std::max(longest, label->fontMetrics().horizontalAdvance(line));
+    }
+    label->setMinimumWidth(std::min(longest + 2, kWidestLine));
+}
+
 /// In Italian also where the desktop brings texts of its own.
 void AddButton(QMessageBox& box, QMessageBox::StandardButton button, const char* text) {
     box.addButton(button)->setText(QString::fromUtf8(text));
@@ -38,6 +53,7 @@ Answer AskInWindow(const Message& message, QWidget* parent) {
     box.setWindowTitle(ToQt(message.caption));
     box.setTextFormat(Qt::PlainText);
     box.setText(ToQt(message.text).replace("\r\n", "\n"));
+    KeepLinesWhole(box);
     if (message.buttons == Buttons::Ok) {
         AddButton(box, QMessageBox::Ok, "OK");
         box.exec();

@@ -16,7 +16,7 @@ DropDown::DropDown(QWidget* parent) : QComboBox(parent) {
     setFocusPolicy(Qt::StrongFocus);
     setMaxVisibleItems(kEntriesAtOnce);
     setMinimumContentsLength(kLeastCharacters);
-    setSizeAdjustPolicy(QComboBox::AdjustToContents);
+    setSizeAdjustPolicy(QComboBox::AdjustToContentsOnFirstShow);  // later its row says how wide it is
     connect(this, &QComboBox::activated, [this](int position) { onChosen(position); });
 }
 

@@ -12,6 +12,9 @@ namespace vlm::ui {
 namespace {
 
 constexpr int kDotsOfWidths = 96;  // the dots an inch that column widths are given for
+constexpr int kSampledRows = 30;   // that a column's width is measured by
+constexpr int kMostWidening = 2;
+constexpr int kCellMargins = 10;  // pixels
 
 }  // namespace
 
@@ -39,16 +42,27 @@ void GridWidget::Refresh() {
     ShowCurrent();
 }
 
-/// A column is never narrower than its title.
+/// A column has its width, and more where its title or its first rows would be cut; those at most twice the width.
+int GridWidget::WidthOf(int column) const {
+    const GridModel::Column& given = Rows().Model()->Columns()[static_cast<std::size_t>(column)];
+    const int width = given.width * table_->logicalDpiX() / kDotsOfWidths;
+    int texts = 0;
+    for (int row = 0; row < std::min(kSampledRows, Rows().RowCount()) && !given.checkBox; ++row) {
+        const QString text = rows_->index(row, column).data().toString();
+        texts = std::max(texts, table_->fontMetrics().horizontalAdvance(text) + kCellMargins);
+    }
+    const int widened = std::clamp(texts, width, kMostWidening * width);
+    return std::max(widened, table_->horizontalHeader()->sectionSizeHint(column));
+}
+
 void GridWidget::SetUpColumns() {
     if (Rows().Model() == nullptr) return;
     QHeaderView& header = *table_->horizontalHeader();
     const std::vector<GridModel::Column>& columns = Rows().Model()->Columns();
     for (int i = 0; i < static_cast<int>(columns.size()); ++i) {
-        const GridModel::Column& column = columns[static_cast<std::size_t>(i)];
-        const int width = column.width * table_->logicalDpiX() / kDotsOfWidths;
-        header.setSectionHidden(i, !column.visible);
-        if (column.visible) header.resizeSection(i, std::max(width, header.sectionSizeHint(i)));
+        const bool visible = columns[static_cast<std::size_t>(i)].visible;
+        header.setSectionHidden(i, !visible);
+        if (visible) header.resizeSection(i, WidthOf(i));
     }
     header.setSortIndicatorShown(false);
     table_->updateGeometry();

@@ -25,6 +25,7 @@ public:
 private:
     Grid& Rows() const { return As<Grid>(Shown()); }
     void SetUpColumns();
+    int WidthOf(int column) const;
     void SortBy(int column);
     void ShowCurrent();
     void TakeCurrent();

@@ -3,6 +3,8 @@
 #include <QLineEdit>
 #include <QRegularExpression>
 #include <QSignalBlocker>
+#include <QStyle>
+#include <QStyleOptionSpinBox>
 #include <QWheelEvent>
 #include <algorithm>
 
@@ -12,15 +14,30 @@
 
 namespace vlm::ui {
 
+namespace {
+
+constexpr int kFewestDigits = 4;
+
+}  // namespace
+
 NumberBox::NumberBox(double minimum, double maximum, int decimals)
-    : minimum_(minimum), maximum_(maximum), decimals_(decimals) {
+    : minimum_(minimum),
+      maximum_(maximum),
+      decimals_(decimals),
+      digits_(static_cast<int>(text::FormatDecimals(Currency::FromDouble(maximum), decimals, false).size())) {
     setAlignment(Qt::AlignRight);
     setFocusPolicy(Qt::StrongFocus);
-    const auto digits = static_cast<int>(text::FormatDecimals(Currency::FromDouble(maximum), decimals, false).size());
-    lineEdit()->setMinimumWidth((std::max(digits, 4) + 2) * fontMetrics().horizontalAdvance('0'));
     connect(lineEdit(), &QLineEdit::textChanged, [this] {
         if (onEdited) onEdited();
     });
+}
+
+QSize NumberBox::sizeHint() const {
+    const int text = (std::max(digits_, kFewestDigits) + 2) * fontMetrics().horizontalAdvance('0');
+    QStyleOptionSpinBox option;
+    initStyleOption(&option);
+    const QSize inside(text, lineEdit()->sizeHint().height());
+    return style()->sizeFromContents(QStyle::CT_SpinBox, &option, inside, this);
 }
 
 void NumberBox::Show(const QString& text) {

@@ -21,6 +21,9 @@ public:
 
     std::function<void()> onEdited;
 
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override { return sizeHint(); }
+
 protected:
     void stepBy(int steps) override;
     StepEnabled stepEnabled() const override { return StepUpEnabled | StepDownEnabled; }
@@ -30,6 +33,7 @@ protected:
 private:
     double minimum_, maximum_;
     int decimals_;
+    int digits_;  // that the line has room for
 };
 
 }  // namespace vlm::ui

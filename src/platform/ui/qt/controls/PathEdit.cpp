@@ -23,12 +23,25 @@ QString DroppedPath(const QDropEvent& event) {
 struct Finding {
     QStyle::StandardPixmap sign;
     const char* tip;
+    bool pale = false;
 };
+
+/// What stands before the last stroke; the folder in use for a name alone.
+std::string FolderOf(std::string_view path) {
+    const std::size_t last = path.find_last_of("/\\");
+    return last == std::string_view::npos ? "." : std::string(path.substr(0, last + 1));
+}
 
 Finding Find(std::string_view path) {
     if (files::IsDirectory(path)) return {QStyle::SP_DirIcon, "La cartella c'è"};
     if (files::IsFile(path)) return {QStyle::SP_FileIcon, "Il file c'è"};
-    return {QStyle::SP_MessageBoxWarning, "Qui non c'è ancora nulla"};
+    if (files::IsDirectory(FolderOf(path))) return {QStyle::SP_FileIcon, "Non c'è ancora; la sua cartella sì", true};
+    return {QStyle::SP_MessageBoxWarning, "Il percorso non c'è"};
+}
+
+QIcon Pale(const QIcon& icon) {
+    constexpr int kSize = 16;
+    return icon.pixmap(kSize, kSize, QIcon::Disabled);
 }
 
 }  // namespace
@@ -43,7 +56,8 @@ void PathEdit::TellWhatIsThere() {
     sign_->setVisible(!text::Trim(path).empty());
     if (!sign_->isVisible()) return;
     const Finding finding = Find(path);
-    sign_->setIcon(style()->standardIcon(finding.sign));
+    const QIcon icon = style()->standardIcon(finding.sign);
+    sign_->setIcon(finding.pale ? Pale(icon) : icon);
     sign_->setToolTip(QString::fromUtf8(finding.tip));
 }
 
