@@ -161,6 +161,23 @@ TEST(Windows, LongWorkCanBeClosedAndTakesNothingElse) {
     EXPECT_EQ(steps, 6);
 }
 
+TEST(Windows, KeysThatComeDuringAShortLookAreNotLost) {
+    Screen screen;
+    SampleDialog dialog;
+    dialog.txtNome.OnChange = [&] {
+        const HourglassScope hourglass(screen.toolkit);
+        dialog.lblInfo.SetCaption("Cercato: " + dialog.txtNome.Text());
+    };
+    screen.Show(dialog, [&](QWidget& window) {
+        for (const int key : {Qt::Key_A, Qt::Key_B, Qt::Key_C}) {
+            const QString letter(QChar(key));
+            QCoreApplication::postEvent(window.focusWidget(), new QKeyEvent(QEvent::KeyPress, key, {}, letter));
+        }
+        QCoreApplication::processEvents();
+        EXPECT_EQ(dialog.txtNome.Text(), "ABC");
+    });
+}
+
 TEST(Windows, MessagesSayItInItalianWhateverTheMachineSpeaks) {
     Screen screen;
     const auto ask = [&](Buttons buttons, const std::function<void(QMessageBox&)>& deeds) {

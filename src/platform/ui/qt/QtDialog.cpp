@@ -92,10 +92,11 @@ void QtDialog::KeepSize() {
 void QtDialog::ControlChanged(Control& control) {
     if (form_ == nullptr) return;
     form_->Follow(control);
-    // Texts that come and go during long work are painted while it lasts.
+    // Texts that come and go during work are painted while it lasts. Work may be as short as a look at a file while its
+    // path is being typed: the keys that follow wait.
     const bool working = QApplication::overrideCursor() != nullptr;
     const bool tells = control.Kind() == ControlKind::Label || control.Kind() == ControlKind::Progress;
-    if (working && tells) Repaint();
+    if (working && tells) QApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
 }
 
 void QtDialog::FocusMoved(Control& control) {
