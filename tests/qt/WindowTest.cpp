@@ -152,7 +152,7 @@ TEST(Windows, LongWorkCanBeClosedAndTakesNothingElse) {
                 if (steps == 2) PostKey(screen.WidgetOf(dialog.cmdApri), Qt::Key_Space);
                 if (steps == 5)
                     PostKey(window.focusWidget() != nullptr ? *window.focusWidget() : window, Qt::Key_Escape);
-                dialog.prgLettura.SetValue(steps * 10 + 1);
+                dialog.Repaint();
             }
         };
         QTest::mouseClick(&screen.WidgetOf(dialog.cmdOk), Qt::LeftButton);
@@ -170,8 +170,9 @@ TEST(Windows, KeysThatComeDuringAShortLookAreNotLost) {
     };
     screen.Show(dialog, [&](QWidget& window) {
         for (const int key : {Qt::Key_A, Qt::Key_B, Qt::Key_C}) {
-            const QString letter(QChar(key));
-            QCoreApplication::postEvent(window.focusWidget(), new QKeyEvent(QEvent::KeyPress, key, {}, letter));
+            const QString letter{QChar(key)};
+            QCoreApplication::postEvent(window.focusWidget(),
+                                        new QKeyEvent(QEvent::KeyPress, key, Qt::NoModifier, letter));
         }
         QCoreApplication::processEvents();
         EXPECT_EQ(dialog.txtNome.Text(), "ABC");

@@ -106,9 +106,9 @@ void QtDialog::FocusMoved(Control& control) {
 }
 
 void QtDialog::Repaint() {
-    ControlWidget* const cancels = dialog_.CancelButton() != nullptr ? Find(*dialog_.CancelButton()) : nullptr;
-    const WorkInput input(cancels != nullptr ? &cancels->Widget() : nullptr);
+    ++looks_;
     QApplication::processEvents();
+    --looks_;
 }
 
 void QtDialog::Act(const std::function<void()>& action) {
@@ -150,7 +150,14 @@ bool QtDialog::IsForFocus(const QObject* receiver) const {
     return receiver == (focus != nullptr ? focus : &window_);
 }
 
+bool QtDialog::IsLost(const QObject* receiver, const QEvent& event) const {
+    if (looks_ == 0) return false;
+    ControlWidget* const cancels = dialog_.CancelButton() != nullptr ? Find(*dialog_.CancelButton()) : nullptr;
+    return IsLostDuringWork(receiver, event, cancels != nullptr ? &cancels->Widget() : nullptr);
+}
+
 bool QtDialog::eventFilter(QObject* receiver, QEvent* event) {
+    if (IsLost(receiver, *event)) return true;
     if (event->type() != QEvent::KeyPress && event->type() != QEvent::KeyRelease) return false;
     if (dialog_.IsClosing() || !IsForFocus(receiver)) return false;
     const auto& key = static_cast<const QKeyEvent&>(*event);

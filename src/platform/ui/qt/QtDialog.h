@@ -39,6 +39,7 @@ private:
     void Click(Button& button) override;
 
     bool eventFilter(QObject* receiver, QEvent* event) override;
+    bool IsLost(const QObject* receiver, const QEvent& event) const;
     bool IsForFocus(const QObject* receiver) const;
     /// True when nobody further should see the key.
     bool KeyPressed(const QKeyEvent& event);
@@ -59,6 +60,7 @@ private:
     DialogWindow window_;
     Control* focusWanted_ = nullptr;
     QSize naturalSize_;
+    int looks_ = 0;  // of long steps at what happened in the window, one inside the other
     std::exception_ptr failure_;
 };
 

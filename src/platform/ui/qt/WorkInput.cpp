@@ -1,22 +1,17 @@
 #include "platform/ui/qt/WorkInput.h"
 
-#include <QApplication>
 #include <QKeyEvent>
 #include <QWidget>
 
 namespace vlm::ui {
 
-WorkInput::WorkInput(const QWidget* cancels) : cancels_(cancels) { qApp->installEventFilter(this); }
-
-WorkInput::~WorkInput() { qApp->removeEventFilter(this); }
-
 /// An event comes to the window first and then to the widget: only the second is looked at.
-bool WorkInput::eventFilter(QObject* receiver, QEvent* event) {
-    if (!receiver->isWidgetType() || receiver == cancels_) return false;
-    switch (event->type()) {
+bool IsLostDuringWork(const QObject* receiver, const QEvent& event, const QWidget* cancels) {
+    if (!receiver->isWidgetType() || receiver == cancels) return false;
+    switch (event.type()) {
         case QEvent::KeyPress:
         case QEvent::KeyRelease:
-            return static_cast<const QKeyEvent*>(event)->key() != Qt::Key_Escape;
+            return static_cast<const QKeyEvent&>(event).key() != Qt::Key_Escape;
         case QEvent::MouseButtonPress:
         case QEvent::MouseButtonRelease:
         case QEvent::MouseButtonDblClick:
