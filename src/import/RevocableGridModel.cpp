@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <unordered_set>
 
+#include "platform/Error.h"
+
 namespace vlm {
 
 namespace {
@@ -32,6 +34,15 @@ constexpr const char* kRevocable =
     " DataNascita, Sesso, CodiceFiscale ,Revocato, NonIscrittoASL, DataRevoca, IDTipoRevocaPaziente FROM Paziente"
     " WHERE IsNull(Revocato, 0) = 0";
 
+/// A cell of the archive that is not of its column's kind is shown empty: the other patients are there all the same.
+void Keep(data::MemoryRecordset& rows, int kept, const data::Recordset& archive, int source) {
+    try {
+        rows.SetValue(kept, archive.ValueOf(source));
+    } catch (const TypeMismatchError&) {
+        rows.SetValue(kept, data::Value());
+    }
+}
+
 std::unordered_set<std::int64_t> PatientsOf(ElementList& elements) {
     std::unordered_set<std::int64_t> patients;
     elements.SetFilter("");
@@ -58,7 +69,7 @@ RevocableGridModel::RevocableGridModel(data::Connection& connection, ElementList
         if (listed.contains(archive->IntegerOf(sources[kPatient]))) continue;
         rows_->AddNew();
         for (int kept = 0; kept < kKeptColumns; ++kept) {
-            rows_->SetValue(kept, archive->ValueOf(sources[static_cast<std::size_t>(kept)]));
+            Keep(*rows_, kept, *archive, sources[static_cast<std::size_t>(kept)]);
         }
         if (archive->TextOf(sources[kCode]).empty()) rows_->SetText(kCode, archive->TextOf(card));
         rows_->Update();

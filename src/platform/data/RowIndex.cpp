@@ -16,7 +16,7 @@ constexpr std::uint64_t kHashStart = 0xCBF29CE484222325ULL;
 constexpr std::uint64_t kHashFactor = 0x100000001B3ULL;
 
 /// The table takes the low bits: what differs only in the high ones must reach them.
-std::size_t Mixed(std::uint64_t hash) { return hash ^ (hash >> 32); }
+std::size_t Mixed(std::uint64_t hash) { return static_cast<std::size_t>(hash ^ (hash >> 32)); }
 
 std::size_t HashText(std::string_view value) {
     value = text::TrimRight(value);

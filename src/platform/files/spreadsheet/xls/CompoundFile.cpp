@@ -33,7 +33,7 @@ std::string ReadFile(const std::string& path) {
     if (facts && facts->size > kMaxFile) throw WorkbookFault("il file è troppo grande");
     const std::unique_ptr<std::FILE, Close> file(machine::OpenToRead(ToNative(path)));
     if (!file || !facts) throw WorkbookFault("il file non si può aprire");
-    std::string content(facts->size, '\0');
+    std::string content(static_cast<std::size_t>(facts->size), '\0');
     content.resize(std::fread(content.data(), 1, content.size(), file.get()));
     return content;
 }
