@@ -17,7 +17,7 @@ constexpr const char* kArchive = R"sql(
 INSERT INTO Paziente (IDPaziente, CodicePaziente, Cognome, Nome, DataNascita, Sesso, CodiceFiscale,
     NumTesseraSanitaria, DataScelta, Revocato) VALUES
     (7, 'P7', 'Conti', 'Anna', '1970-01-01', 'F', 'CNTNNA70A41B639X', 'T7', '2001-02-03', 0),
-    (8, '', 'Assente', 'Ivo', '1960-02-03', 'M', 'SSNVIO60B03H501X', 'T8', 'mai', NULL),
+    (8, '', 'Assente', 'Ivo', '1960-02-03', 'M', 'SSNVIO60B03H501X', 'T8', NULL, NULL),
     (9, 'P9', 'Andato', 'Ugo', '1950-02-03', 'M', NULL, NULL, NULL, 1),
     (10, 'P10', 'Bimbi', 'Leo', '2022-01-01', 'M', 'BMBLEO22A01H501X', NULL, NULL, 0);
 INSERT INTO vwPartecipazioneSpesa VALUES (1, 'E01', 6, 65, 0);
@@ -212,6 +212,7 @@ TEST_F(ImportDialogTest, BrowsesWithTheButtonOrItsKey) {
 }
 
 TEST_F(ImportDialogTest, ReadsFiltersAndCounts) {
+    host.Connect()->Execute("UPDATE Paziente SET DataScelta = Cognome WHERE IDPaziente = 10");  // a date that is none
     const auto read =
         Run(Reading(Source(list), {"grdList?", "grdList2?", "lblConteggio?", "lblSelezionati?", "lblLettura?"}));
     EXPECT_EQ(Cells(State(read, "grdList")), (Lines{"0|T7|Conti|Anna|01/01/1970||CNTNNA70A41B639X||Roma|Via A|4|7|||",
