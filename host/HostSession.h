@@ -3,8 +3,8 @@
 #include <cstdint>
 #include <functional>
 
-#include "host/HostOptions.h"
 #include "frame/PlainHostUtility.h"
+#include "host/HostOptions.h"
 #include "host/services/ReferenceHostComponents.h"
 #include "platform/data/Connection.h"
 #include "platform/files/spreadsheet/detect/DetectingOpener.h"

@@ -1,7 +1,7 @@
 #include "host/services/PersonDecoder.h"
 
-#include "host/FiscalCode.h"
 #include "frame/PlainHostUtility.h"
+#include "host/FiscalCode.h"
 #include "platform/Error.h"
 #include "platform/text/DateText.h"
 

@@ -53,8 +53,7 @@ public:
     /// What the library is given: the services of a test, and this host's clock and components.
     Library::Services Services() {
         Library::Services all = services.With(services.toolkit);
-        return {all.toolkit,  all.utility,       all.settings, clock,
-                all.programs, all.installFolder, components,   workbooks};
+        return {all.toolkit, all.utility, all.settings, clock, all.programs, all.installFolder, components, workbooks};
     }
 
 private:
