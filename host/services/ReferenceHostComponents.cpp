@@ -2,8 +2,8 @@
 
 #include "host/services/ArchiveRecord.h"
 #include "host/services/HealthCardFile.h"
+#include "host/services/ParametersOfSpecialist.h"
 #include "host/services/PersonDecoder.h"
-#include "host/services/SpecialistParameters.h"
 
 namespace vlm::host {
 
@@ -20,7 +20,7 @@ std::unique_ptr<FiscalCodeDecoder> ReferenceHostComponents::NewFiscalCodeDecoder
 }
 
 std::unique_ptr<ParameterStore> ReferenceHostComponents::NewParameterStore() {
-    return std::make_unique<SpecialistParameters>();
+    return std::make_unique<ParametersOfSpecialist>();
 }
 
 std::unique_ptr<HealthCardClient> ReferenceHostComponents::NewHealthCardClient() {

@@ -1,11 +1,11 @@
-#include "host/services/SpecialistParameters.h"
+#include "host/services/ParametersOfSpecialist.h"
 
 #include "platform/Error.h"
 #include "platform/text/Utf8.h"
 
 namespace vlm::host {
 
-void SpecialistParameters::Load(std::int32_t specialist, std::int32_t /*kind*/) {
+void ParametersOfSpecialist::Load(std::int32_t specialist, std::int32_t /*kind*/) {
     values_.clear();
     if (connection_ == nullptr)
         throw Error("I parametri dello specialista non si possono leggere: manca la connessione.");
@@ -14,7 +14,7 @@ void SpecialistParameters::Load(std::int32_t specialist, std::int32_t /*kind*/) 
     for (; !rows->AtEnd(); rows->MoveNext()) values_.try_emplace(text::FoldCase(rows->TextOf(0)), rows->ValueOf(1));
 }
 
-data::Value SpecialistParameters::Parameter(std::string_view name) const {
+data::Value ParametersOfSpecialist::Parameter(std::string_view name) const {
     const auto found = values_.find(text::FoldCase(name));
     return found == values_.end() ? data::Value() : found->second;
 }

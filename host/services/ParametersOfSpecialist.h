@@ -9,7 +9,7 @@ namespace vlm::host {
 
 /// The parameters of a specialist in the clinic's table ParametroSpecialista; names compare without regard to case,
 /// and of several of one name the first counts.
-class SpecialistParameters final : public ParameterStore {
+class ParametersOfSpecialist final : public ParameterStore {
 public:
     void SetConnection(const data::ConnectionPtr& connection) override { connection_ = connection; }
     void SetLockService(const HostObjectPtr&) override {}  // parameters are only read

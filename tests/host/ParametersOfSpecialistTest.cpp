@@ -6,7 +6,7 @@
 namespace vlm::host {
 namespace {
 
-TEST(SpecialistParameters, AreThoseOfTheOneWhoWasLoaded) {
+TEST(ParametersOfSpecialist, AreThoseOfTheOneWhoWasLoaded) {
     test::ArchiveHost host(
         "INSERT INTO ParametroSpecialista VALUES (7, 'INPSUtente', 'anna'), (8, 'INPSUtente', 'ugo'),"
         " (7, 'inpsUTENTE', 'secondo'), (7, 'Vuoto', NULL), (8, 'Altro', 'x');");
