@@ -7,8 +7,8 @@
 #include <utility>
 
 #include "platform/Error.h"
+#include "platform/data/SqlTokens.h"
 #include "platform/data/sqlite/SqlDateLiteral.h"
-#include "platform/data/sqlite/SqlTokens.h"
 #include "platform/text/Utf8.h"
 
 namespace vlm::data {

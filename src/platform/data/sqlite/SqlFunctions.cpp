@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <iterator>
 
+#include "platform/data/SqlTokens.h"
 #include "platform/data/sqlite/SqlComparison.h"
 #include "platform/data/sqlite/SqlDateLiteral.h"
-#include "platform/data/sqlite/SqlTokens.h"
 #include "platform/text/Utf8.h"
 
 namespace vlm::data {

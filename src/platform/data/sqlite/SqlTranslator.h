@@ -4,8 +4,8 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/data/SqlTokens.h"
 #include "platform/data/sqlite/SqlSchema.h"
-#include "platform/data/sqlite/SqlTokens.h"
 
 namespace vlm::data {
 

@@ -3,7 +3,7 @@
 #include <sqlite3.h>
 
 #include "platform/Error.h"
-#include "platform/data/sqlite/SqlTokens.h"
+#include "platform/data/SqlTokens.h"
 #include "platform/data/sqlite/SqliteRecordset.h"
 
 namespace vlm::data {

@@ -1,4 +1,4 @@
-#include "platform/data/sqlite/SqlTokens.h"
+#include "platform/data/SqlTokens.h"
 
 #include <algorithm>
 #include <array>
