@@ -45,6 +45,9 @@ std::unique_ptr<ConnectionFixture> FieldByField() {
 INSTANTIATE_TEST_SUITE_P(Ado, ConnectionContract,
                          ::testing::Values(ConnectionAdapter{"blocks", InBlocks},
                                            ConnectionAdapter{"fields", FieldByField}));
+INSTANTIATE_TEST_SUITE_P(Ado, DialectContract,
+                         ::testing::Values(ConnectionAdapter{"blocks", InBlocks},
+                                           ConnectionAdapter{"fields", FieldByField}));
 
 class AdoDatabasesTest : public ::testing::Test {
 protected:

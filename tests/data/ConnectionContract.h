@@ -18,14 +18,21 @@ public:
     virtual ConnectionPtr Connect() = 0;
 };
 
+/// Where a driver of single files cannot give what a server gives. The suite expects the difference as it is.
+struct DriverDifferences {
+    bool amountsAreText = false;  // it knows no MONEY: such a cell is a text, read as an amount all the same
+    bool catalogIsFile = false;   // its database is a path
+};
+
 struct ConnectionAdapter {
     const char* name;
     std::unique_ptr<ConnectionFixture> (*make)();
+    DriverDifferences differs = {};
 };
 
 inline void PrintTo(const ConnectionAdapter& adapter, std::ostream* out) { *out << adapter.name; }
 
-/// What every adapter promises. An adapter's own test file runs it:
+/// What every adapter promises, in SQL that every engine speaks. An adapter's own test file runs it:
 /// INSTANTIATE_TEST_SUITE_P(Name, ConnectionContract, ::testing::Values(ConnectionAdapter{...}));
 class ConnectionContract : public ::testing::TestWithParam<ConnectionAdapter> {
 protected:
@@ -33,6 +40,12 @@ protected:
 
     std::unique_ptr<ConnectionFixture> fixture;
     ConnectionPtr connection;
+};
+
+/// What an adapter to the host's engine promises beside it: the dialect in which the system's statements are written.
+class DialectContract : public ConnectionContract {
+protected:
+    void AddComuni();
 };
 
 }  // namespace vlm::data::testing

@@ -12,6 +12,7 @@ namespace {
 std::unique_ptr<ConnectionFixture> MakeFolder() { return std::make_unique<DatabaseFolder>(); }
 
 INSTANTIATE_TEST_SUITE_P(Sqlite, ConnectionContract, ::testing::Values(ConnectionAdapter{"sqlite", MakeFolder}));
+INSTANTIATE_TEST_SUITE_P(Sqlite, DialectContract, ::testing::Values(ConnectionAdapter{"sqlite", MakeFolder}));
 
 TEST(SqliteConnection, OpensOnlyWhatExists) {
     const DatabaseFolder folder;

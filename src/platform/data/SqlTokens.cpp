@@ -76,7 +76,7 @@ private:
     }
 
     void Add(SqlTokenKind kind, std::size_t start, std::string value, bool quoted = false) {
-        tokens_.push_back({kind, std::string(sql_.substr(start, position_ - start)), std::move(value), quoted});
+        tokens_.push_back({kind, std::string(sql_.substr(start, position_ - start)), std::move(value), quoted, start});
     }
 
     void ScanEnclosed(SqlTokenKind kind, char close, std::size_t opening) {

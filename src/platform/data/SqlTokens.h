@@ -12,9 +12,10 @@ enum class SqlTokenKind { Name, Text, Number, Parameter, Symbol, End };
 
 struct SqlToken {
     SqlTokenKind kind = SqlTokenKind::End;
-    std::string source;   // as it stands in the statement
-    std::string value;    // a name without its brackets, a literal's content, a parameter's digits
-    bool quoted = false;  // a name in brackets or quotes, which is never a keyword
+    std::string source;     // as it stands in the statement
+    std::string value;      // a name without its brackets, a literal's content, a parameter's digits
+    bool quoted = false;    // a name in brackets or quotes, which is never a keyword
+    std::size_t start = 0;  // where it stands, in bytes
 
     bool IsWord(std::string_view word) const;
     bool IsAnyWord(std::initializer_list<std::string_view> words) const;

@@ -1,9 +1,10 @@
 #include "platform/data/sqlite/SqliteUpdatableRecordset.h"
 
+#include <algorithm>
 #include <sqlite3.h>
 
-#include "platform/Error.h"
 #include "platform/data/SqlTokens.h"
+#include "platform/data/TableSelect.h"
 #include "platform/data/sqlite/SqliteRecordset.h"
 
 namespace vlm::data {
@@ -33,88 +34,54 @@ void Bind(sqlite3_stmt* statement, int place, const Value& value) {
 }  // namespace
 
 SqliteUpdatableRecordset::SqliteUpdatableRecordset(std::shared_ptr<SqliteSession> session, SqliteTableSelect select)
-    : session_(std::move(session)), select_(std::move(select)) {
-    SqliteRecordset read(session_, {select_.statement});
-    rows_ = MemoryRecordset::CopyOf(read);
-    for (; !rows_->AtEnd(); rows_->MoveNext()) numbers_.push_back(rows_->IntegerOf(FieldCount()));
-    rows_->MoveFirst();
+    : EditedRows([&] {
+          SqliteRecordset read(session, {select.statement});
+          return MemoryRecordset::CopyOf(read);
+      }()),
+      session_(std::move(session)),
+      select_(std::move(select)) {
+    for (; !AtEnd(); Stored().MoveNext()) numbers_.push_back(Stored().IntegerOf(FieldCount()));
+    Stored().MoveFirst();
     session_->Hold(select_.statement.databases);
 }
 
-void SqliteUpdatableRecordset::CancelUpdate() {
-    rows_->CancelUpdate();
-    adding_ = false;
-    set_.clear();
-}
-
-void SqliteUpdatableRecordset::MoveNext() {
-    CancelUpdate();
-    rows_->MoveNext();
-    ++row_;
-}
-
 void SqliteUpdatableRecordset::Close() noexcept {
-    if (!rows_->IsOpen()) return;
-    rows_->Close();
+    if (!IsOpen()) return;
+    EditedRows::Close();
     session_->Release(select_.statement.databases);
-}
-
-void SqliteUpdatableRecordset::AddNew() {
-    CancelUpdate();
-    rows_->AddNew();
-    adding_ = true;
-}
-
-void SqliteUpdatableRecordset::SetValue(int ordinal, const Value& value) {
-    rows_->SetValue(Checked(ordinal), value);
-    set_.insert(ordinal);
 }
 
 /// The columns set are ?1, ?2, ... in order; the row's number comes after them.
 std::string SqliteUpdatableRecordset::Statement() const {
     std::string names, places, pairs;
     int place = 0;
-    for (const int ordinal : set_) {
+    for (const int ordinal : Changed()) {
         const std::string comma = place == 0 ? "" : ", ";
-        const std::string name = SqlQuotedName(rows_->FieldName(ordinal));
+        const std::string name = SqlQuotedName(Rows().FieldName(ordinal));
         const std::string parameter = "?" + std::to_string(++place);
         names += comma + name;
         places += comma + parameter;
         pairs += comma + name + " = " + parameter;
     }
     const std::string returning = " RETURNING " + select_.rowId;
-    if (adding_ && set_.empty()) return "INSERT INTO " + select_.target + " DEFAULT VALUES" + returning;
-    if (adding_) return "INSERT INTO " + select_.target + " (" + names + ") VALUES (" + places + ")" + returning;
+    if (Adding() && Changed().empty()) return "INSERT INTO " + select_.target + " DEFAULT VALUES" + returning;
+    if (Adding()) return "INSERT INTO " + select_.target + " (" + names + ") VALUES (" + places + ")" + returning;
     return "UPDATE " + select_.target + " SET " + pairs + " WHERE " + select_.rowId + " = ?" +
            std::to_string(place + 1) + returning;
 }
 
-/// Gives the row's number, which is another one when its key is kept as such and was changed.
-std::int64_t SqliteUpdatableRecordset::Write() const {
+/// The row's number is another one when its key is kept as such and was changed.
+void SqliteUpdatableRecordset::Write(std::size_t row) {
     const std::vector<std::string>& databases = select_.statement.databases;
     const SqliteStatementPtr statement = session_->Prepare(Statement(), databases);
     int place = 0;
-    for (const int ordinal : set_) Bind(statement.get(), ++place, rows_->ValueOf(ordinal));
-    if (!adding_) Bind(statement.get(), ++place, numbers_[row_]);
-    if (!session_->Step(statement.get(), databases)) {
-        throw Error("La riga della tabella " + select_.table + " non c'è più: è stata cancellata da un altro utente.");
-    }
+    for (const int ordinal : Changed()) Bind(statement.get(), ++place, Rows().ValueOf(ordinal));
+    if (!Adding()) Bind(statement.get(), ++place, numbers_[row]);
+    if (!session_->Step(statement.get(), databases)) ThrowRowGone(select_.table);
     const std::int64_t number = sqlite3_column_int64(statement.get(), 0);
     while (session_->Step(statement.get(), databases)) continue;
-    return number;
-}
-
-void SqliteUpdatableRecordset::Update() {
-    if (!adding_ && set_.empty()) return;
-    const std::int64_t number = Write();
-    if (adding_) {
-        row_ = numbers_.size();
-        numbers_.push_back(number);
-    } else {
-        numbers_[row_] = number;
-    }
-    rows_->Update();
-    CancelUpdate();
+    numbers_.resize(std::max(numbers_.size(), row + 1));
+    numbers_[row] = number;
 }
 
 }  // namespace vlm::data

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <new>
+
+#include "platform/data/odbc/OdbcApi.h"
+
+namespace vlm::data::odbc {
+
+/// An environment, a connection or a statement, freed with its owner. A connection must be disconnected before.
+template <SQLSMALLINT kHandleType>
+class OdbcHandle {
+public:
+    static constexpr SQLSMALLINT kType = kHandleType;
+
+    explicit OdbcHandle(SQLHANDLE parent) {
+        if (!SQL_SUCCEEDED(SQLAllocHandle(kHandleType, parent, &handle_))) throw std::bad_alloc();
+    }
+    OdbcHandle(const OdbcHandle&) = delete;
+    OdbcHandle& operator=(const OdbcHandle&) = delete;
+    ~OdbcHandle() { SQLFreeHandle(kHandleType, handle_); }
+
+    SQLHANDLE Get() const noexcept { return handle_; }
+
+private:
+    SQLHANDLE handle_ = SQL_NULL_HANDLE;
+};
+
+using OdbcEnvironmentHandle = OdbcHandle<SQL_HANDLE_ENV>;
+using OdbcConnectionHandle = OdbcHandle<SQL_HANDLE_DBC>;
+using OdbcStatementHandle = OdbcHandle<SQL_HANDLE_STMT>;
+
+}  // namespace vlm::data::odbc

@@ -1,0 +1,98 @@
+#include "platform/data/odbc/OdbcRecordset.h"
+
+#include <utility>
+
+#include "platform/Error.h"
+#include "platform/data/MemoryRecordset.h"
+#include "platform/data/odbc/OdbcRows.h"
+
+namespace vlm::data::odbc {
+
+OdbcRecordset::OdbcRecordset(std::shared_ptr<OdbcSession> session, std::string_view sql)
+    : session_(std::move(session)) {
+    session_->Claim(this);
+    try {
+        statement_ = std::make_shared<OdbcStatement>(session_);
+        statement_->Execute(sql);
+        if (statement_->ColumnCount() > 0) {
+            rows_ = std::make_unique<OdbcRows>(statement_);
+        } else {
+            rows_ = NextOfStatement();
+        }
+    } catch (...) {
+        Close();
+        throw;
+    }
+}
+
+/// Results without rows, such as the counts of changes inside a procedure, are passed over. Null at the end.
+std::unique_ptr<Recordset> OdbcRecordset::NextOfStatement() {
+    while (statement_ != nullptr && statement_->NextResult()) {
+        if (statement_->ColumnCount() > 0) return std::make_unique<OdbcRows>(statement_);
+    }
+    EndStatement();
+    return nullptr;
+}
+
+void OdbcRecordset::EndStatement() noexcept {
+    statement_.reset();
+    session_->Release(this);
+}
+
+/// An error on the way leaves no rows behind that could pass for all of them.
+void OdbcRecordset::ReadAhead() {
+    try {
+        if (rows_ != nullptr) {
+            std::unique_ptr<Recordset> rest = MemoryRecordset::CopyOf(*rows_);
+            left_ = std::exchange(rows_, std::move(rest));
+        }
+        while (const std::unique_ptr<Recordset> next = NextOfStatement()) {
+            kept_.push_back(MemoryRecordset::CopyOf(*next));
+        }
+    } catch (...) {
+        Close();
+        throw;
+    }
+}
+
+bool OdbcRecordset::NextRecordset() {
+    left_.reset();
+    rows_.reset();
+    if (!kept_.empty()) {
+        rows_ = std::move(kept_.front());
+        kept_.pop_front();
+    } else {
+        rows_ = NextOfStatement();
+    }
+    return rows_ != nullptr;
+}
+
+void OdbcRecordset::MoveNext() {
+    if (AtEnd()) throw Error("Le righe lette sono finite.");
+    left_.reset();
+    try {
+        rows_->MoveNext();
+    } catch (...) {
+        Close();
+        throw;
+    }
+}
+
+void OdbcRecordset::Close() noexcept {
+    rows_.reset();
+    kept_.clear();
+    left_.reset();
+    EndStatement();
+}
+
+const Recordset& OdbcRecordset::Rows() const {
+    if (rows_ == nullptr) throw Error("Le righe lette sono chiuse.");
+    return *rows_;
+}
+
+int OdbcRecordset::Checked(int ordinal) const {
+    if (ordinal >= 0 && ordinal < FieldCount()) return ordinal;
+    throw Error("La colonna numero " + std::to_string(ordinal) + " non esiste nelle righe lette.");
+}
+
+}  // namespace vlm::data::odbc

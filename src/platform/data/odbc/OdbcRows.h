@@ -1,0 +1,74 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "platform/data/Recordset.h"
+#include "platform/data/odbc/OdbcColumn.h"
+
+namespace vlm::data::odbc {
+
+/// The rows of one result, forward-only. The driver writes a block of rows at a time into one buffer, row by row with
+/// every cell at its place, so that reading a cell calls nothing. Where a column's length is not known, rows come one
+/// at a time, and that column and those behind it are asked for one by one, in order, as all drivers allow it.
+class OdbcRows final : public Recordset {
+public:
+    explicit OdbcRows(std::shared_ptr<OdbcStatement> statement);
+
+    int FieldCount() const override { return static_cast<int>(columns_.size()); }
+    std::string_view FieldName(int ordinal) const override {
+        return columns_.at(static_cast<std::size_t>(ordinal)).name;
+    }
+    FieldType TypeOf(int ordinal) const override { return columns_.at(static_cast<std::size_t>(ordinal)).type; }
+    bool IsOpen() const override { return statement_ != nullptr; }
+    bool AtEnd() const override { return row_ == rows_; }
+    void MoveNext() override;
+    void Close() noexcept override;
+
+    bool IsNull(int ordinal) const override;
+    std::string_view TextOf(int ordinal) const override;
+    double NumberOf(int ordinal) const override;
+    std::int64_t IntegerOf(int ordinal) const override;
+    Currency AmountOf(int ordinal) const override;
+    std::optional<Date> DateOf(int ordinal) const override;
+    Value ValueOf(int ordinal) const override;
+    std::optional<Date::Civil> CivilOf(int ordinal) const override;
+
+private:
+    /// What TextOf hands out, kept until the row moves.
+    struct Shown {
+        std::string text;
+        std::uint64_t row = 0;
+    };
+
+    void LayOut();
+    void Bind();
+    void Fetch();
+    void ReadUnbound();
+    void ReadUnbounded(std::size_t ordinal);
+    SQLLEN& Length(std::size_t ordinal);
+
+    const OdbcColumn& Cell(int ordinal) const;
+    const char* Content(const OdbcColumn& column) const;
+    template <typename T>
+    T Load(const OdbcColumn& column) const;
+    std::string_view Digits(const OdbcColumn& column) const;
+    std::string_view WideCell(int ordinal, const OdbcColumn& column) const;
+    Date::Civil Moment(const OdbcColumn& column) const;
+    Date DateAt(const OdbcColumn& column) const;
+
+    std::shared_ptr<OdbcStatement> statement_;
+    std::vector<OdbcColumn> columns_;
+    std::size_t bound_ = 0;  // columns that come in blocks
+    std::size_t rowSize_ = 0;
+    std::vector<std::uint64_t> buffer_;  // for its alignment
+    std::vector<SQLUSMALLINT> statuses_;
+    SQLULEN rows_ = 0;  // in the buffer
+    SQLULEN row_ = 0;   // the current one among them
+    std::uint64_t rowNumber_ = 0;
+    mutable std::vector<Shown> shown_;  // by ordinal
+};
+
+}  // namespace vlm::data::odbc

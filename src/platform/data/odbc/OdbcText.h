@@ -1,0 +1,35 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace vlm::data::odbc {
+
+/// An ODBC connection text: `Driver={FreeTDS};Server=127.0.0.1;Database=Studio0012;UID=...;PWD=...`. A value in braces
+/// may hold anything ("}" doubled). Keys compare without regard to case; of several of one name the first counts, as
+/// for the drivers. What is not asked for goes on to the driver as it stands.
+class OdbcText {
+public:
+    /// Throws Error for a piece that is no `Key=Value`; it names the key at most, because values may be secret.
+    explicit OdbcText(std::string_view text);
+
+    /// "" when the key is absent.
+    std::string ValueOf(std::string_view key) const;
+    /// Takes the place of the value that the key has, if any.
+    void Set(std::string_view key, std::string_view value);
+    /// The key's value, and no trace of it left.
+    std::string Take(std::string_view key);
+
+    std::string Text() const;
+    /// The values that no message may show.
+    std::vector<std::string> Secrets() const;
+
+private:
+    struct Entry {
+        std::string key, value;
+    };
+    std::vector<Entry> entries_;
+};
+
+}  // namespace vlm::data::odbc
