@@ -95,6 +95,7 @@ void SqliteRecordset::BindColumns() {
         column.name = sqlite3_column_name(statement_.get(), ordinal);
         const char* const declared = sqlite3_column_decltype(statement_.get(), ordinal);
         if (declared != nullptr && *declared != '\0') {
+            column.declared = declared;
             column.type = FieldTypeOf(declared);
         } else if (static_cast<std::size_t>(ordinal) < known.size() && known[ordinal] == SqlKind::Date) {
             column.type = FieldType::Date;

@@ -23,6 +23,8 @@ public:
     int FieldCount() const override { return static_cast<int>(columns_.size()); }
     std::string_view FieldName(int ordinal) const override;
     FieldType TypeOf(int ordinal) const override;
+    /// As the table declares the column ("VARCHAR(30)"); "" for an expression.
+    std::string_view DeclaredType(int ordinal) const { return At(ordinal).declared; }
 
     bool IsOpen() const override { return statement_ != nullptr; }
     bool AtEnd() const override { return !hasRow_; }
@@ -42,6 +44,7 @@ public:
 private:
     struct Column {
         std::string name;
+        std::string declared;
         FieldType type = FieldType::Text;
         mutable std::string text;  // what TextOf of a cell that is no text hands out
         // The rows of one document repeat their dates: the last one is read once.

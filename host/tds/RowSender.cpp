@@ -1,0 +1,36 @@
+#include "host/tds/RowSender.h"
+
+#include "host/tds/StatementKinds.h"
+
+namespace vlm::host::tds {
+
+void RowSender::Send(data::Recordset& rows, Done what, bool counted) {
+    auto& engineRows = dynamic_cast<data::SqliteRecordset&>(rows);
+    if (!engineRows.IsOpen()) return writer_->Close(what);
+    do {
+        const std::int64_t count = SendOne(engineRows);
+        writer_->Close(what, kSelectCommand, counted ? std::optional(count) : std::nullopt);
+    } while (engineRows.NextRecordset());
+}
+
+std::int64_t RowSender::SendOne(data::SqliteRecordset& rows) {
+    std::vector<ColumnFormat> columns;
+    columns.reserve(static_cast<std::size_t>(rows.FieldCount()));
+    for (int ordinal = 0; ordinal < rows.FieldCount(); ++ordinal) {
+        columns.emplace_back(rows, ordinal, writer_->HasLargeTexts());
+    }
+    writer_->Columns(columns);
+    std::int64_t count = 0;
+    for (; !rows.AtEnd(); rows.MoveNext()) {
+        writer_->Row(columns, rows);
+        if (++count == endAfterRows_) {
+            packets_->Flush();
+            goAway_();
+            throw ConnectionEnded();
+        }
+        if (packets_->WasCancelled()) throw Cancelled();
+    }
+    return count;
+}
+
+}  // namespace vlm::host::tds

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+
+#include "host/tds/TokenWriter.h"
+
+namespace vlm::host::tds {
+
+/// The client gave up on the answer.
+class Cancelled {};
+
+/// Sends row sets while they are read.
+class RowSender {
+public:
+    /// After `endAfterRows` rows of one row set (0 = never) `goAway` is called and the connection has ended.
+    RowSender(PacketStream& packets, TokenWriter& writer, std::int64_t endAfterRows, std::function<void()> goAway)
+        : packets_(&packets), writer_(&writer), endAfterRows_(endAfterRows), goAway_(std::move(goAway)) {}
+
+    /// Every row set of a statement, each closed by `what`; `counted` tells how many rows it had.
+    void Send(data::Recordset& rows, Done what, bool counted);
+
+private:
+    std::int64_t SendOne(data::SqliteRecordset& rows);
+
+    PacketStream* packets_;
+    TokenWriter* writer_;
+    std::int64_t endAfterRows_;
+    std::function<void()> goAway_;
+};
+
+}  // namespace vlm::host::tds
