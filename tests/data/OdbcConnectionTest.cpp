@@ -3,6 +3,7 @@
 #include "data/ConnectionContract.h"
 #include "data/DatabaseFolder.h"
 #include "data/RowText.h"
+#include "host/tds/TdsServer.h"
 #include "platform/Error.h"
 #include "platform/data/odbc/ExactDecimal.h"
 #include "platform/data/odbc/OdbcConnection.h"
@@ -29,6 +30,30 @@ public:
 private:
     DatabaseFolder folder_;
 };
+
+/// The same files behind a server on this machine, through the driver for its protocol.
+class OdbcServer final : public ConnectionFixture {
+public:
+    explicit OdbcServer(std::int64_t endAfterRows = 0)
+        : server(folder.Path().string(), {0, kUser, kPassword, endAfterRows}) {}
+
+    void Run(const std::string& database, const std::string& sql) override { folder.Run(database, sql); }
+    ConnectionPtr Connect() override { return OdbcConnection::Connect(Text()); }
+    std::string Text(const std::string& database = "Studio0012", const std::string& password = kPassword) const {
+        return "Driver={FreeTDS};Server=127.0.0.1;Port=" + std::to_string(server.Port()) +
+               ";TDS_Version=7.4;ClientCharset=UTF-8;Database=" + database + ";UID=" + kUser + ";PWD=" + password;
+    }
+
+    static constexpr const char* kUser = "ospite";
+    static constexpr const char* kPassword = "segreta";
+    DatabaseFolder folder;
+    host::tds::TdsServer server;
+};
+
+std::unique_ptr<ConnectionFixture> MakeServer() { return std::make_unique<OdbcServer>(); }
+
+INSTANTIATE_TEST_SUITE_P(OdbcServer, ConnectionContract, ::testing::Values(ConnectionAdapter{"server", MakeServer}));
+INSTANTIATE_TEST_SUITE_P(OdbcServer, DialectContract, ::testing::Values(ConnectionAdapter{"server", MakeServer}));
 
 std::unique_ptr<ConnectionFixture> MakeFiles() { return std::make_unique<OdbcFiles>(); }
 

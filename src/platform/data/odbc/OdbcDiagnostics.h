@@ -14,8 +14,8 @@ struct OdbcDiagnostics {
 
     static OdbcDiagnostics Of(SQLSMALLINT handleType, SQLHANDLE handle);
 
-    /// Whether it tells that the connection is gone.
-    bool ConnectionFailed() const { return state.starts_with("08"); }
+    /// Whether it tells that the connection is gone. Other states of the class tell of a database that is not there.
+    bool ConnectionFailed() const { return state == "08S01" || state == "08003" || state == "08007"; }
 };
 
 }  // namespace vlm::data::odbc

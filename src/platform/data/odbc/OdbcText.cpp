@@ -37,9 +37,10 @@ std::string TakeValue(std::string_view& rest, const std::string& key) {
     return value;
 }
 
-std::string Enclosed(const std::string& value) {
-    if (value.empty() || (value.find_first_of("[]{}(),;?*=!@") == std::string::npos && text::Trim(value) == value)) {
-        return value;
+/// In braces only where the value could not stand without: not every driver takes them off.
+std::string Enclosed(std::string_view value) {
+    if (!value.starts_with('{') && value.find(';') == std::string_view::npos && text::Trim(value) == value) {
+        return std::string(value);
     }
     std::string enclosed = "{";
     for (const char c : value) enclosed.append(c == '}' ? 2 : 1, c);
@@ -61,7 +62,10 @@ OdbcText::OdbcText(std::string_view text) {
         }
         const std::string key(text::Trim(rest.substr(0, equals)));
         rest.remove_prefix(equals + 1);
-        entries_.push_back({key, TakeValue(rest, key)});
+        const std::string_view before = rest;
+        std::string value = TakeValue(rest, key);
+        const std::string_view source = before.substr(0, before.size() - rest.size());
+        entries_.push_back({key, std::move(value), std::string(text::Trim(source))});
     }
 }
 
@@ -74,7 +78,7 @@ std::string OdbcText::ValueOf(std::string_view key) const {
 
 void OdbcText::Set(std::string_view key, std::string_view value) {
     Take(key);
-    entries_.push_back({std::string(key), std::string(value)});
+    entries_.push_back({std::string(key), std::string(value), Enclosed(value)});
 }
 
 std::string OdbcText::Take(std::string_view key) {
@@ -85,11 +89,7 @@ std::string OdbcText::Take(std::string_view key) {
 
 std::string OdbcText::Text() const {
     std::string text;
-    for (const Entry& each : entries_) {
-        if (!text.empty()) text += ';';
-        text +=
-            each.key + "=" + (text::EqualNoCase(each.key, "Driver") ? "{" + each.value + "}" : Enclosed(each.value));
-    }
+    for (const Entry& each : entries_) text += (text.empty() ? "" : ";") + each.key + "=" + each.source;
     return text;
 }
 

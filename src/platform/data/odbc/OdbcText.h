@@ -8,7 +8,7 @@ namespace vlm::data::odbc {
 
 /// An ODBC connection text: `Driver={FreeTDS};Server=127.0.0.1;Database=Studio0012;UID=...;PWD=...`. A value in braces
 /// may hold anything ("}" doubled). Keys compare without regard to case; of several of one name the first counts, as
-/// for the drivers. What is not asked for goes on to the driver as it stands.
+/// for the drivers. A value goes on to the driver as it was written.
 class OdbcText {
 public:
     /// Throws Error for a piece that is no `Key=Value`; it names the key at most, because values may be secret.
@@ -28,6 +28,7 @@ public:
 private:
     struct Entry {
         std::string key, value;
+        std::string source;  // the value as it was written: not every driver takes braces
     };
     std::vector<Entry> entries_;
 };
