@@ -56,12 +56,12 @@ void FillServer(const DemoClinicServer& server, const DemoClinicContents& conten
     {
         TSqlWriter writer(server.Open(kMaster), MasterSchema());
         contents.WriteMaster(writer);
-        made(writer.Name(), writer.RowCount());
+        made(kMaster, writer.RowCount());
     }
     for (const DemoClinicProfile& clinic : DemoProfiles()) {
         TSqlWriter writer(server.Open(clinic.DatabaseName()), ClinicSchema());
         contents.WriteClinic(writer, clinic);
-        made(writer.Name(), writer.RowCount());
+        made(clinic.DatabaseName(), writer.RowCount());
     }
 }
 

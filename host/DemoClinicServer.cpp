@@ -2,6 +2,7 @@
 
 #include "platform/Error.h"
 #include "platform/data/SqlTokens.h"
+#include "platform/text/Utf8.h"
 
 namespace vlm::host {
 
@@ -35,6 +36,14 @@ void DemoClinicServer::Create(const std::function<void()>& work) {
         if (left.empty()) throw;
         throw Error(std::string(error.what()) + "\nDa eliminare a mano dal server, perché incompleti: " + left + ".");
     }
+}
+
+data::ConnectionPtr DemoClinicServer::Open(const std::string& database) const {
+    data::ConnectionPtr connection = open_(database);
+    const std::string opened = connection->InitialCatalog();
+    if (!text::EqualNoCase(opened, database))
+        throw Error("La connessione porta al database \"" + opened + "\", non a \"" + database + "\".");
+    return connection;
 }
 
 void DemoClinicServer::CreateAll() {

@@ -18,7 +18,8 @@ public:
     /// dropped and the error is told, with the names of those that could not be dropped.
     void Create(const std::function<void()>& work);
 
-    data::ConnectionPtr Open(const std::string& database) const { return open_(database); }
+    /// Throws Error for a connection that leads to another database, as a text of one's own making may.
+    data::ConnectionPtr Open(const std::string& database) const;
 
 private:
     void RefuseExisting();

@@ -24,7 +24,7 @@ protected:
     /// What making the demo on the server says when it fails.
     std::string ErrorOf(const std::filesystem::path& folder, const DatabaseMade& made = {}) {
         try {
-            CreateDemoOnServer([this](const std::string& database) { return server_.Open(database); }, folder, kToday,
+            CreateDemoOnServer([this](const std::string& name) { return server_.Open(leadsTo_(name)); }, folder, kToday,
                                made ? made : [](const std::string&, std::int64_t) {}, options_);
         } catch (const std::exception& error) {
             return error.what();
@@ -52,6 +52,7 @@ protected:
 
     test::TempFolder temp_;
     test::FakeServer server_;
+    std::function<std::string(const std::string&)> leadsTo_ = [](const std::string& name) { return name; };
     DemoOptions options_;
 };
 
@@ -103,6 +104,13 @@ TEST_F(DemoServer, NothingThatIsThereIsTouched) {
     const std::string error = ErrorOf("");
     EXPECT_TRUE(error.starts_with("Impossibile creare il database \"Studio0012\": ")) << error;
     EXPECT_EQ(server_.databases, (Names{"master", "Altro", "Studio0012"}));
+
+    // A connection text that always leads to the same.
+    server_ = {};
+    leadsTo_ = [](const std::string& name) { return name == "Studio0016" ? "Altro" : name; };
+    EXPECT_EQ(ErrorOf(""), "La connessione porta al database \"Altro\", non a \"Studio0016\".");
+    EXPECT_EQ(server_.databases, (Names{"master", "Altro"}));
+    EXPECT_FALSE(server_.statements.contains("Altro"));
 
     server_ = {};
     test::WriteBytes(temp_.Folder("demo") + "/Sorgenti", "mine");
