@@ -3,8 +3,9 @@
 #include <cstdio>
 #include <fstream>
 
-#include "host/DatabaseSchema.h"
-#include "host/DatabaseWriter.h"
+#include "host/SqliteWriter.h"
+#include "host/schema/ClinicSchema.h"
+#include "host/schema/MasterSchema.h"
 
 namespace vlm::bench {
 
@@ -33,20 +34,21 @@ void WriteList(const std::string& path, long lines) {
 }
 
 void WriteMaster(const std::filesystem::path& folder) {
-    host::DatabaseWriter master(folder / "Aldra.sqlite");
-    master.Execute(host::MasterSchema());
+    host::SqliteWriter master(folder / "Aldra.sqlite");
+    master.CreateTables(host::MasterSchema());
     host::DatabaseWriter::Rows rows(master, "Comune", "IDComune,Comune,CodiceISTAT,Cap");
     long id = 0;
     for (const char* name : {"PALERMO", "CATANIA", "ROMA", "CANTU", "MILANO", "NAPOLI", "BARI"}) {
         rows.Add({++id, name, Numbered("%06ld", id), "90100"});
     }
     for (; id < 7900;) rows.Add({++id, Numbered("COMUNE %ld", id), Numbered("%06ld", id), "00100"});
+    master.CreateIndices(host::MasterSchema());
     master.Commit();
 }
 
 void WriteClinic(const std::filesystem::path& folder) {
-    host::DatabaseWriter clinic(folder / "Studio0012.sqlite");
-    clinic.Execute(host::ClinicSchema());
+    host::SqliteWriter clinic(folder / "Studio0012.sqlite");
+    clinic.CreateTables(host::ClinicSchema());
     host::DatabaseWriter::Rows rows(clinic, "Paziente",
                                     "IDPaziente,Cognome,Nome,NumTesseraSanitaria,NumAssistito,CodiceFiscale");
     for (long id = 1; id <= kPatients; ++id) {
@@ -54,7 +56,7 @@ void WriteClinic(const std::filesystem::path& folder) {
         const std::string card = id % 10 == 0 ? std::string() : Numbered("T%08ld", id);
         rows.Add({id, "ROSSI", "MARIO", host::OrNull(card), host::OrNull(card), Numbered("RSSMRA70A%07ld", id)});
     }
-    clinic.Execute(host::ClinicIndices());
+    clinic.CreateIndices(host::ClinicSchema());
     clinic.Commit();
 }
 

@@ -8,6 +8,7 @@
 #include "host/HostSession.h"
 #include "host/frmStart.h"
 #include "platform/Error.h"
+#include "platform/text/Number.h"
 #include "platform/ui/console/ConsoleToolkit.h"
 #include "platform/ui/console/JsonEventLog.h"
 #include "platform/ui/console/LoggedProgramStarter.h"
@@ -79,7 +80,25 @@ int ShowInWindows(const HostOptions& options, Desktop* desktop) {
     return kDone;
 }
 
+/// One line for each database, because a server takes its time.
+int InitServer(const HostOptions& options, std::ostream& out) {
+    const std::string folder = options.words.empty() ? std::string() : options.words.front();
+    const auto open = [&](const std::string& database) { return OpenOdbc(options.odbcText, database); };
+    const auto made = [&](const std::string& database, std::int64_t rows) {
+        out << database << ": " << text::FormatInteger(rows, true) << " righe." << std::endl;
+    };
+    CreateDemoOnServer(open, folder, Today(options), made);
+    out << "Creati sul server: Aldra, Studio0012 (Sicilia), Studio0016 (Puglia)";
+    if (!folder.empty()) {
+        out << "; in " << folder << ": " << kInstallationFolder << " (modelli di importazione), " << kSourcesFolder
+            << " (elenchi da importare)";
+    }
+    out << ".\n";
+    return kDone;
+}
+
 int Init(const HostOptions& options, std::ostream& out) {
+    if (!options.odbcText.empty()) return InitServer(options, out);
     CreateDemo(options.words.front(), Today(options));
     out << "Creati in " << options.words.front() << ": Aldra, Studio0012 (Sicilia), Studio0016 (Puglia); "
         << kInstallationFolder << " (modelli di importazione), " << kSourcesFolder << " (elenchi da importare).\n";
@@ -92,6 +111,7 @@ int DoWhatIsAsked(const HostOptions& options, std::ostream& out, std::ostream& e
         return kDone;
     }
     if (options.command == "init") return Init(options, out);
+    if (!options.odbcText.empty()) throw UsageError("Questa versione non si collega per ODBC: usare --data.");
     if (UsesWindows(options, terminal, desktop)) return ShowInWindows(options, desktop);
     if (options.command.empty()) throw UsageError("Manca il componente da aprire.");
     return PlayOnConsole(options, out, err, terminal);

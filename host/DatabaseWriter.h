@@ -3,72 +3,82 @@
 #include <concepts>
 #include <cstddef>
 #include <cstdint>
-#include <filesystem>
 #include <initializer_list>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <variant>
 
+#include "host/schema/SqlDialect.h"
 #include "platform/text/Currency.h"
-
-struct sqlite3;
-struct sqlite3_stmt;
 
 namespace vlm::host {
 
-/// A new SQLite file that is filled in one go. Everything happens in one transaction that Commit ends; a writer that
-/// ends without it leaves a file that is good for nothing. There is no journal and nothing is forced to the disk, so
-/// write where a half-made file does no harm. Errors throw vlm::Error naming the file.
+/// A new database that is filled in one go: everything happens in one transaction that Commit ends; a writer that ends
+/// without it leaves a database that is good for nothing. Errors throw vlm::Error naming the database.
 class DatabaseWriter {
 public:
-    /// One value: null, a whole number, an amount of euro or a text (kept only until the row is added).
+    /// One value: null, a whole number, an amount of euro or a text (kept only until the row is added). A date is ISO
+    /// text, with or without a time of day.
     class Cell {
     public:
+        using Content = std::variant<std::nullptr_t, std::int64_t, Currency, std::string_view>;
+
         Cell(std::nullptr_t) {}
         template <std::integral T>
-        Cell(T value) : value_(static_cast<std::int64_t>(value)) {}
-        Cell(Currency value) : value_(value) {}
-        Cell(std::string_view value) : value_(value) {}
-        Cell(const std::string& value) : value_(std::string_view(value)) {}
-        Cell(const char* value) : value_(std::string_view(value)) {}
+        Cell(T value) : content_(static_cast<std::int64_t>(value)) {}
+        Cell(Currency value) : content_(value) {}
+        Cell(std::string_view value) : content_(value) {}
+        Cell(const std::string& value) : content_(std::string_view(value)) {}
+        Cell(const char* value) : content_(std::string_view(value)) {}
+
+        const Content& Get() const { return content_; }
 
     private:
-        friend class DatabaseWriter;
-        std::variant<std::nullptr_t, std::int64_t, Currency, std::string_view> value_ = nullptr;
+        Content content_ = nullptr;
+    };
+    using Cells = std::initializer_list<Cell>;
+
+    /// An insertion into some columns of one table.
+    class Insertion {
+    public:
+        virtual ~Insertion() = default;
+        virtual void Add(Cells cells) = 0;
     };
 
-    /// A prepared insertion into one table; it must not outlive its writer.
+    /// The rows of one table; it must not outlive its writer.
     class Rows {
     public:
         /// `columns`: names parted by commas, in the order of the cells.
         Rows(DatabaseWriter& writer, std::string_view table, std::string_view columns);
-        Rows(const Rows&) = delete;
-        Rows& operator=(const Rows&) = delete;
-        ~Rows();
-        void Add(std::initializer_list<Cell> cells);
+        void Add(Cells cells);
 
     private:
         DatabaseWriter* writer_;
-        sqlite3_stmt* statement_ = nullptr;
-        int columns_;
+        std::size_t columns_;
+        std::shared_ptr<Insertion> insertion_;
     };
 
-    /// Creates the file, which must not be there yet.
-    explicit DatabaseWriter(const std::filesystem::path& file);
+    DatabaseWriter() = default;
     DatabaseWriter(const DatabaseWriter&) = delete;
     DatabaseWriter& operator=(const DatabaseWriter&) = delete;
-    ~DatabaseWriter();
+    virtual ~DatabaseWriter() = default;
 
-    /// Runs a script of one or more statements without rows.
-    void Execute(std::string_view script);
-    void Commit();
+    /// What the database is called in an error.
+    virtual const std::string& Name() const = 0;
+    /// Tables, views and procedures.
+    void CreateTables(const DatabaseSchema& schema);
+    void CreateIndices(const DatabaseSchema& schema);
+    virtual void Commit() = 0;
+    /// The rows that were added.
+    std::int64_t RowCount() const { return rowCount_; }
 
 private:
-    void Check(int result) const;
-    static int Bind(sqlite3_stmt* statement, int place, const Cell& cell);
+    virtual const SqlDialect& Dialect() const = 0;
+    virtual void Run(const std::string& statement) = 0;
+    virtual std::shared_ptr<Insertion> Into(std::string_view table, std::string_view columns) = 0;
 
-    std::string name_;
-    sqlite3* database_ = nullptr;
+    std::int64_t rowCount_ = 0;
 };
 
 /// A text that is null when it is empty.

@@ -1,24 +1,17 @@
 #include "host/DemoClinic.h"
 
-#include <algorithm>
-#include <span>
+#include <optional>
 #include <string>
 #include <vector>
 
-#include "host/DatabaseSchema.h"
-#include "host/DatabaseWriter.h"
-#include "host/DemoClinicComuni.h"
-#include "host/DemoClinicFaults.h"
+#include "host/DemoClinicContents.h"
 #include "host/DemoClinicFolder.h"
 #include "host/DemoClinicImport.h"
-#include "host/DemoClinicMaster.h"
-#include "host/DemoClinicPatients.h"
-#include "host/DemoClinicPrescriptions.h"
-#include "host/DemoClinicProfile.h"
-#include "host/DemoClinicProjects.h"
-#include "host/DemoClinicServices.h"
-#include "host/DemoClinicStaff.h"
-#include "host/FiscalCode.h"
+#include "host/DemoClinicServer.h"
+#include "host/SqliteWriter.h"
+#include "host/TSqlWriter.h"
+#include "host/schema/ClinicSchema.h"
+#include "host/schema/MasterSchema.h"
 #include "platform/Error.h"
 
 namespace vlm::host {
@@ -27,107 +20,83 @@ namespace fs = std::filesystem;
 
 namespace {
 
-constexpr const char* kMasterFile = "Aldra.sqlite";
-constexpr std::int64_t kDemoServices = 12000;
-constexpr int kDemoPatients = 300;
-constexpr int kDemoNewcomers = 20;
-constexpr std::int64_t kServicesOfPatient = 160;  // when measuring: a million services have thousands of patients
+constexpr const char* kMaster = "Aldra";
 
-/// The parts of the data that draw from a sequence of their own.
-enum Stream : std::uint64_t {
-    kNewcomerStream,
-    kPatientStream,
-    kServiceStream,
-    kPrescriptionStream,
-    kProjectStream,
-    kStreams
-};
-
-int PatientCount(const DemoOptions& options) {
-    return std::max(kDemoPatients, static_cast<int>(options.serviceRows / kServicesOfPatient));
+Date DayOf(Date moment) {
+    const Date::Civil day = moment.ToCivil();
+    return *Date::FromYmd(day.year, day.month, day.day);
 }
 
-void FillDoctors(DatabaseWriter& writer, std::span<const DemoPatient> namesakes) {
-    DatabaseWriter::Rows doctors(writer, "Medico", "IDMedico,Cognome,Nome,CodiceFiscale");
-    for (int id = 1; id <= kDoctors; ++id) {
-        const DemoPatient& like = namesakes[static_cast<std::size_t>(id)];
-        const Date birth = *Date::FromYmd(1950 + id % 30, id % 12 + 1, id % 28 + 1);
-        doctors.Add(
-            {id, like.surname, like.name, FiscalCode({like.surname, like.name, birth, like.sex == "F", "G273"})});
-    }
+std::vector<std::string> Databases() {
+    std::vector<std::string> names = {kMaster};
+    for (const DemoClinicProfile& clinic : DemoProfiles()) names.push_back(clinic.DatabaseName());
+    return names;
 }
 
-void CreateMaster(const fs::path& file, const DemoClinicComuni& comuni) {
-    DatabaseWriter writer(file);
-    writer.Execute(MasterSchema());
-    FillMaster(writer, comuni);
-    writer.Commit();
-}
+std::string FileOf(const std::string& database) { return database + ".sqlite"; }
 
-void CreateClinic(const fs::path& file, const DemoClinicProfile& clinic, const DemoClinicComuni& comuni, Date today,
-                  const DemoOptions& options) {
-    const bool ordinary = options.serviceRows <= 0;
-    const auto random = [&](Stream stream) {
-        return DemoClinicRandom(options.seed, static_cast<std::uint64_t>(clinic.idStudio) * kStreams + stream);
-    };
-    const DemoMonth last = DemoMonth::Before(today);
-    std::vector<DemoPatient> patients =
-        MakePatients(clinic, comuni, PatientCount(options), today, random(kPatientStream));
-    const std::span<DemoPatient> all(patients);
-    const std::span<DemoPatient> sound = all.first(all.size() - kFaultyPatients), kept = all.last(kFaultyPatients);
-    if (ordinary) DemoClinicFaults::SpoilPatients(clinic, kept);
-
-    DatabaseWriter writer(file);
-    writer.Execute(ClinicSchema());
-    FillStaff(writer, clinic);
-    FillDoctors(writer, sound);
-    FillPatients(writer, clinic, patients, today);
-    FillPrescriptions(writer, clinic, sound, last, random(kPrescriptionStream));
-    FillProjects(writer, clinic, comuni, sound, last, random(kProjectStream));
-    {
-        DemoClinicDocuments documents(writer, clinic);
-        DemoClinicServices services(clinic, sound, random(kServiceStream));
-        services.Fill(documents, last, {ordinary ? kDemoServices : options.serviceRows, !ordinary});
-        if (ordinary) DemoClinicFaults(clinic, services, documents).Fill(last, sound, kept);
-    }
-    writer.Execute(ClinicIndices());
-    writer.Commit();
-}
-
-/// The lists are those of the first clinic: of its patients, and of others who chose its doctors.
-void CreateImportFiles(const fs::path& folder, const DemoClinicComuni& comuni, Date today, const DemoOptions& options) {
-    const DemoClinicProfile& clinic = DemoProfiles().front();
-    const auto patients = [&](Stream stream, int count) {
-        const std::uint64_t number = static_cast<std::uint64_t>(clinic.idStudio) * kStreams + stream;
-        return MakePatients(clinic, comuni, count, today, DemoClinicRandom(options.seed, number));
-    };
-    WriteImportFiles(folder, comuni, patients(kPatientStream, kDemoPatients - kFaultyPatients),
-                     patients(kNewcomerStream, kDemoNewcomers), today);
-}
-
-std::string FileOf(const DemoClinicProfile& clinic) { return clinic.DatabaseName() + ".sqlite"; }
-
-void Create(const fs::path& folder, Date today, const DemoOptions& options) {
-    std::vector<std::string> files = {kMasterFile, kInstallationFolder, kSourcesFolder};
-    for (const DemoClinicProfile& clinic : DemoProfiles()) files.push_back(FileOf(clinic));
+void CreateFiles(const fs::path& folder, Date today, const DemoOptions& options) {
+    std::vector<std::string> files = {kInstallationFolder, kSourcesFolder};
+    for (const std::string& database : Databases()) files.push_back(FileOf(database));
     DemoClinicFolder place(folder, std::move(files));
-    const DemoClinicComuni comuni(options.comuniCsv);
-    CreateMaster(place.Workshop() / kMasterFile, comuni);
-    for (const DemoClinicProfile& clinic : DemoProfiles())
-        CreateClinic(place.Workshop() / FileOf(clinic), clinic, comuni, today, options);
-    CreateImportFiles(place.Workshop(), comuni, today, options);
+    const DemoClinicContents contents(today, options);
+    {
+        SqliteWriter writer(place.Workshop() / FileOf(kMaster));
+        contents.WriteMaster(writer);
+    }
+    for (const DemoClinicProfile& clinic : DemoProfiles()) {
+        SqliteWriter writer(place.Workshop() / FileOf(clinic.DatabaseName()));
+        contents.WriteClinic(writer, clinic);
+    }
+    contents.WriteFiles(place.Workshop());
     place.Deliver();
+}
+
+void FillServer(const DemoClinicServer& server, const DemoClinicContents& contents, const DatabaseMade& made) {
+    {
+        TSqlWriter writer(server.Open(kMaster), MasterSchema());
+        contents.WriteMaster(writer);
+        made(kMaster, writer.RowCount());
+    }
+    for (const DemoClinicProfile& clinic : DemoProfiles()) {
+        TSqlWriter writer(server.Open(clinic.DatabaseName()), ClinicSchema());
+        contents.WriteClinic(writer, clinic);
+        made(clinic.DatabaseName(), writer.RowCount());
+    }
+}
+
+void CreateOnServer(const OpenDatabase& open, const fs::path& folder, Date today, const DatabaseMade& made,
+                    const DemoOptions& options) {
+    std::optional<DemoClinicFolder> place;
+    if (!folder.empty()) place.emplace(folder, std::vector<std::string>{kInstallationFolder, kSourcesFolder});
+    DemoClinicServer server(open, Databases());
+    const DemoClinicContents contents(today, options);
+    if (place) contents.WriteFiles(place->Workshop());
+    server.Create([&] {
+        FillServer(server, contents, made);
+        if (place) place->Deliver();
+    });
+}
+
+/// What the file system says is told with the folder's name.
+void InFolder(const fs::path& folder, const std::function<void()>& work) {
+    try {
+        work();
+    } catch (const fs::filesystem_error& error) {
+        throw Error("Impossibile creare la clinica dimostrativa in \"" + folder.string() +
+                    "\": " + error.code().message() + ".");
+    }
 }
 
 }  // namespace
 
 void CreateDemo(const fs::path& folder, Date today, const DemoOptions& options) {
-    try {
-        const Date::Civil day = today.ToCivil();  // without its time
-        Create(folder, *Date::FromYmd(day.year, day.month, day.day), options);
-    } catch (const fs::filesystem_error& error) {
-        throw Error("Impossibile creare i database in \"" + folder.string() + "\": " + error.code().message() + ".");
-    }
+    InFolder(folder, [&] { CreateFiles(folder, DayOf(today), options); });
+}
+
+void CreateDemoOnServer(const OpenDatabase& open, const fs::path& folder, Date today, const DatabaseMade& made,
+                        const DemoOptions& options) {
+    InFolder(folder, [&] { CreateOnServer(open, folder, DayOf(today), made, options); });
 }
 
 }  // namespace vlm::host

@@ -2,7 +2,10 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <functional>
+#include <string>
 
+#include "host/OdbcServer.h"
 #include "platform/text/Date.h"
 
 namespace vlm::host {
@@ -22,5 +25,14 @@ struct DemoOptions {
 /// `Installazione` (import templates, the health-card system's answer) and `Sorgenti` (lists to import). Throws Error,
 /// naming it, when one of them is there already; an error leaves the folder as it was.
 void CreateDemo(const std::filesystem::path& folder, Date today, const DemoOptions& options = {});
+
+/// Told when a database is whole, with the number of its rows.
+using DatabaseMade = std::function<void(const std::string& database, std::int64_t rows)>;
+
+/// Creates the same databases, with the same rows, on a server that speaks T-SQL. `Installazione` and `Sorgenti` are
+/// written into `folder`, unless it is "". Throws Error, naming it, when one of them is there already; an error leaves
+/// server and folder as they were.
+void CreateDemoOnServer(const OpenDatabase& open, const std::filesystem::path& folder, Date today,
+                        const DatabaseMade& made, const DemoOptions& options = {});
 
 }  // namespace vlm::host

@@ -24,6 +24,11 @@ std::string User(const std::string& text) {
     return text;
 }
 
+std::string ConnectionText(const std::string& text) {
+    if (text.empty()) throw UsageError("--odbc vuole un testo di connessione.");
+    return text;
+}
+
 std::string Ui(const std::string& text) {
     if (text != "console" && text != "qt") throw UsageError("--ui vuole console o qt.");
     return text;
@@ -35,7 +40,7 @@ bool SetOption(HostOptions& options, const std::string& name, const std::string&
     } else if (name == "--clinic") {
         options.clinic = ClinicNumber(value);
     } else if (name == "--odbc") {
-        throw UsageError("Questa versione non si collega per ODBC: usare --data.");
+        options.odbcText = ConnectionText(value);
     } else if (name == "--work") {
         options.workFolder = value;
     } else if (name == "--install") {
@@ -54,32 +59,53 @@ bool SetOption(HostOptions& options, const std::string& name, const std::string&
     return true;
 }
 
+bool IsOption(const std::vector<std::string>& arguments, std::size_t at) {
+    return at < arguments.size() && arguments[at].starts_with("-");
+}
+
+/// The option at `at`, with its value if it has one; then `at` stands behind them.
+void TakeOption(HostOptions& options, const std::vector<std::string>& arguments, std::size_t& at) {
+    const std::string& name = arguments[at++];
+    const std::size_t equals = name.find('=');
+    if (equals != std::string::npos) {  // the value may be a secret
+        throw UsageError("Il valore di " + name.substr(0, equals) + " va scritto dopo uno spazio.");
+    } else if (name == "--json") {
+        options.json = true;
+    } else if (name == "--text") {
+        options.text = true;
+    } else if (name == "--help" || name == "-h") {
+        options.help = true;
+    } else if (at == arguments.size()) {
+        throw UsageError("Manca il valore di " + name + ".");
+    } else if (SetOption(options, name, arguments[at])) {
+        ++at;
+    } else {
+        throw UsageError("Opzione sconosciuta: " + name + ".");
+    }
+}
+
+/// Beside the databases of a server a folder may be wanted or not.
+void CheckFolder(const HostOptions& options) {
+    if (options.odbcText.empty() && options.words.size() != 1) throw UsageError("init vuole una cartella.");
+    if (options.words.size() > 1) throw UsageError("init vuole una cartella sola.");
+}
+
 }  // namespace
 
 HostOptions HostOptions::Parse(const std::vector<std::string>& arguments) {
     HostOptions options;
     std::size_t at = 0;
-    for (; at < arguments.size() && arguments[at].rfind("-", 0) == 0; ++at) {
-        const std::string& name = arguments[at];
-        if (name == "--json") {
-            options.json = true;
-        } else if (name == "--text") {
-            options.text = true;
-        } else if (name == "--help" || name == "-h") {
-            options.help = true;
-        } else if (at + 1 == arguments.size()) {
-            throw UsageError("Manca il valore di " + name + ".");
-        } else if (SetOption(options, name, arguments[at + 1])) {
-            ++at;
-        } else {
-            throw UsageError("Opzione sconosciuta: " + name + ".");
-        }
-    }
-    if (options.help) return options;
-    if (at == arguments.size()) return options;
+    while (IsOption(arguments, at)) TakeOption(options, arguments, at);
+    if (options.help || at == arguments.size()) return options;
     options.command = arguments[at++];
-    options.words.assign(arguments.begin() + static_cast<std::ptrdiff_t>(at), arguments.end());
-    if (options.command == "init" && options.words.size() != 1) throw UsageError("init vuole una cartella.");
+    const bool init = options.command == "init";
+    while (at < arguments.size()) {
+        if (init && IsOption(arguments, at))
+            TakeOption(options, arguments, at);
+        else
+            options.words.push_back(arguments[at++]);
+    }
+    if (init && !options.help) CheckFolder(options);
     return options;
 }
 
@@ -88,12 +114,14 @@ const char* HostOptions::Usage() {
 
   aslhost [opzioni]                              su uno schermo: sceglie lo studio e il componente
   aslhost init CARTELLA                          crea i database dimostrativi
+  aslhost init --odbc TESTO [CARTELLA]           li crea su un server, e in CARTELLA i file che li accompagnano
   aslhost [opzioni] ASLExport [passo ...]        apre l'esportazione delle prestazioni
   aslhost [opzioni] ASLPanoramico [passo ...]    apre l'esportazione delle ricette farmaci
   aslhost [opzioni] ExportProgetti [passo ...]   apre l'esportazione dei progetti
   aslhost [opzioni] ASLImportPatient [passo ...] apre l'importazione dei pazienti
 
   --data CARTELLA    cartella dei database     --clinic N        numero dello studio (12)
+  --odbc TESTO       testo di connessione ODBC a un server, al posto di --data
   --work CARTELLA    cartella di lavoro        --install CARTELLA  cartella di installazione
                                                (Installazione nella cartella dei database, se c'è)
   --settings FILE    impostazioni (ini)        --today AAAA-MM-GG  la data di oggi

@@ -18,7 +18,7 @@ public:
 /// What the command line of `aslhost` says.
 struct HostOptions {
     std::string dataFolder = ".";
-    std::string odbcText;
+    std::string odbcText;  // "" = the databases of dataFolder; may hold a password, so no message says it
     int clinic = 12;
     std::string workFolder;          // "" = a folder of the host's own
     std::string installFolder;       // "" = not given
@@ -31,7 +31,7 @@ struct HostOptions {
     bool help = false;
 
     std::string command;             // "init", a component's name, "" for none
-    std::vector<std::string> words;  // init: the folder; a component: the steps
+    std::vector<std::string> words;  // init: the folder, if any; a component: the steps
 
     /// Throws UsageError.
     static HostOptions Parse(const std::vector<std::string>& arguments);

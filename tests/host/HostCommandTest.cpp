@@ -57,5 +57,48 @@ TEST(HostCommand, WindowsOpenWhereAPersonSitsAndNowhereElse) {
     }
 }
 
+TEST(HostCommand, InitMakesItsDatabasesInAFolderOrOnAServer) {
+    const struct {
+        std::vector<std::string> arguments;
+        const char* error;  // "" for none
+        std::string odbc;
+        std::vector<std::string> words;
+    } cases[] = {
+        {{"init", "demo"}, "", "", {"demo"}},
+        {{"init", "--odbc", "DSN=a"}, "", "DSN=a", {}},
+        {{"--odbc", "DSN=a", "init"}, "", "DSN=a", {}},
+        {{"init", "--odbc", "DSN=a", "demo"}, "", "DSN=a", {"demo"}},
+        {{"init", "demo", "--odbc", "DSN=a"}, "", "DSN=a", {"demo"}},
+        {{"--odbc", "DSN=a", "init", "demo"}, "", "DSN=a", {"demo"}},
+        {{"--odbc", "DSN=a", "ASLExport", "--odbc"}, "", "DSN=a", {"--odbc"}},
+        {{"init"}, "init vuole una cartella.", "", {}},
+        {{"init", "a", "b"}, "init vuole una cartella.", "", {}},
+        {{"init", "--odbc", "DSN=a", "a", "b"}, "init vuole una cartella sola.", "", {}},
+        {{"init", "--odbc"}, "Manca il valore di --odbc.", "", {}},
+        {{"init", "--odbc", ""}, "--odbc vuole un testo di connessione.", "", {}},
+        {{"init", "--odbc=PWD=segreto"}, "Il valore di --odbc va scritto dopo uno spazio.", "", {}},
+        {{"init", "--obdc", "PWD=segreto"}, "Opzione sconosciuta: --obdc.", "", {}},
+    };
+    for (const auto& each : cases) {
+        try {
+            const HostOptions options = HostOptions::Parse(each.arguments);
+            EXPECT_STREQ(each.error, "") << testing::PrintToString(each.arguments);
+            EXPECT_EQ(options.odbcText, each.odbc) << testing::PrintToString(each.arguments);
+            EXPECT_EQ(options.words, each.words) << testing::PrintToString(each.arguments);
+        } catch (const UsageError& error) {
+            EXPECT_STREQ(error.what(), each.error) << testing::PrintToString(each.arguments);
+        }
+    }
+}
+
+TEST(HostCommand, AServerThatCannotBeReachedIsToldWithoutItsPassword) {
+    std::ostringstream out, err;
+    const std::string text = "Driver={nessuno};Server=localhost;Port=1;UID=sa;PWD=segreto";
+    EXPECT_EQ(RunHost({"init", "--odbc", text}, out, err, false), kFailed);
+    EXPECT_EQ(out.str(), "");
+    EXPECT_NE(err.str(), "");
+    EXPECT_EQ(err.str().find("segreto"), std::string::npos) << err.str();
+}
+
 }  // namespace
 }  // namespace vlm::host

@@ -1,8 +1,7 @@
 #include <gtest/gtest.h>
 #include <sstream>
 
-#include "host/DatabaseSchema.h"
-#include "host/DatabaseWriter.h"
+#include "host/SqliteWriter.h"
 #include "host/frmStart.h"
 #include "platform/Error.h"
 #include "platform/ui/console/ConsoleToolkit.h"
@@ -37,7 +36,7 @@ struct Start {
 };
 
 void MakeClinic(const std::string& folder, const std::string& name, const std::string& sql) {
-    DatabaseWriter database(folder + "/" + name + ".sqlite");
+    SqliteWriter database(folder + "/" + name + ".sqlite");
     database.Execute(sql);
     database.Commit();
 }
@@ -45,8 +44,9 @@ void MakeClinic(const std::string& folder, const std::string& name, const std::s
 std::string TwoClinics(const test::TempFolder& temp) {
     const std::string folder = temp.Folder("dati");
     MakeClinic(folder, "Aldra",
-               std::string(MasterSchema()) + std::string("INSERT INTO Studi (IDStudio, RagioneSociale, Nome) VALUES"
-                                                         " (7, 'Poliambulatorio', 'Centro'), (12, NULL, 'Mare');"));
+               "CREATE TABLE Studi (IDStudio INTEGER PRIMARY KEY, RagioneSociale VARCHAR(100), Nome VARCHAR(100));"
+               "INSERT INTO Studi (IDStudio, RagioneSociale, Nome) VALUES"
+               " (7, 'Poliambulatorio', 'Centro'), (12, NULL, 'Mare');");
     MakeClinic(folder, "Studio0012", "CREATE TABLE A (B INT);");
     MakeClinic(folder, "Studio0007", "CREATE TABLE A (B INT);");
     MakeClinic(folder, "Studio0099", "CREATE TABLE A (B INT);");

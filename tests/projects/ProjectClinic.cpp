@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "host/DatabaseWriter.h"
+#include "host/SqliteWriter.h"
 #include "platform/text/Number.h"
 
 namespace vlm::test {
@@ -73,7 +73,7 @@ void ProjectClinic::Create(const std::map<int, std::vector<SqlRow>>& centres) {
     for (const auto& [centre, rows] : centres) {
         if (centre == clinic) continue;
         masterSql += "INSERT INTO Studi (IDStudio) VALUES (" + std::to_string(centre) + ");";
-        host::DatabaseWriter database(data + "/Studio" + text::FormatZeros(centre, 4) + ".sqlite");
+        host::SqliteWriter database(data + "/Studio" + text::FormatZeros(centre, 4) + ".sqlite");
         database.Execute(ViewOf(rows));
         database.Commit();
     }

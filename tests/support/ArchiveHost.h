@@ -5,8 +5,9 @@
 #include <vector>
 
 #include "frame/HostServices.h"
-#include "host/DatabaseSchema.h"
-#include "host/DatabaseWriter.h"
+#include "host/SqliteWriter.h"
+#include "host/schema/ClinicSchema.h"
+#include "host/schema/MasterSchema.h"
 #include "host/services/LockService.h"
 #include "host/services/UserRights.h"
 #include "platform/data/sqlite/SqliteConnection.h"
@@ -25,8 +26,8 @@ class ArchiveHost {
 public:
     /// Scripts that fill the tables, run in plain SQLite.
     explicit ArchiveHost(const std::string& clinicSql = {}, const std::string& masterSql = {}) {
-        Create("Aldra", {std::string(host::MasterSchema()), kComuni, masterSql});
-        Create("Studio0012", {host::ClinicSchema(), std::string(host::ClinicIndices()), clinicSql});
+        Create("Aldra", host::MasterSchema(), kComuni + masterSql);
+        Create("Studio0012", host::ClinicSchema(), clinicSql);
         connection = Connect();
         lockService = LockServiceOf("MARIA");
         rights = server::HostReference::Of(com::Make<host::UserRights>("MARIA").Get());
@@ -62,9 +63,11 @@ private:
         " (1, 'Cantù', '013041', 'B639', 'CO', '22063'), (2, 'Catania', '087015', 'C351', 'CT', NULL),"
         " (3, 'Palermo', '082053', 'G273', 'PA', '90100'), (4, 'Roma', '058091', 'H501', 'RM', NULL);";
 
-    void Create(const std::string& database, const std::vector<std::string>& scripts) const {
-        host::DatabaseWriter writer(folder / (database + ".sqlite"));
-        for (const std::string& script : scripts) writer.Execute(script);
+    void Create(const std::string& database, const host::DatabaseSchema& schema, const std::string& sql) const {
+        host::SqliteWriter writer(folder / (database + ".sqlite"));
+        writer.CreateTables(schema);
+        writer.CreateIndices(schema);
+        writer.Execute(sql);
         writer.Commit();
     }
 };

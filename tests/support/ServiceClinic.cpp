@@ -4,8 +4,8 @@
 #include <sstream>
 
 #include "host/AslHost.h"
-#include "host/DatabaseSchema.h"
-#include "host/DatabaseWriter.h"
+#include "host/SqliteWriter.h"
+#include "host/schema/MasterSchema.h"
 #include "platform/data/sqlite/SqliteConnection.h"
 #include "support/Insertion.h"
 
@@ -126,8 +126,9 @@ ServiceClinic::ServiceClinic()
       settings(folder / "set.ini") {}
 
 void ServiceClinic::Create(const std::vector<Row>& services) {
-    host::DatabaseWriter master(data + "/Aldra.sqlite");
-    master.Execute(host::MasterSchema());
+    host::SqliteWriter master(data + "/Aldra.sqlite");
+    master.CreateTables(host::MasterSchema());
+    master.CreateIndices(host::MasterSchema());
     master.Execute(kMaster);
     master.Execute("INSERT INTO Studi (IDStudio, IDASL, IDDistrettoASL, IDRegioneTariffario) VALUES (" +
                    std::to_string(clinic) + ", 1, 2, " + std::to_string(idRegioneTariffario) +
@@ -136,7 +137,7 @@ void ServiceClinic::Create(const std::vector<Row>& services) {
     if (!masterSql.empty()) master.Execute(masterSql);
     master.Commit();
 
-    host::DatabaseWriter database(data + "/Studio" + FourDigits(clinic) + ".sqlite");
+    host::SqliteWriter database(data + "/Studio" + FourDigits(clinic) + ".sqlite");
     database.Execute(kClinic);
     std::string columns;
     for (const Column& column : kColumns) {

@@ -1,0 +1,99 @@
+#pragma once
+
+#include <algorithm>
+#include <functional>
+#include <map>
+#include <string>
+#include <vector>
+
+#include "platform/Error.h"
+#include "platform/data/Connection.h"
+#include "ui/FakeConnection.h"
+
+namespace vlm::test {
+
+/// A server of databases that takes down what it is told, and fails once when it is asked to.
+class FakeServer {
+public:
+    static constexpr const char* kFailure = "il server non risponde";
+
+    std::vector<std::string> databases = {"master", "Altro"};
+    std::map<std::string, std::vector<std::string>> statements;  // of each database, those that were committed last
+    int failAt = 0;                                              // the call that fails; 0 for none
+    std::function<bool(const std::string& sql)> refuses = [](const std::string&) { return false; };
+
+    data::ConnectionPtr Open(const std::string& database) {
+        Step();
+        if (!Has(database)) throw Error("nessun database " + database);
+        return std::make_shared<Session>(*this, database);
+    }
+    bool Has(const std::string& database) const {
+        return std::find(databases.begin(), databases.end(), database) != databases.end();
+    }
+    /// Whether the call that fails has come.
+    bool HasFailed() const { return failAt != 0 && calls_ >= failAt; }
+
+private:
+    class Session : public data::Connection {
+    public:
+        Session(FakeServer& server, std::string database) : server_(server), database_(std::move(database)) {
+            ++server_.sessions_[database_];
+        }
+        ~Session() override { --server_.sessions_[database_]; }
+
+        bool IsOpen() const override { return true; }
+        std::string InitialCatalog() const override { return database_; }
+        data::RecordsetPtr Open(std::string_view sql) override {
+            server_.Step();
+            found_ = {{"name"}, {}};
+            for (const std::string& name : server_.databases)
+                if (sql.find("'" + name + "'") != std::string_view::npos) found_.rows.push_back({name});
+            return std::make_unique<ui::test::FakeRecordset>(found_);
+        }
+        std::int64_t Execute(std::string_view sql) override {
+            server_.Step();
+            if (server_.refuses(std::string(sql))) throw Error("rifiutato");
+            if (database_ == "master")
+                server_.Change(std::string(sql));
+            else if (inTransaction_)
+                written_.emplace_back(sql);
+            return 1;
+        }
+        void BeginTransaction() override {
+            server_.Step();
+            inTransaction_ = true;
+        }
+        void CommitTransaction() override {
+            server_.Step();
+            server_.statements[database_] = written_;
+        }
+        void RollbackTransaction() override { written_.clear(); }
+
+    private:
+        FakeServer& server_;
+        std::string database_;
+        std::vector<std::string> written_;
+        ui::test::FakeTable found_;
+        bool inTransaction_ = false;
+    };
+
+    void Step() {
+        if (++calls_ == failAt) throw Error(kFailure);
+    }
+    void Change(const std::string& sql) {
+        if (sql.starts_with("ALTER DATABASE ")) return;
+        const std::string name = sql.substr(sql.rfind(' ') + 1);
+        if (sql == "CREATE DATABASE " + name && !Has(name)) {
+            databases.push_back(name);
+        } else if (sql == "DROP DATABASE " + name && Has(name) && sessions_[name] == 0) {
+            std::erase(databases, name);
+        } else {
+            throw Error("non eseguito: " + sql);
+        }
+    }
+
+    std::map<std::string, int> sessions_;
+    int calls_ = 0;
+};
+
+}  // namespace vlm::test
