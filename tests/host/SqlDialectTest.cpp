@@ -9,7 +9,7 @@
 namespace vlm::host {
 namespace {
 
-/// The one statement that begins so and has the name as a word of its own.
+/// The one statement that begins so.
 std::string Of(const std::vector<std::string>& statements, const std::string& beginning) {
     std::string found;
     for (const std::string& each : statements)
