@@ -111,7 +111,6 @@ int DoWhatIsAsked(const HostOptions& options, std::ostream& out, std::ostream& e
         return kDone;
     }
     if (options.command == "init") return Init(options, out);
-    if (!options.odbcText.empty()) throw UsageError("Questa versione non si collega per ODBC: usare --data.");
     if (UsesWindows(options, terminal, desktop)) return ShowInWindows(options, desktop);
     if (options.command.empty()) throw UsageError("Manca il componente da aprire.");
     return PlayOnConsole(options, out, err, terminal);

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <filesystem>
 
+#include "host/OdbcServer.h"
 #include "platform/data/sqlite/SqliteConnection.h"
 #include "platform/text/Number.h"
 #include "platform/text/Utf8.h"
@@ -25,15 +26,24 @@ int ClinicOf(const fs::path& file) {
     return static_cast<int>(text::LeadingInteger(std::string_view(stem).substr(kPrefix.size())));
 }
 
+data::ConnectionPtr OpenFolder(const std::string& dataFolder, int clinic) {
+    return data::SqliteConnection::Connect("Provider=SQLite;Data Source=\"" + dataFolder +
+                                           "\";Initial Catalog=" + ClinicDatabaseName(clinic));
+}
+
+/// The clinic's name from two columns of the current row.
+std::string NameOf(const data::Recordset& row, int first) {
+    const std::string name(text::Trim(row.TextOf(first)));
+    const std::string place(text::Trim(row.TextOf(first + 1)));
+    return name + (name.empty() || place.empty() ? "" : " ") + place;
+}
+
 std::string NameOf(const std::string& dataFolder, int clinic) {
     try {
         const data::RecordsetPtr row =
-            OpenClinic(dataFolder, clinic)
+            OpenFolder(dataFolder, clinic)
                 ->Open("SELECT RagioneSociale, Nome FROM Aldra..Studi WHERE IDStudio = " + std::to_string(clinic));
-        if (row->AtEnd()) return {};
-        const std::string name(text::Trim(row->TextOf(0)));
-        const std::string place(text::Trim(row->TextOf(1)));
-        return name + (name.empty() || place.empty() ? "" : " ") + place;
+        return row->AtEnd() ? std::string() : NameOf(*row, 0);
     } catch (const std::exception&) {
         return {};  // the clinic opens without its name too
     }
@@ -41,9 +51,25 @@ std::string NameOf(const std::string& dataFolder, int clinic) {
 
 }  // namespace
 
-data::ConnectionPtr OpenClinic(const std::string& dataFolder, int clinic) {
-    return data::SqliteConnection::Connect("Provider=SQLite;Data Source=\"" + dataFolder + "\";Initial Catalog=Studio" +
-                                           text::FormatZeros(clinic, kDigits));
+std::string ClinicDatabaseName(int clinic) { return std::string(kPrefix) + text::FormatZeros(clinic, kDigits); }
+
+/// On a server the clinic that was asked for counts before the one that the text names.
+data::ConnectionPtr OpenClinic(const HostOptions& options) {
+    const int clinic = options.clinic.value_or(kUsualClinic);
+    if (options.odbcText.empty()) return OpenFolder(options.dataFolder, clinic);
+    const bool named = !options.clinic && NamesDatabase(options.odbcText);
+    return OpenOdbc(options.odbcText, named ? std::string() : ClinicDatabaseName(clinic));
+}
+
+std::vector<ClinicEntry> ClinicsOnServer(const std::string& odbcText) {
+    const data::ConnectionPtr master = OpenOdbc(odbcText, "Aldra");
+    std::vector<ClinicEntry> clinics;
+    for (const data::RecordsetPtr row =
+             master->Open("SELECT IDStudio, RagioneSociale, Nome FROM Studi ORDER BY IDStudio");
+         !row->AtEnd(); row->MoveNext()) {
+        clinics.push_back({row->Int32Of(0), NameOf(*row, 1)});
+    }
+    return clinics;
 }
 
 std::vector<ClinicEntry> ClinicsIn(const std::string& dataFolder) {

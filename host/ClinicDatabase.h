@@ -3,12 +3,16 @@
 #include <string>
 #include <vector>
 
+#include "host/HostOptions.h"
 #include "platform/data/Connection.h"
 
 namespace vlm::host {
 
-/// A connection to a clinic's database in a folder of databases. Throws Error when there is none.
-data::ConnectionPtr OpenClinic(const std::string& dataFolder, int clinic);
+/// A connection to the clinic's database that the options choose, in a folder of databases or on a server. Throws
+/// Error when there is none.
+data::ConnectionPtr OpenClinic(const HostOptions& options);
+/// "Studio0012" for 12.
+std::string ClinicDatabaseName(int clinic);
 
 struct ClinicEntry {
     int number;
@@ -17,5 +21,7 @@ struct ClinicEntry {
 
 /// The clinics whose databases stand in a folder, by number; none for a folder that is not there.
 std::vector<ClinicEntry> ClinicsIn(const std::string& dataFolder);
+/// The clinics that a server's master database knows, by number. Throws Error when the server cannot be asked.
+std::vector<ClinicEntry> ClinicsOnServer(const std::string& odbcText);
 
 }  // namespace vlm::host

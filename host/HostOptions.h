@@ -15,11 +15,14 @@ public:
     using std::runtime_error::runtime_error;
 };
 
+/// The first clinic of the demo.
+inline constexpr int kUsualClinic = 12;
+
 /// What the command line of `aslhost` says.
 struct HostOptions {
     std::string dataFolder = ".";
-    std::string odbcText;  // "" = the databases of dataFolder; may hold a password, so no message says it
-    int clinic = 12;
+    std::string odbcText;            // "" = the databases of dataFolder; may hold a password, so no message says it
+    std::optional<int> clinic;       // without it the one that the connection text names, else kUsualClinic
     std::string workFolder;          // "" = a folder of the host's own
     std::string installFolder;       // "" = not given
     std::string user = "OPERATORE";  // who works with the host: in whose name records are locked

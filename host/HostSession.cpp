@@ -74,7 +74,7 @@ void HostSession::Open() {
                                      face_.programs, installFolder_, components_,    workbooks_};
     const LoadedLibrary library(services);
     const com::LateBound component = library.Create(*classId);
-    GiveServices(component, OpenClinic(options_.dataFolder, options_.clinic));
+    GiveServices(component, OpenClinic(options_));
     component.Call("ShowDialog");
 }
 

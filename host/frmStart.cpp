@@ -57,9 +57,12 @@ void frmStart::Wire() {
 
 void frmStart::Opening() {
     txtDati.SetText(options_.dataFolder);
+    txtDati.SetVisible(!OnServer());
+    cmdLink.SetVisible(!OnServer());
     ShowClinics();
-    const auto chosen = std::find_if(clinics_.begin(), clinics_.end(),
-                                     [this](const ClinicEntry& each) { return each.number == options_.clinic; });
+    const auto chosen = std::find_if(clinics_.begin(), clinics_.end(), [this](const ClinicEntry& each) {
+        return each.number == options_.clinic.value_or(kUsualClinic);
+    });
     if (chosen != clinics_.end()) cboStudio.SetPosition(static_cast<int>(chosen - clinics_.begin()));
 }
 
@@ -73,14 +76,15 @@ void frmStart::Browse() {
 }
 
 void frmStart::ShowClinics() {
-    clinics_ = ClinicsIn(txtDati.Text());
+    clinics_.clear();
+    Guarded([this] { clinics_ = OnServer() ? ClinicsOnServer(options_.odbcText) : ClinicsIn(txtDati.Text()); });
     std::vector<std::string> texts;
     for (const ClinicEntry& each : clinics_) {
         texts.push_back(std::to_string(each.number) + (each.name.empty() ? "" : " - " + each.name));
     }
     cboStudio.SetItems(std::move(texts));
     if (!clinics_.empty()) cboStudio.SetPosition(0);
-    cmdDemo.SetVisible(clinics_.empty());
+    cmdDemo.SetVisible(clinics_.empty() && !OnServer());
     cboStudio.SetEnabled(!clinics_.empty());
     for (const Component& each : kComponents) {
         Find(each.button)->SetEnabled(!clinics_.empty() && ClassOf(each.name).has_value());

@@ -25,6 +25,7 @@ private:
     void LayOut();
     void Wire();
     void Browse();
+    bool OnServer() const { return !options_.odbcText.empty(); }
     void ShowClinics();
     void MakeDemo();
     void OpenComponent(const std::string& component);

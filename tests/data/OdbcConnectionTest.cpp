@@ -3,12 +3,12 @@
 #include "data/ConnectionContract.h"
 #include "data/DatabaseFolder.h"
 #include "data/RowText.h"
-#include "host/tds/TdsServer.h"
 #include "platform/Error.h"
 #include "platform/data/odbc/ExactDecimal.h"
 #include "platform/data/odbc/OdbcConnection.h"
 #include "platform/data/odbc/OdbcError.h"
 #include "platform/data/odbc/SchemaQualifier.h"
+#include "tests/support/OdbcServerText.h"
 
 namespace vlm::data::testing {
 namespace {
@@ -35,17 +35,12 @@ private:
 class OdbcServer final : public ConnectionFixture {
 public:
     explicit OdbcServer(std::int64_t endAfterRows = 0)
-        : server(folder.Path().string(), {0, kUser, kPassword, endAfterRows}) {}
+        : server(folder.Path().string(), test::ServerOptions(endAfterRows)) {}
 
     void Run(const std::string& database, const std::string& sql) override { folder.Run(database, sql); }
     ConnectionPtr Connect() override { return OdbcConnection::Connect(Text()); }
-    std::string Text(const std::string& database = "Studio0012", const std::string& password = kPassword) const {
-        return "Driver={FreeTDS};Server=127.0.0.1;Port=" + std::to_string(server.Port()) +
-               ";TDS_Version=7.4;ClientCharset=UTF-8;Database=" + database + ";UID=" + kUser + ";PWD=" + password;
-    }
+    std::string Text() const { return test::OdbcServerText(server) + ";PWD=" + test::kServerPassword; }
 
-    static constexpr const char* kUser = "ospite";
-    static constexpr const char* kPassword = "segreta";
     DatabaseFolder folder;
     host::tds::TdsServer server;
 };

@@ -21,7 +21,7 @@ struct Start {
         options.clinic = clinic;
         options.user = "PROVA";
         frmStart start(toolkit, options, *Date::FromYmd(2011, 4, 10), [this](const HostOptions& chosen) {
-            opened.push_back(chosen.command + " " + std::to_string(chosen.clinic) + " " + chosen.dataFolder + " " +
+            opened.push_back(chosen.command + " " + std::to_string(chosen.clinic.value_or(0)) + " " + chosen.dataFolder + " " +
                              chosen.user);
             if (fails) throw Error("non si apre");
         });
