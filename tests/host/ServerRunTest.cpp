@@ -1,5 +1,6 @@
 #include <cstdlib>
 #include <gtest/gtest.h>
+#include <map>
 #include <sstream>
 
 #include "host/AslHost.h"
@@ -15,7 +16,6 @@ namespace {
 
 using Words = std::vector<std::string>;
 using test::TempFolder;
-using test::WriteBytes;
 
 /// A host with databases, a working folder and a folder for what is sent, which the words of a run name as "@".
 class Workplace {
@@ -39,17 +39,15 @@ public:
         return said;
     }
 
-    /// Every file that the runs have left, with its content.
-    std::string Files() const {
-        std::string all;
-        for (const char* place : {"lavoro", "invio"}) {
-            for (const std::string& name : test::NamesIn(folder_ / place)) {
-                all += std::string(place) + "/" + name + ":\n" + test::ReadBytes(folder_ / place + "/" + name);
-            }
+    /// What stands in a folder after the runs, but for the files whose names are made up anew each time.
+    std::map<std::string, std::string> Files(const std::string& place) const {
+        std::map<std::string, std::string> files;
+        for (const std::string& name : test::NamesIn(folder_.Path() / place)) {
+            const std::string path = folder_ / (place + "/" + name);
+            if (std::filesystem::is_regular_file(path)) files[name] = test::ReadBytes(path);
         }
-        return all;
+        return files;
     }
-    std::string operator/(const std::string& name) const { return folder_ / name; }
 
 private:
     static void Replace(std::string& text, const std::string& what, const std::string& with) {
@@ -122,9 +120,46 @@ TEST_F(ServerRun, EverythingGoesAsWithTheEmbeddedDatabases) {
     };
     const Workplace embedded({"--data", temp / "file"}), served(Server(server));
     for (const Words& run : runs) EXPECT_EQ(served.Play(run), embedded.Play(run)) << testing::PrintToString(run);
-    EXPECT_EQ(served.Files(), embedded.Files());
-    EXPECT_NE(served.Files().find("2010311M.txt"), std::string::npos);
+    EXPECT_EQ(served.Files("lavoro"), embedded.Files("lavoro"));
+    EXPECT_EQ(served.Files("invio"), embedded.Files("invio"));
+    EXPECT_EQ(served.Files("invio").size(), 6U);
     EXPECT_EQ(ChangedTables(temp / "server"), ChangedTables(temp / "file"));
+}
+
+TEST_F(ServerRun, AServerThatGoesAwayEndsTheRunAsAnErrorAndChangesNothing) {
+    const struct {
+        Words run;
+        std::int64_t rows;
+        std::size_t kept;  // files of what was written before, where the user expects that
+    } cases[] = {
+        {{"ASLExport", "cboBranca=1", "cboMese=3", "numAnno=2011", "txtPath=@/invio", "cmdConferma!"}, 100, 0},
+        {{"ASLExport", "optTipoExport=1", "cboBranca=1", "cboTrimestre=#0", "numAnnoTrimestre=2011", "txtPath=@/invio",
+          "cmdConferma!"},
+         20,
+         0},
+        {{"--clinic", "16", "ASLExport", "cboBranca=1", "cboMese=3", "numAnno=2011", "txtPath=@/invio", "cmdConferma!"},
+         100,
+         0},
+        {{"ExportProgetti", "cboStatoProgetto=#1", "cboDaTrimestre=#0", "cboATrimestre=#0", "numAnno=2011",
+          "txtPath=@/invio", "cmdConferma!"},
+         5,
+         1},
+        {{"ASLImportPatient", "cboASL=Elenco assistiti", "txtPath=" + temp / "file/Sorgenti/assistiti.txt",
+          "cmdElabora!", "cmdConferma!"},
+         100,
+         0},
+    };
+    const std::string before = ChangedTables(temp / "server");
+    for (const auto& each : cases) {
+        const tds::TdsServer server(temp / "server", test::ServerOptions(each.rows));
+        const Workplace served(Server(server));
+        const std::string said = served.Play(each.run);
+        EXPECT_NE(said.find("La connessione con il server di database è caduta"), std::string::npos) << said;
+        EXPECT_NE(said.find(R"("icon":"critical")"), std::string::npos) << said;
+        EXPECT_EQ(said.find("successo"), std::string::npos) << said;
+        EXPECT_EQ(served.Files("invio").size(), each.kept) << said;
+        EXPECT_EQ(ChangedTables(temp / "server"), before) << said;
+    }
 }
 
 }  // namespace

@@ -43,6 +43,7 @@ void OdbcRecordset::EndStatement() noexcept {
 void OdbcRecordset::ReadAhead() {
     try {
         if (rows_ != nullptr) {
+            static_cast<OdbcRows&>(*rows_).KeepTexts();
             std::unique_ptr<Recordset> rest = MemoryRecordset::CopyOf(*rows_);
             left_ = std::exchange(rows_, std::move(rest));
         }

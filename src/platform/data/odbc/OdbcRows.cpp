@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cstring>
+#include <utility>
 
 #include "platform/data/ColumnConversion.h"
 #include "platform/data/odbc/ExactDecimal.h"
@@ -86,6 +87,8 @@ void OdbcRows::Fetch() {
     }
     ReadUnbound();
 }
+
+void OdbcRows::KeepTexts() { handedOut_ = std::exchange(shown_, std::vector<Shown>(columns_.size())); }
 
 void OdbcRows::Close() noexcept {
     statement_.reset();

@@ -27,6 +27,9 @@ public:
     void MoveNext() override;
     void Close() noexcept override;
 
+    /// Texts handed out so far stay as they are however far the rows move, until these rows are gone.
+    void KeepTexts();
+
     bool IsNull(int ordinal) const override;
     std::string_view TextOf(int ordinal) const override;
     double NumberOf(int ordinal) const override;
@@ -69,6 +72,7 @@ private:
     SQLULEN row_ = 0;   // the current one among them
     std::uint64_t rowNumber_ = 0;
     mutable std::vector<Shown> shown_;  // by ordinal
+    std::vector<Shown> handedOut_;
 };
 
 }  // namespace vlm::data::odbc
