@@ -68,6 +68,12 @@ void ServerStatements::RunBatch(const Tokens& batch, Done what) {
     for (const Tokens& statement : SplitBatch(batch)) Run(statement, what);
 }
 
+void ServerStatements::Describe(const Tokens& batch) {
+    const std::vector<Tokens> statements = SplitBatch(batch);
+    if (statements.size() != 1 || !statements.front().front().IsWord("SELECT")) return;
+    rows_->Describe(*database_->Connection().Open(Sql(statements.front())));
+}
+
 void ServerStatements::Run(const Tokens& statement, Done what) {
     for (const Beginning& each : kBeginnings) {
         if (!statement.front().IsWord(each.first)) continue;
