@@ -27,11 +27,8 @@ public:
 private:
     const SqlToken& At(std::size_t ahead = 0) const { return tokens_[std::min(at_ + ahead, tokens_.size() - 1)]; }
 
-    /// A type's length stands close to it: "VARCHAR(30)".
     void Add(std::string_view text) {
-        const bool length = text == "(" && At(1).kind == SqlTokenKind::Number;
-        const bool close = length || text == ")" || text == "," || text_.empty() || text_.back() == '(';
-        if (!close) text_ += ' ';
+        if (!text_.empty()) text_ += ' ';
         text_ += text;
     }
 

@@ -169,7 +169,7 @@ TEST_F(TdsServerTest, NumbersErrorsAsTheServerThatItStandsFor) {
     EXPECT_EQ(Stored("SELECT ID FROM Prova"), "1");  // an error ends its batch
     folder.Run("Studio0012", "UPDATE Prova SET Nome = 'più di venti caratteri'");
     EXPECT_EQ(client.Run("SELECT Nome FROM Prova"),
-              "50000 Il valore della colonna Nome non sta nel tipo VARCHAR(20).");
+              "50000 Il valore della colonna Nome non sta nel suo tipo.");
 }
 
 TEST_F(TdsServerTest, LetsInWhoKnowsThePasswordOfADatabase) {
