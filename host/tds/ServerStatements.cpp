@@ -135,11 +135,8 @@ void ServerStatements::RunIf(const Tokens& statement, Done what) {
     const Tokens condition = Part(statement, 1, then);
     const std::vector<Tokens> branches = SplitBatch(Part(statement, then, statement.size() - 1));
     const bool holds = !database_->Connection().Open("SELECT 1 WHERE " + Sql(condition))->AtEnd();
-    if (holds) return Run(branches.front(), what);
-    if (branches.size() > 1 && branches[1].front().IsWord("ELSE")) {
-        return RunBatch(Part(branches[1], 1, branches[1].size() - 1), what);
-    }
-    writer_->Close(what);
+    const std::size_t branch = holds ? 0 : 2;  // ELSE stands between the two
+    branch < branches.size() ? Run(branches[branch], what) : writer_->Close(what);
 }
 
 void ServerStatements::RunQuery(const Tokens& statement, Done what) {

@@ -51,6 +51,14 @@ std::string OdbcClient::RunBound(const std::string& sql) {
     return Answers(SQL_SUCCEEDED(prepared) ? SQLExecute(statement_) : prepared);
 }
 
+int OdbcClient::PreparedColumns(const std::string& sql) {
+    SQLFreeStmt(statement_, SQL_CLOSE);
+    SQLPrepare(statement_, Text(sql), SQL_NTS);
+    SQLSMALLINT columns = -1;
+    SQLNumResultCols(statement_, &columns);
+    return columns;
+}
+
 /// Of a first statement that changed nothing the driver says "no data", too.
 std::string OdbcClient::Answers(SQLRETURN result) {
     std::string answers;

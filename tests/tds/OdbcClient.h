@@ -22,6 +22,8 @@ public:
     std::string Run(const std::string& sql);
     /// As Run, with parameters that were bound to `Statement`.
     std::string RunBound(const std::string& sql);
+    /// How many columns a statement will give, told before it runs.
+    int PreparedColumns(const std::string& sql);
     /// The columns that a statement gives, each as "Name type(size)".
     std::string Describe(const std::string& sql);
     void SetAutocommit(bool on);
