@@ -38,8 +38,7 @@ constexpr std::string_view kStoredAt(
     "asltds  ");
 
 [[noreturn]] void Refuse(const data::SqliteRecordset& rows, int ordinal) {
-    throw Error("Il valore della colonna " + std::string(rows.FieldName(ordinal)) + " non sta nel tipo " +
-                std::string(rows.DeclaredType(ordinal)) + ".");
+    throw Error("Il valore della colonna " + std::string(rows.FieldName(ordinal)) + " non sta nel suo tipo.");
 }
 
 /// The number in "VARCHAR(30)"; 0 when there is none.

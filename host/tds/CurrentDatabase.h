@@ -11,7 +11,7 @@ namespace vlm::host::tds {
 /// The database that one connection works in, and its transaction. The client is told of what changes.
 class CurrentDatabase {
 public:
-    CurrentDatabase(const ServedFolder& folder, TokenWriter& writer) : folder_(&folder), writer_(&writer) {}
+    CurrentDatabase(ServedFolder& folder, TokenWriter& writer) : folder_(&folder), writer_(&writer) {}
 
     /// Throws ServerError for a database that is not there, and while a transaction is open in another one.
     void Use(std::string_view name);
@@ -31,7 +31,7 @@ public:
     }
 
 private:
-    const ServedFolder* folder_;
+    ServedFolder* folder_;
     TokenWriter* writer_;
     std::string name_;
     data::ConnectionPtr connection_;  // gives up what is open when it goes

@@ -166,6 +166,9 @@ void RemoteCalls::ExecuteSql(const Call& call) {
 /// sp_prepare handle, definitions, statement
 void RemoteCalls::Prepare(const Call& call) {
     const int handle = Keep(call);
+    const Prepared& prepared = prepared_.at(handle);
+    const std::vector<Parameter> nulls(prepared.definitions.size());
+    statements_->Describe(WithParameters(prepared.statement, prepared.definitions, nulls));
     writer_->ReturnStatus(0);
     writer_->ReturnHandle(handle);
 }

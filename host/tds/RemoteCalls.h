@@ -23,8 +23,7 @@ struct Call {
 /// Runs procedures: those of the server itself by what they do, all others from the database.
 class RemoteCalls {
 public:
-    RemoteCalls(const ServedFolder& folder, CurrentDatabase& database, TokenWriter& writer,
-                ServerStatements& statements)
+    RemoteCalls(ServedFolder& folder, CurrentDatabase& database, TokenWriter& writer, ServerStatements& statements)
         : folder_(&folder), database_(&database), writer_(&writer), statements_(&statements) {}
 
     void Run(const Call& call);
@@ -54,7 +53,7 @@ private:
     void RunPrepared(int handle, const Call& call, std::size_t firstValue);
     void RunQuery(const Call& call, const std::string& sql);
 
-    const ServedFolder* folder_;
+    ServedFolder* folder_;
     CurrentDatabase* database_;
     TokenWriter* writer_;
     ServerStatements* statements_;

@@ -13,13 +13,23 @@ void RowSender::Send(data::Recordset& rows, Done what, bool counted) {
     } while (engineRows.NextRecordset());
 }
 
-std::int64_t RowSender::SendOne(data::SqliteRecordset& rows) {
+void RowSender::Describe(const data::Recordset& rows) {
+    SendColumns(dynamic_cast<const data::SqliteRecordset&>(rows));
+    writer_->Close(Done::InProcedure, kSelectCommand);
+}
+
+std::vector<ColumnFormat> RowSender::SendColumns(const data::SqliteRecordset& rows) {
     std::vector<ColumnFormat> columns;
     columns.reserve(static_cast<std::size_t>(rows.FieldCount()));
     for (int ordinal = 0; ordinal < rows.FieldCount(); ++ordinal) {
         columns.emplace_back(rows, ordinal, writer_->HasLargeTexts());
     }
     writer_->Columns(columns);
+    return columns;
+}
+
+std::int64_t RowSender::SendOne(data::SqliteRecordset& rows) {
+    const std::vector<ColumnFormat> columns = SendColumns(rows);
     std::int64_t count = 0;
     for (; !rows.AtEnd(); rows.MoveNext()) {
         writer_->Row(columns, rows);

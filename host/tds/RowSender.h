@@ -19,8 +19,11 @@ public:
 
     /// Every row set of a statement, each closed by `what`; `counted` tells how many rows it had.
     void Send(data::Recordset& rows, Done what, bool counted);
+    /// The columns of the first row set, as if it had no rows.
+    void Describe(const data::Recordset& rows);
 
 private:
+    std::vector<ColumnFormat> SendColumns(const data::SqliteRecordset& rows);
     std::int64_t SendOne(data::SqliteRecordset& rows);
 
     PacketStream* packets_;

@@ -24,22 +24,29 @@ ServedFolder::ServedFolder(const std::string& path) : path_(path) {
     std::error_code failure;
     if (!std::filesystem::is_directory(PathOf(path), failure)) throw Error("La cartella " + path + " non esiste.");
     if (Find(kMaster).empty()) Create(kMaster);
-    SetJournal("WAL");
+    for (const std::string& name : Names()) KeepOpen(name);
 }
 
-ServedFolder::~ServedFolder() { SetJournal("DELETE"); }
-
-/// A file that is no database, or is in use, keeps the journal that it has.
-void ServedFolder::SetJournal(const char* mode) const noexcept {
-    try {
-        for (const std::string& name : Names()) {
-            try {
-                Open(name)->Execute("PRAGMA journal_mode = " + std::string(mode));
-            } catch (const Error&) {
-                continue;
-            }
+ServedFolder::~ServedFolder() {
+    for (const auto& [name, connection] : kept_) {
+        try {
+            connection->Execute("PRAGMA journal_mode = DELETE");
+        } catch (const Error&) {  // another program has it open
+            continue;
         }
-    } catch (const std::exception&) {
+    }
+}
+
+/// A file that is no database, or is in use by another program, is served as it is.
+void ServedFolder::KeepOpen(const std::string& name) {
+    const std::lock_guard lock(mutex_);
+    if (kept_.contains(name)) return;
+    try {
+        data::ConnectionPtr connection = Connect(name);
+        connection->Execute("PRAGMA journal_mode = WAL");
+        connection->Execute("PRAGMA user_version");  // from its first read on the journal is held open
+        kept_[name] = std::move(connection);
+    } catch (const Error&) {
         return;
     }
 }
@@ -67,17 +74,22 @@ std::filesystem::path ServedFolder::FileOf(std::string_view name) const {
     return PathOf(path_) / PathOf(std::string(name) + std::string(kExtension));
 }
 
-data::ConnectionPtr ServedFolder::Open(std::string_view name) const {
-    const std::string known = Find(name);
-    if (known.empty()) {
-        throw ServerError(kUnknownDatabase, "Il database " + std::string(name) + " non esiste sul server.");
-    }
-    auto connection = std::make_shared<data::SqliteConnection>(path_, known, kBusyMilliseconds);
+data::ConnectionPtr ServedFolder::Connect(const std::string& name) const {
+    auto connection = std::make_shared<data::SqliteConnection>(path_, name, kBusyMilliseconds);
     connection->Execute("PRAGMA synchronous = NORMAL");
     return connection;
 }
 
-void ServedFolder::Create(std::string_view name) const {
+data::ConnectionPtr ServedFolder::Open(std::string_view name) {
+    const std::string known = Find(name);
+    if (known.empty()) {
+        throw ServerError(kUnknownDatabase, "Il database " + std::string(name) + " non esiste sul server.");
+    }
+    KeepOpen(known);
+    return Connect(known);
+}
+
+void ServedFolder::Create(std::string_view name) {
     const std::string shown(name);
     if (name.empty() || name.find_first_of("/\\:") != std::string_view::npos || name.starts_with('.')) {
         throw ServerError(kSyntaxError, "Il nome di database '" + shown + "' non è ammesso.", 15);
@@ -86,14 +98,16 @@ void ServedFolder::Create(std::string_view name) const {
     std::FILE* const file = std::fopen(FileOf(name).c_str(), "wbx");
     if (file == nullptr) throw ServerError(kOther, "Il database " + shown + " non si può creare.");
     std::fclose(file);
-    Open(name)->Execute("PRAGMA journal_mode = WAL");
+    KeepOpen(shown);
 }
 
-void ServedFolder::Drop(std::string_view name) const {
+void ServedFolder::Drop(std::string_view name) {
     const std::string known = Find(name);
     if (known.empty() || known == kMaster) {
         throw ServerError(kDropUnknown, "Il database " + std::string(name) + " non si può eliminare.");
     }
+    const std::lock_guard lock(mutex_);
+    kept_.erase(known);
     std::error_code failure;
     std::filesystem::remove(FileOf(known), failure);
     for (const char* companion : {"-wal", "-shm", "-journal"}) {

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <filesystem>
+#include <map>
+#include <mutex>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -25,17 +27,21 @@ public:
     /// The name as its file has it; "" for a database that is not there. Names compare without regard to case.
     std::string Find(std::string_view name) const;
     /// Throws ServerError for one that is not there.
-    data::ConnectionPtr Open(std::string_view name) const;
+    data::ConnectionPtr Open(std::string_view name);
 
     /// Throw ServerError for one that is there already, one that is not there, a name that cannot be, "master".
-    void Create(std::string_view name) const;
-    void Drop(std::string_view name) const;
+    void Create(std::string_view name);
+    void Drop(std::string_view name);
 
 private:
     std::filesystem::path FileOf(std::string_view name) const;
-    void SetJournal(const char* mode) const noexcept;
+    data::ConnectionPtr Connect(const std::string& name) const;
+    void KeepOpen(const std::string& name);
 
     std::string path_;
+    std::mutex mutex_;  // of what follows
+    /// One connection to each database that was asked for, so that the last client's end does not lock its file.
+    std::map<std::string, data::ConnectionPtr> kept_;
 };
 
 }  // namespace vlm::host::tds

@@ -45,6 +45,7 @@ ServerError ServerError::From(const Error& error) {
     if (const auto* own = dynamic_cast<const ServerError*>(&error)) return *own;
     const std::string text = error.what();
     for (const KnownCode& known : kCodes) {
+        if (error.Source() != "SQLite") break;
         if (error.Number() == known.code || (error.Number() & 0xFF) == known.code) {
             return {known.number, text, known.severity};
         }

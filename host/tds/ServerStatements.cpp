@@ -68,6 +68,12 @@ void ServerStatements::RunBatch(const Tokens& batch, Done what) {
     for (const Tokens& statement : SplitBatch(batch)) Run(statement, what);
 }
 
+void ServerStatements::Describe(const Tokens& batch) {
+    const std::vector<Tokens> statements = SplitBatch(batch);
+    if (statements.size() != 1 || !statements.front().front().IsWord("SELECT")) return;
+    rows_->Describe(*database_->Connection().Open(Sql(statements.front())));
+}
+
 void ServerStatements::Run(const Tokens& statement, Done what) {
     for (const Beginning& each : kBeginnings) {
         if (!statement.front().IsWord(each.first)) continue;
@@ -129,11 +135,8 @@ void ServerStatements::RunIf(const Tokens& statement, Done what) {
     const Tokens condition = Part(statement, 1, then);
     const std::vector<Tokens> branches = SplitBatch(Part(statement, then, statement.size() - 1));
     const bool holds = !database_->Connection().Open("SELECT 1 WHERE " + Sql(condition))->AtEnd();
-    if (holds) return Run(branches.front(), what);
-    if (branches.size() > 1 && branches[1].front().IsWord("ELSE")) {
-        return RunBatch(Part(branches[1], 1, branches[1].size() - 1), what);
-    }
-    writer_->Close(what);
+    const std::size_t branch = holds ? 0 : 2;  // ELSE stands between the two
+    branch < branches.size() ? Run(branches[branch], what) : writer_->Close(what);
 }
 
 void ServerStatements::RunQuery(const Tokens& statement, Done what) {

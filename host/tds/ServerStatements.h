@@ -11,7 +11,7 @@ class RemoteCalls;
 /// Runs statements: those of the server itself here, those on data in the current database.
 class ServerStatements {
 public:
-    ServerStatements(const ServedFolder& folder, CurrentDatabase& database, TokenWriter& writer, RowSender& rows)
+    ServerStatements(ServedFolder& folder, CurrentDatabase& database, TokenWriter& writer, RowSender& rows)
         : folder_(&folder), database_(&database), writer_(&writer), rows_(&rows) {}
 
     /// Who runs the procedures that statements call.
@@ -19,6 +19,8 @@ public:
 
     /// Every statement of a batch, each closed by `what`. The first error ends the batch. Throws vlm::Error.
     void RunBatch(const Tokens& batch, Done what);
+    /// What columns a batch gives that is one query; nothing for any other.
+    void Describe(const Tokens& batch);
     /// A procedure of the clinic's database; its row sets are closed as parts of it.
     void RunProcedure(data::Connection& connection, const std::string& call);
 
@@ -50,7 +52,7 @@ private:
 
     std::string Sql(const Tokens& statement) const;
 
-    const ServedFolder* folder_;
+    ServedFolder* folder_;
     CurrentDatabase* database_;
     TokenWriter* writer_;
     RowSender* rows_;

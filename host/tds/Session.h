@@ -13,7 +13,7 @@ namespace vlm::host::tds {
 
 /// What a connection needs of its server. `user` empty: everybody may come.
 struct SessionSetup {
-    const ServedFolder& folder;
+    ServedFolder& folder;
     std::string user, password;
     std::int64_t endAfterRows = 0;  // see RowSender
     std::function<void()> goAway;

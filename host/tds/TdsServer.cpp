@@ -5,7 +5,7 @@ namespace vlm::host::tds {
 TdsServer::TdsServer(const std::string& folder, const Options& options)
     : folder_(folder),
       listener_(Socket::Listen(options.port)),
-      setup_{folder_, options.user, options.password, options.endAfterRows, [this] { GoAway(); }} {
+      setup_{folder_, options.user, options.password, options.endAfterRows, {}} {
     accepting_ = std::thread([this] { AcceptClients(); });
 }
 
@@ -15,11 +15,14 @@ TdsServer::~TdsServer() {
     for (Client& client : clients_) client.thread.join();
 }
 
-void TdsServer::GoAway() noexcept {
+void TdsServer::BreakOff(Socket* last) noexcept {
     const std::lock_guard lock(mutex_);
     gone_ = true;
     listener_.Shutdown();
-    for (Client& client : clients_) client.socket.Shutdown();
+    for (Client& client : clients_) {
+        if (&client.socket != last) client.socket.Shutdown();
+    }
+    if (last != nullptr) last->Shutdown();
 }
 
 void TdsServer::AcceptClients() {
@@ -29,10 +32,11 @@ void TdsServer::AcceptClients() {
 void TdsServer::Start(int handle) {
     const std::lock_guard lock(mutex_);
     ForgetEnded();
-    Client& client = clients_.emplace_back(handle);
+    Client& client = clients_.emplace_back(handle, setup_);
+    client.setup.goAway = [this, &client] { BreakOff(&client.socket); };
     if (gone_) client.socket.Shutdown();
-    client.thread = std::thread([this, &client] {
-        Session(setup_, client.socket).Run();
+    client.thread = std::thread([&client] {
+        Session(client.setup, client.socket).Run();
         client.socket.Shutdown();
         client.ended = true;
     });

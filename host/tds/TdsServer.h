@@ -34,15 +34,18 @@ public:
 
     int Port() const { return listener_.Port(); }
     /// Breaks every connection off and accepts no more. Any thread may call it.
-    void GoAway() noexcept;
+    void GoAway() noexcept { BreakOff(nullptr); }
 
 private:
     struct Client {
-        explicit Client(int handle) : socket(handle) {}
+        Client(int handle, const SessionSetup& settings) : socket(handle), setup(settings) {}
         Socket socket;
+        SessionSetup setup;
         std::thread thread;
         std::atomic<bool> ended = false;
     };
+    /// `last` is told at last, so that its client finds the others gone.
+    void BreakOff(Socket* last) noexcept;
     void AcceptClients();
     void Start(int handle);
     void ForgetEnded();

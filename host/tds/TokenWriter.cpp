@@ -1,6 +1,7 @@
 #include "host/tds/TokenWriter.h"
 
 #include "host/tds/LoginRequest.h"
+#include "platform/text/Utf8.h"
 
 namespace vlm::host::tds {
 
@@ -22,6 +23,7 @@ enum Status { kMore = 1, kError = 2, kCount = 0x10, kAttention = 0x20 };
 constexpr int kIntN = 0x26;
 constexpr std::string_view kProduct = "Microsoft SQL Server";
 constexpr std::string_view kServer = "asltds";
+constexpr std::size_t kLongestText = 2048;             // characters of an error's text
 constexpr std::uint64_t kProductVersion = 0xD007000F;  // 15.0.2000
 
 }  // namespace
@@ -107,7 +109,7 @@ void TokenWriter::Failed(const ServerError& error) {
     token_.Add(static_cast<std::uint64_t>(error.Number()), 4);
     token_.Add(1, 1);  // state
     token_.Add(error.Severity(), 1);
-    token_.AddCounted(error.what(), 2);
+    token_.AddCounted(text::Left(error.what(), kLongestText), 2);
     token_.AddCounted(kServer, 1);
     token_.AddCounted("", 1);  // procedure
     token_.Add(1, HasLargeTexts() ? 4 : 2);
