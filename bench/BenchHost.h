@@ -11,12 +11,16 @@
 
 namespace vlm::bench {
 
-/// A library over the databases in a folder, with nobody who watches: a question is answered No.
+inline data::ConnectionPtr OpenStudio(const std::string& folder) {
+    return data::SqliteConnection::Connect("Provider=SQLite;Data Source=" + folder + ";Initial Catalog=Studio0012");
+}
+
+/// A library that works in a folder, with nobody who watches: a question is answered No.
 class BenchHost {
 public:
-    explicit BenchHost(const std::string& folder) : utility_(folder + "/work") {
-        library.SetConnection(
-            data::SqliteConnection::Connect("Provider=SQLite;Data Source=" + folder + ";Initial Catalog=Studio0012"));
+    explicit BenchHost(const std::string& folder) : BenchHost(folder, OpenStudio(folder)) {}
+    BenchHost(const std::string& folder, data::ConnectionPtr connection) : utility_(folder + "/work") {
+        library.SetConnection(std::move(connection));
     }
 
 private:

@@ -1,6 +1,7 @@
 #include "Measure.h"
 
 #include <algorithm>
+#include <chrono>
 #include <cstdlib>
 #include <iostream>
 #include <sys/resource.h>
@@ -10,6 +11,7 @@
 namespace vlm::bench {
 
 Measured Measure(const char* program, const std::string& task, const std::string& folder) {
+    const auto start = std::chrono::steady_clock::now();
     const pid_t child = ::fork();
     if (child == 0) {
         ::execl(program, program, task.c_str(), folder.c_str(), nullptr);
@@ -21,10 +23,12 @@ Measured Measure(const char* program, const std::string& task, const std::string
         std::cerr << task << " failed\n";
         std::exit(1);
     }
+    const std::chrono::duration<double> elapsed = std::chrono::steady_clock::now() - start;
     const auto seconds = [](const timeval& time) {
         return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_usec) / 1e6;
     };
-    return {seconds(usage.ru_utime) + seconds(usage.ru_stime), static_cast<double>(usage.ru_maxrss) / 1024.0};
+    return {seconds(usage.ru_utime) + seconds(usage.ru_stime), elapsed.count(),
+            static_cast<double>(usage.ru_maxrss) / 1024.0};
 }
 
 double Median(std::vector<double> values) {

@@ -8,6 +8,7 @@ namespace vlm::bench {
 
 struct Measured {
     double cpuSeconds;
+    double seconds;
     double peakMiB;
 };
 

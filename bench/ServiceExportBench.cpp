@@ -11,9 +11,7 @@
 #include "BareLoop.h"
 #include "BenchHost.h"
 #include "Measure.h"
-#include "export/ASLExport.h"
-#include "host/DemoClinic.h"
-#include "regions/sicilia/ASLExportSicilia.h"
+#include "ServiceRun.h"
 
 namespace {
 
@@ -25,31 +23,14 @@ using bench::Median;
 
 constexpr int kRounds = 5;
 
-/// A simulation, so that every round finds the same services unsent; marking is measured apart.
-bool RunExport(const std::string& folder, bool simulation) {
-    bench::BenchHost host(folder);
-    ASLExport component(host.library, [&](std::int32_t) { return std::make_unique<ASLExportSicilia>(host.library); });
-    component.Filter.periodo = 3;
-    component.Filter.anno = 2011;
-    component.Filter.includiPrecedenti = true;
-    return component.Export(folder + "/out", ttM, simulation) == static_cast<int>(ExportOutcome::FileProduced);
-}
-
-/// The number of services is the folder's name.
-int Prepare(const fs::path& folder) {
-    if (fs::exists(folder / "Aldra.sqlite")) return 0;
-    fs::create_directories(folder / "work");
-    fs::create_directories(folder / "out");
-    host::DemoOptions options;
-    options.serviceRows = std::stoll(folder.filename().string());
-    host::CreateDemo(folder, *Date::FromYmd(2011, 4, 10), options);
-    return 0;
-}
-
 int RunTask(const std::string& task, const std::string& folder) {
-    if (task == "prepare") return Prepare(folder);
-    if (task == "run") return RunExport(folder, true) ? 0 : 1;
-    if (task == "mark") return RunExport(folder, false) ? 0 : 1;
+    if (task == "prepare") {
+        bench::PrepareServices(folder, std::stoll(fs::path(folder).filename().string()));  // the folder says how many
+        return 0;
+    }
+    if (task == "run" || task == "mark") {
+        return bench::RunServices(bench::OpenStudio(folder), folder, task == "run");
+    }
     return bench::StepServices(folder, task == "tuned") > 0 ? 0 : 1;
 }
 

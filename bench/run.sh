@@ -4,4 +4,5 @@ set -e
 build=$1
 mkdir -p "$build/bench-data"
 "$build/service_export_bench" "$build/bench-data"
+"$build/odbc_export_bench" "$build/bench-data"
 "$build/import_bench" "$build/bench-data/import"

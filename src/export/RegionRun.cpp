@@ -35,12 +35,12 @@ void RegionRun::WriteAnomalies(std::string_view text) {
 }
 
 void RegionRun::Produce() {
+    Prepare();
     const data::RecordsetPtr rows = component_.OpenPrestazioni(rules_.quarterly);
     if (rows->AtEnd()) {
         outcome_ = ExportOutcome::NoData;
         return;
     }
-    Prepare();
     const std::string workFolder = component_.Lib().Utility().WorkFolder();
     data_.Open(PathCombine(workFolder, FileName(false)));
     report_.Open(PathCombine(workFolder, FileName(true)));

@@ -36,7 +36,8 @@ public:
     ExportOutcome Execute();
 
 protected:
-    /// Called once there are rows, before the files are named.
+    /// Looks up what the run needs of the clinic. Before the selection is opened: a server's connection carries one
+    /// statement, and a look-up in between would have it take all rows into memory.
     virtual void Prepare() {}
     virtual std::string FileName(bool anomalies) const = 0;
     /// The row set stands on its first row.

@@ -36,6 +36,14 @@ std::basic_string<Unit> ToUtf16(std::string_view utf8) {
 template <typename Unit>
 void AppendFromUtf16(std::basic_string_view<Unit> wide, std::string& utf8) {
     static_assert(sizeof(Unit) == 2);
+    char16_t bits = 0;
+    for (const Unit unit : wide) bits |= static_cast<char16_t>(unit);
+    if (bits < 0x80) {  // ASCII, as nearly all texts of a database are
+        const std::size_t before = utf8.size();
+        utf8.resize(before + wide.size());
+        for (std::size_t i = 0; i < wide.size(); ++i) utf8[before + i] = static_cast<char>(wide[i]);
+        return;
+    }
     for (std::size_t i = 0; i < wide.size(); ++i) {
         const char32_t unit = static_cast<char16_t>(wide[i]);
         if (unit < 0x80) {

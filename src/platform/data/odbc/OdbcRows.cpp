@@ -134,12 +134,9 @@ SQLLEN& OdbcRows::Length(std::size_t ordinal) {
                                       Aligned(sizeof(SQLLEN)));
 }
 
-const OdbcColumn& OdbcRows::Cell(int ordinal) const {
+void OdbcRows::RefuseCell(int ordinal) const {
     if (AtEnd()) throw Error("Non c'è una riga corrente da leggere.");
-    if (ordinal < 0 || ordinal >= FieldCount()) {
-        throw Error("La colonna numero " + std::to_string(ordinal) + " non esiste nelle righe lette.");
-    }
-    return columns_[static_cast<std::size_t>(ordinal)];
+    throw Error("La colonna numero " + std::to_string(ordinal) + " non esiste nelle righe lette.");
 }
 
 const char* OdbcRows::Content(const OdbcColumn& column) const {
@@ -153,11 +150,13 @@ T OdbcRows::Load(const OdbcColumn& column) const {
     return value;
 }
 
-bool OdbcRows::IsNull(int ordinal) const {
+SQLLEN OdbcRows::LengthOf(const OdbcColumn& column) const {
     SQLLEN length = 0;
-    std::memcpy(&length, Content(Cell(ordinal)) - Aligned(sizeof(SQLLEN)), sizeof length);
-    return length == SQL_NULL_DATA;
+    std::memcpy(&length, Content(column) - Aligned(sizeof(SQLLEN)), sizeof length);
+    return length;
 }
+
+bool OdbcRows::IsNull(int ordinal) const { return IsNull(Cell(ordinal)); }
 
 std::string_view OdbcRows::Digits(const OdbcColumn& column) const { return Content(column); }
 
@@ -165,8 +164,7 @@ std::string_view OdbcRows::Digits(const OdbcColumn& column) const { return Conte
 std::string_view OdbcRows::WideCell(int ordinal, const OdbcColumn& column) const {
     Shown& shown = shown_[static_cast<std::size_t>(ordinal)];
     if (shown.row == rowNumber_) return shown.text;
-    SQLLEN bytes = 0;
-    std::memcpy(&bytes, Content(column) - Aligned(sizeof(SQLLEN)), sizeof bytes);
+    const SQLLEN bytes = LengthOf(column);
     if (bytes == SQL_NO_TOTAL || bytes > static_cast<SQLLEN>(column.width - sizeof(SQLWCHAR))) {
         throw Error("Il testo della colonna " + column.name + " è più lungo di quanto il database dichiara.");
     }
@@ -194,7 +192,7 @@ Date OdbcRows::DateAt(const OdbcColumn& column) const {
 
 Value OdbcRows::ValueOf(int ordinal) const {
     const OdbcColumn& column = Cell(ordinal);
-    if (IsNull(ordinal)) return {};
+    if (IsNull(column)) return {};
     switch (column.kind) {
         case CellKind::Boolean:
             return Load<SQLCHAR>(column) != 0;
@@ -218,7 +216,7 @@ Value OdbcRows::ValueOf(int ordinal) const {
 
 std::string_view OdbcRows::TextOf(int ordinal) const {
     const OdbcColumn& column = Cell(ordinal);
-    if (IsNull(ordinal)) return {};
+    if (IsNull(column)) return {};
     if (column.kind == CellKind::Text) return WideCell(ordinal, column);
     Shown& shown = shown_[static_cast<std::size_t>(ordinal)];
     if (shown.row != rowNumber_) shown.text = data::TextOf(ValueOf(ordinal));
@@ -226,36 +224,53 @@ std::string_view OdbcRows::TextOf(int ordinal) const {
     return shown.text;
 }
 
+std::optional<std::int64_t> OdbcRows::WholeCell(const OdbcColumn& column) const {
+    switch (column.kind) {
+        case CellKind::Short:
+            return Load<SQLSMALLINT>(column);
+        case CellKind::Integer:
+            return Load<SQLINTEGER>(column);
+        case CellKind::Big:
+            return Load<SQLBIGINT>(column);
+        default:
+            return std::nullopt;
+    }
+}
+
 double OdbcRows::NumberOf(int ordinal) const {
     const OdbcColumn& column = Cell(ordinal);
+    if (IsNull(column)) return 0;
+    if (const auto whole = WholeCell(column)) return static_cast<double>(*whole);
     if (column.kind != CellKind::Text) return data::NumberOf(ValueOf(ordinal));
-    return IsNull(ordinal) ? 0 : text::ParseNumber(WideCell(ordinal, column)).value_or(0);
+    return text::ParseNumber(WideCell(ordinal, column)).value_or(0);
 }
 
 std::int64_t OdbcRows::IntegerOf(int ordinal) const {
     const OdbcColumn& column = Cell(ordinal);
-    if (IsNull(ordinal)) return 0;
+    if (IsNull(column)) return 0;
+    if (const auto whole = WholeCell(column)) return *whole;
     if (column.kind == CellKind::Text) return ColumnInteger(WideCell(ordinal, column), column.name);
     return ColumnInteger(ValueOf(ordinal), column.name);
 }
 
 Currency OdbcRows::AmountOf(int ordinal) const {
     const OdbcColumn& column = Cell(ordinal);
-    if (IsNull(ordinal)) return {};
+    if (IsNull(column)) return {};
+    if (column.kind == CellKind::Decimal) return ExactDecimal(Digits(column), column.name);
     if (column.kind == CellKind::Text) return ColumnAmount(WideCell(ordinal, column), column.name);
     return data::AmountOf(ValueOf(ordinal), column.name);
 }
 
 std::optional<Date> OdbcRows::DateOf(int ordinal) const {
     const OdbcColumn& column = Cell(ordinal);
-    if (IsNull(ordinal)) return std::nullopt;
+    if (IsNull(column)) return std::nullopt;
     if (column.kind == CellKind::Text) return ColumnDate(WideCell(ordinal, column), column.name);
     return data::DateOf(ValueOf(ordinal), column.name);
 }
 
 std::optional<Date::Civil> OdbcRows::CivilOf(int ordinal) const {
     const OdbcColumn& column = Cell(ordinal);
-    if (column.kind != CellKind::Moment || IsNull(ordinal)) return Recordset::CivilOf(ordinal);
+    if (column.kind != CellKind::Moment || IsNull(column)) return Recordset::CivilOf(ordinal);
     return Moment(column);
 }
 

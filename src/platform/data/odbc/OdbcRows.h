@@ -53,8 +53,16 @@ private:
     void ReadUnbounded(std::size_t ordinal);
     SQLLEN& Length(std::size_t ordinal);
 
-    const OdbcColumn& Cell(int ordinal) const;
+    const OdbcColumn& Cell(int ordinal) const {
+        if (row_ == rows_ || ordinal < 0 || ordinal >= FieldCount()) RefuseCell(ordinal);
+        return columns_[static_cast<std::size_t>(ordinal)];
+    }
+    [[noreturn]] void RefuseCell(int ordinal) const;
     const char* Content(const OdbcColumn& column) const;
+    SQLLEN LengthOf(const OdbcColumn& column) const;
+    bool IsNull(const OdbcColumn& column) const { return LengthOf(column) == SQL_NULL_DATA; }
+    /// Nothing for a column of another kind.
+    std::optional<std::int64_t> WholeCell(const OdbcColumn& column) const;
     template <typename T>
     T Load(const OdbcColumn& column) const;
     std::string_view Digits(const OdbcColumn& column) const;
