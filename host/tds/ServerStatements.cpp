@@ -60,6 +60,7 @@ const ServerStatements::Beginning ServerStatements::kBeginnings[] = {
     {"CREATE", "", &ServerStatements::RunDefinition},
     {"DROP", "", &ServerStatements::RunDefinition},
     {"ALTER", "TABLE", &ServerStatements::RunDefinition},
+    {"ALTER", "DATABASE", &ServerStatements::AlterDatabase},
     {"EXEC", "", &ServerStatements::RunCall},
     {"EXECUTE", "", &ServerStatements::RunCall},
 };
@@ -177,6 +178,17 @@ void ServerStatements::DropDatabase(const Tokens& statement, Done what) {
         throw ServerError(kDropUnknown, "Il database " + name + " è in uso e non si può eliminare.");
     }
     if (!mayBeMissing || !folder_->Find(name).empty()) folder_->Drop(name);
+    writer_->Close(what);
+}
+
+/// Options of a database are accepted and change nothing here: every one can be eliminated whoever uses it.
+void ServerStatements::AlterDatabase(const Tokens& statement, Done what) {
+    SqlCursor cursor(statement);
+    cursor.Take();
+    cursor.Take();
+    const std::string name = TakeName(cursor);
+    cursor.ExpectWord("SET");
+    if (folder_->Find(name).empty()) throw ServerError(kUnknownDatabase, "Il database " + name + " non esiste.");
     writer_->Close(what);
 }
 

@@ -46,6 +46,7 @@ private:
     void RunDefinition(const Tokens& statement, Done what);
     void CreateDatabase(const Tokens& statement, Done what);
     void DropDatabase(const Tokens& statement, Done what);
+    void AlterDatabase(const Tokens& statement, Done what);
     void CreateProcedure(const Tokens& statement, Done what);
     void DropProcedure(const Tokens& statement, Done what);
     void RunCall(const Tokens& statement, Done what);

@@ -90,7 +90,8 @@ private:
     bool Continues(std::size_t start, std::size_t at) const {
         const SqlToken& before = At(at - 1);
         if (At(at).IsWord("SELECT")) return before.IsAnyWord({"UNION", "ALL", "EXCEPT", "INTERSECT"});
-        if (At(at).IsWord("SET")) return At(start).IsWord("UPDATE");
+        if (At(at).IsWord("SET")) return At(start).IsAnyWord({"UPDATE", "ALTER"});
+        if (At(at).IsWord("ROLLBACK")) return before.IsWord("WITH");
         if (At(at).IsWord("IF")) return At(start).IsWord("DROP");
         return false;
     }
