@@ -10,7 +10,7 @@ namespace {
 
 constexpr std::size_t kHeader = 8;
 constexpr std::size_t kBlock = 32 * 1024;  // sent at once
-constexpr std::size_t kLongestMessage = 64 * 1024 * 1024;
+constexpr std::size_t kLongestMessage = 16 * 1024 * 1024;
 constexpr std::uint8_t kLast = 1;
 
 std::size_t LengthIn(const char* header) {

@@ -2,12 +2,21 @@
 
 #include <algorithm>
 
+#include "platform/Error.h"
+
 namespace vlm::host::tds {
 
 namespace {
 
 using data::SqlToken;
 using data::SqlTokenKind;
+
+/// How many statements may hold one another, so that no batch can exhaust the stack.
+constexpr int kDeepest = 30;
+
+void CheckDepth(int depth) {
+    if (depth > kDeepest) throw Error("Istruzione SQL troppo annidata.");
+}
 
 bool BeginsTransaction(const SqlToken& after) { return after.IsAnyWord({"TRAN", "TRANSACTION"}); }
 
@@ -33,10 +42,11 @@ private:
     const SqlToken& At(std::size_t at) const { return batch_[std::min(at, batch_.size() - 1)]; }
     bool IsEnd(std::size_t at) const { return At(at).kind == SqlTokenKind::End; }
 
-    std::size_t EndOf(std::size_t start) const {
+    std::size_t EndOf(std::size_t start, int depth = 0) const {
+        CheckDepth(depth);
         if (IsEnd(start)) return start;
         const SqlToken& first = At(start);
-        if (first.IsWord("IF")) return EndOfIf(start);
+        if (first.IsWord("IF")) return EndOfIf(start, depth + 1);
         if (first.IsWord("BEGIN") && !BeginsTransaction(At(start + 1))) return EndOfBlock(start);
         if (first.IsWord("CREATE") && TakesTheRest(start)) return batch_.size() - 1;
         return EndOfPlain(start);
@@ -48,17 +58,17 @@ private:
         return At(at).IsAnyWord({"VIEW", "PROCEDURE", "PROC"});
     }
 
-    std::size_t EndOfIf(std::size_t start) const {
-        std::size_t end = EndOf(EndOfPlain(start));
+    std::size_t EndOfIf(std::size_t start, int depth) const {
+        std::size_t end = EndOf(EndOfPlain(start), depth);
         if (At(end).IsSymbol(";") && At(end + 1).IsWord("ELSE")) ++end;
-        return At(end).IsWord("ELSE") ? EndOf(end + 1) : end;
+        return At(end).IsWord("ELSE") ? EndOf(end + 1, depth) : end;
     }
 
     std::size_t EndOfBlock(std::size_t start) const {
         int depth = 0;
         for (std::size_t at = start; !IsEnd(at); ++at) {
             const bool opens = At(at).IsWord("BEGIN") && !BeginsTransaction(At(at + 1));
-            if (opens || At(at).IsWord("CASE")) ++depth;
+            if (opens || At(at).IsWord("CASE")) CheckDepth(++depth);
             if (At(at).IsWord("END") && --depth == 0) return at + 1;
         }
         data::RefuseSql("BEGIN");

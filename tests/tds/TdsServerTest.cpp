@@ -171,6 +171,11 @@ TEST_F(TdsServerTest, NumbersErrorsAsTheServerThatItStandsFor) {
         const std::string answer = client.Run(each.sql);
         EXPECT_EQ(answer.substr(0, std::string(each.answer).size()), each.answer) << each.sql << ": " << answer;
     }
+    for (const char* word : {"IF 1 = 1 ", "BEGIN "}) {
+        std::string nested;
+        for (int depth = 0; depth < 50'000; ++depth) nested += word;
+        EXPECT_EQ(client.Run(nested + "SELECT 1"), "102 Istruzione SQL troppo annidata.");
+    }
     EXPECT_EQ(Stored("SELECT ID FROM Prova"), "1");  // an error ends its batch
     folder.Run("Studio0012", "UPDATE Prova SET Nome = 'più di venti caratteri'");
     EXPECT_EQ(client.Run("SELECT Nome FROM Prova"), "50000 Il valore della colonna Nome non sta nel suo tipo.");
