@@ -17,7 +17,9 @@ namespace {
 constexpr int kWaiting = 64;  // connections that nobody has accepted yet
 
 int Fail(int handle, int port) {
-    const std::string reason = std::strerror(errno);
+    const std::string reason = errno == EADDRINUSE ? "è già in uso"
+                               : errno == EACCES   ? "è riservata al sistema"
+                                                   : std::strerror(errno);
     if (handle >= 0) ::close(handle);
     throw Error("La porta " + std::to_string(port) + " non si può aprire: " + reason + ".");
 }

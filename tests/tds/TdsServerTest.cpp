@@ -276,6 +276,8 @@ TEST_F(TdsServerTest, EndsWhatIsOpenAndLeavesPlainFiles) {
     EXPECT_EQ(Stored("SELECT COUNT(*) FROM Prova"), "0");
     EXPECT_EQ(Stored("PRAGMA journal_mode"), "delete");
     EXPECT_THROW(TdsServer((folder.Path() / "Assente").string(), {}), Error);
+    Start();
+    EXPECT_THROW(TdsServer(folder.Path().string(), {.port = server->Port(), .user = {}, .password = {}}), Error);
 }
 
 }  // namespace
