@@ -2,7 +2,7 @@
 
 JOBS ?= $(shell nproc)
 PACKAGES := g++ cmake ninja-build libsqlite3-dev nlohmann-json3-dev libzip-dev libpugixml-dev libgtest-dev libbenchmark-dev \
-  unixodbc-dev tdsodbc qt6-base-dev xvfb xauth fonts-dejavu-core
+  unixodbc-dev tdsodbc libsqliteodbc qt6-base-dev xvfb xauth fonts-dejavu-core
 PACKAGES_WINDOWS := g++-mingw-w64-x86-64-posix g++-mingw-w64-i686-posix mingw-w64-tools wine wine64 libwine-dev \
   googletest locales
 FUZZ_PACKAGES := clang libclang-rt-dev

@@ -17,13 +17,10 @@ namespace {
 constexpr std::string_view kPrefix = "Studio";
 constexpr std::size_t kDigits = 4;
 
-/// 0 for a file that is no clinic's database.
-int ClinicOf(const fs::path& file) {
-    const std::string stem = file.stem().string();
-    if (file.extension() != ".sqlite" || stem.size() != kPrefix.size() + kDigits || !stem.starts_with(kPrefix)) {
-        return 0;
-    }
-    return static_cast<int>(text::LeadingInteger(std::string_view(stem).substr(kPrefix.size())));
+/// 0 for a database that is no clinic's.
+int ClinicOf(const std::string& database) {
+    if (database.size() != kPrefix.size() + kDigits || !database.starts_with(kPrefix)) return 0;
+    return static_cast<int>(text::LeadingInteger(std::string_view(database).substr(kPrefix.size())));
 }
 
 data::ConnectionPtr OpenFolder(const std::string& dataFolder, int clinic) {
@@ -53,12 +50,17 @@ std::string NameOf(const std::string& dataFolder, int clinic) {
 
 std::string ClinicDatabaseName(int clinic) { return std::string(kPrefix) + text::FormatZeros(clinic, kDigits); }
 
+int ChosenClinic(const HostOptions& options) {
+    if (options.clinic) return *options.clinic;
+    const int named = options.odbcText.empty() ? 0 : ClinicOf(DatabaseOf(options.odbcText));
+    return named == 0 ? kUsualClinic : named;
+}
+
 /// On a server the clinic that was asked for counts before the one that the text names.
 data::ConnectionPtr OpenClinic(const HostOptions& options) {
-    const int clinic = options.clinic.value_or(kUsualClinic);
-    if (options.odbcText.empty()) return OpenFolder(options.dataFolder, clinic);
-    const bool named = !options.clinic && NamesDatabase(options.odbcText);
-    return OpenOdbc(options.odbcText, named ? std::string() : ClinicDatabaseName(clinic));
+    if (options.odbcText.empty()) return OpenFolder(options.dataFolder, ChosenClinic(options));
+    const bool named = !options.clinic && !DatabaseOf(options.odbcText).empty();
+    return OpenOdbc(options.odbcText, named ? std::string() : ClinicDatabaseName(ChosenClinic(options)));
 }
 
 std::vector<ClinicEntry> ClinicsOnServer(const std::string& odbcText) {
@@ -76,7 +78,8 @@ std::vector<ClinicEntry> ClinicsIn(const std::string& dataFolder) {
     std::vector<ClinicEntry> clinics;
     std::error_code error;
     for (const fs::directory_entry& file : fs::directory_iterator(dataFolder, error)) {
-        if (const int number = ClinicOf(file.path())) clinics.push_back({number, NameOf(dataFolder, number)});
+        if (const int number = file.path().extension() == ".sqlite" ? ClinicOf(file.path().stem().string()) : 0)
+            clinics.push_back({number, NameOf(dataFolder, number)});
     }
     std::sort(clinics.begin(), clinics.end(),
               [](const ClinicEntry& left, const ClinicEntry& right) { return left.number < right.number; });

@@ -11,6 +11,8 @@ namespace vlm::host {
 /// A connection to the clinic's database that the options choose, in a folder of databases or on a server. Throws
 /// Error when there is none.
 data::ConnectionPtr OpenClinic(const HostOptions& options);
+/// The clinic's number, as asked for or as the connection text names it.
+int ChosenClinic(const HostOptions& options);
 /// "Studio0012" for 12.
 std::string ClinicDatabaseName(int clinic);
 

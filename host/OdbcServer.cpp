@@ -20,12 +20,6 @@ data::ConnectionPtr OpenOdbc(const std::string& text, const std::string& databas
     return std::make_shared<data::odbc::OdbcConnection>(std::move(server));
 }
 
-std::string WithDatabase(const std::string& text, std::string_view database) {
-    data::odbc::OdbcText server(text);
-    server.Set(kDatabase, database);
-    return server.Text();
-}
-
-bool NamesDatabase(const std::string& text) { return !data::odbc::OdbcText(text).ValueOf(kDatabase).empty(); }
+std::string DatabaseOf(const std::string& text) { return data::odbc::OdbcText(text).ValueOf(kDatabase); }
 
 }  // namespace vlm::host

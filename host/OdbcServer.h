@@ -2,7 +2,6 @@
 
 #include <functional>
 #include <string>
-#include <string_view>
 
 #include "platform/data/Connection.h"
 
@@ -19,9 +18,7 @@ inline constexpr const char* kPasswordVariable = "ASLHOST_PWD";
 /// names. Throws Error; none says the text, which may hold a password.
 data::ConnectionPtr OpenOdbc(const std::string& text, const std::string& database);
 
-/// The same text leading to another database.
-std::string WithDatabase(const std::string& text, std::string_view database);
-/// Whether the text says which database it leads to.
-bool NamesDatabase(const std::string& text);
+/// The database that the text leads to; "" when it does not say.
+std::string DatabaseOf(const std::string& text);
 
 }  // namespace vlm::host

@@ -56,13 +56,13 @@ void frmStart::Wire() {
 }
 
 void frmStart::Opening() {
-    txtDati.SetText(options_.dataFolder);
     txtDati.SetVisible(!OnServer());
     cmdLink.SetVisible(!OnServer());
+    if (!OnServer()) txtDati.SetText(options_.dataFolder);
     ShowClinics();
-    const auto chosen = std::find_if(clinics_.begin(), clinics_.end(), [this](const ClinicEntry& each) {
-        return each.number == options_.clinic.value_or(kUsualClinic);
-    });
+    const auto chosen =
+        std::find_if(clinics_.begin(), clinics_.end(),
+                     [number = ChosenClinic(options_)](const ClinicEntry& each) { return each.number == number; });
     if (chosen != clinics_.end()) cboStudio.SetPosition(static_cast<int>(chosen - clinics_.begin()));
 }
 

@@ -32,7 +32,7 @@ std::vector<Table> People() {
          {Key("IDEsenzione"), Text("CodiceIdentificativo", 10), Int("EtaMinEsenzione"), Int("EtaMaxEsenzione"),
           Int("IDCategoriaDiAppartenenza")}},
         {"vwstudi", {Text("CodiceRegioneTariffario", 3), Text("NumeroASL", 3)}},
-        {"BloccoRecord", {Text("Tabella", 50), Int("Chiave"), Text("Utente", 50), Moment("Dal")}},
+        {"BloccoRecord", {TextKey("Tabella", 50), Key("Chiave"), Text("Utente", 50), Moment("Dal")}},
     };
 }
 

@@ -18,6 +18,7 @@ struct Column {
 };
 
 constexpr Column Key(std::string_view name, ColumnType type = ColumnType::Int) { return {name, type, 0, true}; }
+constexpr Column TextKey(std::string_view name, int width) { return {name, ColumnType::VarChar, width, true}; }
 constexpr Column Int(std::string_view name) { return {name, ColumnType::Int}; }
 constexpr Column SmallInt(std::string_view name) { return {name, ColumnType::SmallInt}; }
 constexpr Column Bit(std::string_view name) { return {name, ColumnType::Bit}; }

@@ -47,14 +47,23 @@ HRESULT LockService::UnlockRecord(BSTR table, std::int32_t key) {
     return com::Guarded("aslhost", server::kLockSrvId, [&] { Unlock(com::ToUtf8(table), key); });
 }
 
-/// One statement looks and takes, so that of two users only one gets the record.
+/// One statement looks and takes. Of two users who do so at the same moment the table's key lets one in; what the other
+/// is told then is not the engine's refusal, but who was first.
+bool LockService::Take(const std::string& table, std::int32_t key, const std::string& where) {
+    try {
+        return connection_->Execute("INSERT INTO BloccoRecord (Tabella, Chiave, Utente, Dal) SELECT " + SqlText(table) +
+                                    ", " + std::to_string(key) + ", " + SqlText(user_) + ", " +
+                                    SqlText(IsoDate(clock_.Today())) + " WHERE NOT EXISTS (SELECT * FROM BloccoRecord" +
+                                    where + ")") != 0;
+    } catch (const Error&) {
+        if (connection_->Open("SELECT Utente FROM BloccoRecord" + where)->AtEnd()) throw;
+        return false;
+    }
+}
+
 void LockService::Lock(const std::string& table, std::int32_t key) {
     const std::string where = WhereRecord(table, key);
-    const std::int64_t taken =
-        connection_->Execute("INSERT INTO BloccoRecord (Tabella, Chiave, Utente, Dal) SELECT " + SqlText(table) + ", " +
-                             std::to_string(key) + ", " + SqlText(user_) + ", " + SqlText(IsoDate(clock_.Today())) +
-                             " WHERE NOT EXISTS (SELECT * FROM BloccoRecord" + where + ")");
-    if (taken == 0) {
+    if (!Take(table, key, where)) {
         const auto lock = connection_->Open("SELECT Utente, Dal FROM BloccoRecord" + where);
         if (!lock->AtEnd() && !text::EqualNoCase(lock->TextOf(0), user_)) RefuseLocked(table, key, *lock);
     }

@@ -30,6 +30,7 @@ private:
     HRESULT STDMETHODCALLTYPE UnlockRecord(BSTR table, std::int32_t key);
 
     void Lock(const std::string& table, std::int32_t key);
+    bool Take(const std::string& table, std::int32_t key, const std::string& where);
     void Unlock(const std::string& table, std::int32_t key);
 
     data::ConnectionPtr connection_;

@@ -79,7 +79,7 @@ TEST(OdbcText, PartsOfAConnectionText) {
     EXPECT_EQ(text.ValueOf("SERVER"), "a.b,1433");
     EXPECT_EQ(text.ValueOf("pwd"), "a}=;b");
     EXPECT_EQ(text.ValueOf("Assente"), "");
-    EXPECT_EQ(text.Secrets(), (std::vector<std::string>{"a}=;b", "due"}));
+    EXPECT_EQ(text.Secrets(), (std::vector<std::string>{"{a}}=;b}", "a}=;b", "due"}));
     EXPECT_EQ(text.Take("trusted"), "yes");
     text.Set("Server", "altro");
     text.Set("Database", "Studio0012");

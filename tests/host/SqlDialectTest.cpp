@@ -56,15 +56,17 @@ TEST(SqlDialect, TablesHaveTheirKeyAsTheEngineWantsIt) {
     PrestazioneCiclica BIT NULL,
     CONSTRAINT PK_Prestazione PRIMARY KEY (IDParcella, Riga)))");
     EXPECT_EQ(Of(lite, "CREATE TABLE BloccoRecord "), R"(CREATE TABLE BloccoRecord (
-    Tabella VARCHAR(50),
-    Chiave INT,
+    Tabella VARCHAR(50) NOT NULL,
+    Chiave INT NOT NULL,
     Utente VARCHAR(50),
-    Dal DATETIME))");
+    Dal DATETIME,
+    PRIMARY KEY (Tabella, Chiave)) WITHOUT ROWID)");
     EXPECT_EQ(Of(server, "CREATE TABLE BloccoRecord "), R"(CREATE TABLE BloccoRecord (
-    Tabella VARCHAR(50) NULL,
-    Chiave INT NULL,
+    Tabella VARCHAR(50) NOT NULL,
+    Chiave INT NOT NULL,
     Utente VARCHAR(50) NULL,
-    Dal DATETIME NULL))");
+    Dal DATETIME NULL,
+    CONSTRAINT PK_BloccoRecord PRIMARY KEY (Tabella, Chiave)))");
 }
 
 std::string Without(std::string text, const std::string& part, const std::string& instead = {}) {

@@ -6,6 +6,7 @@
 #include <windows.h>
 #endif
 
+#include <cstdint>
 #include <sql.h>
 #include <sqlext.h>
 #include <sqlucode.h>
@@ -21,5 +22,8 @@ using WideText = std::basic_string<SQLWCHAR>;
 using WideView = std::basic_string_view<SQLWCHAR>;
 
 inline WideText Wide(std::string_view utf8) { return text::ToUtf16<SQLWCHAR>(utf8); }
+
+/// Attributes that are numbers travel in a pointer's place.
+inline SQLPOINTER AttributeValue(std::uintptr_t value) { return reinterpret_cast<SQLPOINTER>(value); }
 
 }  // namespace vlm::data::odbc

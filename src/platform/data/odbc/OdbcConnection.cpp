@@ -22,11 +22,15 @@ bool TakeDialect(OdbcText& text) {
     return !dialect.empty();
 }
 
-/// The system's date literals have the month first, whatever language the login has.
-constexpr std::string_view kMonthFirst = "SET DATEFORMAT mdy";
+/// The system's date literals have the month first, whatever language the login has; changed rows are counted; long
+/// texts come whole. The server's or the driver's own settings may say otherwise.
+constexpr std::string_view kSettings = "SET DATEFORMAT mdy; SET NOCOUNT OFF; SET TEXTSIZE 2147483647";
 
 bool SpeaksTransactSql(OdbcSession& session) {
-    return session.Information(SQL_DBMS_NAME).find("SQL Server") != std::string::npos;
+    const auto holds = [&](SQLUSMALLINT what, std::string_view part) {
+        return text::ToLower(session.Information(what)).find(part) != std::string::npos;
+    };
+    return holds(SQL_DBMS_NAME, "sql server") || holds(SQL_DRIVER_NAME, "tds");
 }
 
 }  // namespace
@@ -39,7 +43,7 @@ OdbcConnection::OdbcConnection(OdbcText text)
     : qualifySchema_(TakeDialect(text)),
       database_(text.ValueOf("Database")),
       session_(std::make_shared<OdbcSession>(text)) {
-    if (SpeaksTransactSql(*session_)) Execute(kMonthFirst);
+    if (SpeaksTransactSql(*session_)) Execute(kSettings);
 }
 
 OdbcConnection::~OdbcConnection() = default;
@@ -62,13 +66,7 @@ RecordsetPtr OdbcConnection::Open(std::string_view sql) {
 
 std::int64_t OdbcConnection::Execute(std::string_view sql) {
     session_->Claim(nullptr);
-    const OdbcStatement statement(session_);
-    statement.Execute(Statement(sql));
-    std::int64_t changed = 0;
-    do {
-        if (statement.ColumnCount() == 0) changed += statement.ChangedRows();
-    } while (statement.NextResult());
-    return changed;
+    return OdbcStatement(session_).Change(Statement(sql));
 }
 
 UpdatableRecordsetPtr OdbcConnection::OpenForUpdate(std::string_view sql) {
@@ -80,26 +78,20 @@ UpdatableRecordsetPtr OdbcConnection::OpenForUpdate(std::string_view sql) {
 
 void OdbcConnection::BeginTransaction() {
     if (inTransaction_) throw Error("Una transazione è già aperta.");
-    session_->SetAutoCommit(false);
+    session_->BeginTransaction();
     inTransaction_ = true;
-}
-
-/// A commit that fails leaves a transaction to be rolled back.
-void OdbcConnection::EndTransaction(short how) {
-    session_->EndTransaction(how);
-    inTransaction_ = false;
-    session_->SetAutoCommit(true);
 }
 
 void OdbcConnection::CommitTransaction() {
     if (!inTransaction_) throw Error("Nessuna transazione è aperta.");
-    EndTransaction(SQL_COMMIT);
+    session_->CommitTransaction();
+    inTransaction_ = false;
 }
 
 void OdbcConnection::RollbackTransaction() {
     if (!inTransaction_) throw Error("Nessuna transazione è aperta.");
     inTransaction_ = false;
-    EndTransaction(SQL_ROLLBACK);
+    session_->RollbackTransaction();
 }
 
 }  // namespace vlm::data::odbc

@@ -36,7 +36,6 @@ public:
 
 private:
     std::string Statement(std::string_view sql) const;
-    void EndTransaction(short how);
 
     bool qualifySchema_;
     std::string database_;  // as the connection text names it

@@ -43,10 +43,12 @@ OdbcDiagnostics OdbcDiagnostics::Of(SQLSMALLINT handleType, SQLHANDLE handle) {
     OdbcDiagnostics all;
     Record record;
     for (SQLSMALLINT number = 1; ReadRecord(handleType, handle, number, record); ++number) {
-        if (number == 1) {
+        const bool warning = record.state.starts_with("01");
+        if (number == 1 || (all.warning && !warning)) {
             all.state = record.state;
             all.nativeCode = record.nativeCode;
         }
+        all.warning = all.warning && warning;
         if (all.text.find(record.text) != std::string::npos) continue;
         all.text += (all.text.empty() ? "" : " ") + record.text;
     }

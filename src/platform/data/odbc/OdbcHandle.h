@@ -2,7 +2,8 @@
 
 #include <new>
 
-#include "platform/data/odbc/OdbcApi.h"
+#include "platform/data/odbc/OdbcDiagnostics.h"
+#include "platform/data/odbc/OdbcError.h"
 
 namespace vlm::data::odbc {
 
@@ -13,7 +14,10 @@ public:
     static constexpr SQLSMALLINT kType = kHandleType;
 
     explicit OdbcHandle(SQLHANDLE parent) {
-        if (!SQL_SUCCEEDED(SQLAllocHandle(kHandleType, parent, &handle_))) throw std::bad_alloc();
+        if (SQL_SUCCEEDED(SQLAllocHandle(kHandleType, parent, &handle_))) return;
+        if (parent == SQL_NULL_HANDLE) throw std::bad_alloc();
+        const auto said = OdbcDiagnostics::Of(kHandleType == SQL_HANDLE_STMT ? SQL_HANDLE_DBC : SQL_HANDLE_ENV, parent);
+        throw OdbcError(said.text, said.state, said.nativeCode);
     }
     OdbcHandle(const OdbcHandle&) = delete;
     OdbcHandle& operator=(const OdbcHandle&) = delete;

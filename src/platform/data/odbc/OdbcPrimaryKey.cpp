@@ -24,7 +24,7 @@ std::vector<std::string> PrimaryKeyOf(const OdbcStatement& statement, const Tabl
     statement.Check(SQLPrimaryKeysW(statement.Handle(), catalog.Pointer(), catalog.Size(), schema.Pointer(),
                                     schema.Size(), name.Pointer(), name.Size()));
     std::vector<std::string> columns;
-    while (statement.Check(SQLFetch(statement.Handle())) != SQL_NO_DATA) {
+    while (statement.Fetch()) {
         std::array<SQLWCHAR, 256> column{};
         SQLLEN length = 0;
         statement.Check(

@@ -39,7 +39,14 @@ void OdbcRecordset::EndStatement() noexcept {
     session_->Release(this);
 }
 
-/// An error on the way leaves no rows behind that could pass for all of them.
+/// With the error in hand: no rows are left that could pass for all of them.
+void OdbcRecordset::Fail() {
+    const std::exception_ptr failure = std::current_exception();
+    Close();
+    failure_ = failure;
+    throw;
+}
+
 void OdbcRecordset::ReadAhead() {
     try {
         if (rows_ != nullptr) {
@@ -51,19 +58,28 @@ void OdbcRecordset::ReadAhead() {
             kept_.push_back(MemoryRecordset::CopyOf(*next));
         }
     } catch (...) {
-        Close();
-        throw;
+        Fail();
     }
 }
 
+bool OdbcRecordset::AtEnd() const {
+    if (failure_) std::rethrow_exception(failure_);
+    return rows_ == nullptr || rows_->AtEnd();
+}
+
 bool OdbcRecordset::NextRecordset() {
-    left_.reset();
-    rows_.reset();
-    if (!kept_.empty()) {
-        rows_ = std::move(kept_.front());
-        kept_.pop_front();
-    } else {
-        rows_ = NextOfStatement();
+    if (failure_) std::rethrow_exception(failure_);
+    try {
+        left_.reset();
+        rows_.reset();
+        if (!kept_.empty()) {
+            rows_ = std::move(kept_.front());
+            kept_.pop_front();
+        } else {
+            rows_ = NextOfStatement();
+        }
+    } catch (...) {
+        Fail();
     }
     return rows_ != nullptr;
 }
@@ -74,12 +90,12 @@ void OdbcRecordset::MoveNext() {
     try {
         rows_->MoveNext();
     } catch (...) {
-        Close();
-        throw;
+        Fail();
     }
 }
 
 void OdbcRecordset::Close() noexcept {
+    failure_ = nullptr;
     rows_.reset();
     kept_.clear();
     left_.reset();
@@ -87,13 +103,9 @@ void OdbcRecordset::Close() noexcept {
 }
 
 const Recordset& OdbcRecordset::Rows() const {
+    if (failure_) std::rethrow_exception(failure_);
     if (rows_ == nullptr) throw Error("Le righe lette sono chiuse.");
     return *rows_;
-}
-
-int OdbcRecordset::Checked(int ordinal) const {
-    if (ordinal >= 0 && ordinal < FieldCount()) return ordinal;
-    throw Error("La colonna numero " + std::to_string(ordinal) + " non esiste nelle righe lette.");
 }
 
 }  // namespace vlm::data::odbc

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <deque>
+#include <exception>
 #include <memory>
 
 #include "platform/data/ForwardingRecordset.h"
@@ -17,11 +18,12 @@ public:
     ~OdbcRecordset() override { Close(); }
 
     int FieldCount() const override { return Rows().FieldCount(); }
-    std::string_view FieldName(int ordinal) const override { return Rows().FieldName(Checked(ordinal)); }
-    FieldType TypeOf(int ordinal) const override { return Rows().TypeOf(Checked(ordinal)); }
+    std::string_view FieldName(int ordinal) const override { return Rows().FieldName(ordinal); }
+    FieldType TypeOf(int ordinal) const override { return Rows().TypeOf(ordinal); }
 
     bool IsOpen() const override { return rows_ != nullptr; }
-    bool AtEnd() const override { return rows_ == nullptr || rows_->AtEnd(); }
+    /// Rows that could not be read to their end have none: the error that ended them comes again until they are closed.
+    bool AtEnd() const override;
     void MoveNext() override;
     void Close() noexcept override;
     bool NextRecordset() override;
@@ -37,16 +39,17 @@ public:
 
 private:
     const Recordset& Rows() const;
-    int Checked(int ordinal) const;
     void ReadAhead() override;
     std::unique_ptr<Recordset> NextOfStatement();
     void EndStatement() noexcept;
+    [[noreturn]] void Fail();
 
     std::shared_ptr<OdbcSession> session_;
     std::shared_ptr<OdbcStatement> statement_;  // while rows come from the server
     std::unique_ptr<Recordset> rows_;
     std::deque<std::unique_ptr<Recordset>> kept_;  // further results, read ahead
-    std::unique_ptr<Recordset> left_;              // whose texts somebody may still hold until the next move
+    std::exception_ptr failure_;
+    std::unique_ptr<Recordset> left_;  // whose texts somebody may still hold until the next move
 };
 
 }  // namespace vlm::data::odbc

@@ -20,8 +20,6 @@ constexpr std::size_t kUnit = sizeof(std::uint64_t);
 
 std::size_t Aligned(std::size_t bytes) { return (bytes + kUnit - 1) / kUnit * kUnit; }
 
-SQLPOINTER Number(std::size_t value) { return reinterpret_cast<SQLPOINTER>(value); }
-
 }  // namespace
 
 OdbcRows::OdbcRows(std::shared_ptr<OdbcStatement> statement) : statement_(std::move(statement)) {
@@ -51,8 +49,8 @@ void OdbcRows::LayOut() {
 void OdbcRows::Bind() {
     const SQLHANDLE handle = statement_->Handle();
     statement_->Check(SQLFreeStmt(handle, SQL_UNBIND));
-    statement_->Check(SQLSetStmtAttr(handle, SQL_ATTR_ROW_BIND_TYPE, Number(rowSize_), 0));
-    statement_->Check(SQLSetStmtAttr(handle, SQL_ATTR_ROW_ARRAY_SIZE, Number(statuses_.size()), 0));
+    statement_->Check(SQLSetStmtAttr(handle, SQL_ATTR_ROW_BIND_TYPE, AttributeValue(rowSize_), 0));
+    statement_->Check(SQLSetStmtAttr(handle, SQL_ATTR_ROW_ARRAY_SIZE, AttributeValue(statuses_.size()), 0));
     statement_->Check(SQLSetStmtAttr(handle, SQL_ATTR_ROW_STATUS_PTR, statuses_.data(), 0));
     statement_->Check(SQLSetStmtAttr(handle, SQL_ATTR_ROWS_FETCHED_PTR, &rows_, 0));
     for (std::size_t ordinal = 0; ordinal < bound_; ++ordinal) {
@@ -72,10 +70,8 @@ void OdbcRows::MoveNext() {
 void OdbcRows::Fetch() {
     row_ = rows_ = 0;
     ++rowNumber_;
-    const SQLRETURN result = statement_->Check(SQLFetch(statement_->Handle()));
-    if (result == SQL_NO_DATA) {
+    if (!statement_->Fetch()) {
         rows_ = 0;
-        statement_->Session().RequireConnected();
         return;
     }
     // One bad row of a block is only a warning for the others.
@@ -134,8 +130,12 @@ SQLLEN& OdbcRows::Length(std::size_t ordinal) {
                                       Aligned(sizeof(SQLLEN)));
 }
 
-void OdbcRows::RefuseCell(int ordinal) const {
-    if (AtEnd()) throw Error("Non c'è una riga corrente da leggere.");
+std::string_view OdbcRows::FieldName(int ordinal) const { return Column(ordinal).name; }
+
+FieldType OdbcRows::TypeOf(int ordinal) const { return Column(ordinal).type; }
+
+const OdbcColumn& OdbcRows::Column(int ordinal) const {
+    if (ordinal >= 0 && ordinal < FieldCount()) return columns_[static_cast<std::size_t>(ordinal)];
     throw Error("La colonna numero " + std::to_string(ordinal) + " non esiste nelle righe lette.");
 }
 

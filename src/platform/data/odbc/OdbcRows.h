@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "platform/Error.h"
 #include "platform/data/Recordset.h"
 #include "platform/data/odbc/OdbcColumn.h"
 
@@ -18,10 +19,8 @@ public:
     explicit OdbcRows(std::shared_ptr<OdbcStatement> statement);
 
     int FieldCount() const override { return static_cast<int>(columns_.size()); }
-    std::string_view FieldName(int ordinal) const override {
-        return columns_.at(static_cast<std::size_t>(ordinal)).name;
-    }
-    FieldType TypeOf(int ordinal) const override { return columns_.at(static_cast<std::size_t>(ordinal)).type; }
+    std::string_view FieldName(int ordinal) const override;
+    FieldType TypeOf(int ordinal) const override;
     bool IsOpen() const override { return statement_ != nullptr; }
     bool AtEnd() const override { return row_ == rows_; }
     void MoveNext() override;
@@ -53,11 +52,12 @@ private:
     void ReadUnbounded(std::size_t ordinal);
     SQLLEN& Length(std::size_t ordinal);
 
+    const OdbcColumn& Column(int ordinal) const;
+    /// The column, when there is a row to read it from.
     const OdbcColumn& Cell(int ordinal) const {
-        if (row_ == rows_ || ordinal < 0 || ordinal >= FieldCount()) RefuseCell(ordinal);
-        return columns_[static_cast<std::size_t>(ordinal)];
+        if (row_ == rows_) throw Error("Non c'è una riga corrente da leggere.");
+        return Column(ordinal);
     }
-    [[noreturn]] void RefuseCell(int ordinal) const;
     const char* Content(const OdbcColumn& column) const;
     SQLLEN LengthOf(const OdbcColumn& column) const;
     bool IsNull(const OdbcColumn& column) const { return LengthOf(column) == SQL_NULL_DATA; }

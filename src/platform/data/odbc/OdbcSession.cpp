@@ -1,7 +1,7 @@
 #include "platform/data/odbc/OdbcSession.h"
 
-#include <algorithm>
 #include <array>
+#include <utility>
 
 #include "platform/data/odbc/OdbcDiagnostics.h"
 #include "platform/data/odbc/OdbcError.h"
@@ -12,12 +12,15 @@ namespace {
 
 constexpr std::uintptr_t kLoginSeconds = 15;
 
-/// Some attributes are numbers in a pointer's place.
-SQLPOINTER Number(std::uintptr_t value) { return reinterpret_cast<SQLPOINTER>(value); }
+bool Contains(std::string_view text, std::string_view part) {
+    return text::FoldCase(text).find(text::FoldCase(part)) != std::string::npos;
+}
 
-/// Drivers that mend a broken connection by themselves are told not to.
+/// Drivers that mend a broken connection by themselves are told not to; a data source may lead to one of them.
 std::string WithoutRecovery(OdbcText text) {
-    if (text.ValueOf("Driver").find("ODBC Driver") != std::string::npos) text.Set("ConnectRetryCount", "0");
+    const bool mends = Contains(text.ValueOf("Driver"), "ODBC Driver") || !text.ValueOf("DSN").empty() ||
+                       !text.ValueOf("FILEDSN").empty();
+    if (mends) text.Set("ConnectRetryCount", "0");
     return text.Text();
 }
 
@@ -33,24 +36,18 @@ std::string Without(std::string text, const std::vector<std::string>& secrets) {
 }  // namespace
 
 OdbcSession::OdbcSession(const OdbcText& text)
-    : secrets_(text.Secrets()),
-      environment_([] {
-          // A pooled connection would bring another run's settings with it.
-          SQLSetEnvAttr(SQL_NULL_HANDLE, SQL_ATTR_CONNECTION_POOLING, Number(SQL_CP_OFF), 0);
-          return static_cast<SQLHANDLE>(SQL_NULL_HANDLE);
-      }()),
-      connection_([this] {
-          SQLSetEnvAttr(environment_.Get(), SQL_ATTR_ODBC_VERSION, Number(SQL_OV_ODBC3), 0);
+    : secrets_(text.Secrets()), environment_(SQL_NULL_HANDLE), connection_([this] {
+          SQLSetEnvAttr(environment_.Get(), SQL_ATTR_ODBC_VERSION, AttributeValue(SQL_OV_ODBC3), 0);
           return environment_.Get();
       }()) {
     Connect(text);
 }
 
 void OdbcSession::Connect(const OdbcText& text) {
-    SQLSetConnectAttr(Handle(), SQL_ATTR_LOGIN_TIMEOUT, Number(kLoginSeconds), 0);
+    SQLSetConnectAttr(Handle(), SQL_ATTR_LOGIN_TIMEOUT, AttributeValue(kLoginSeconds), 0);
     WideText wide = Wide(WithoutRecovery(text));
-    const SQLRETURN result = SQLDriverConnectW(Handle(), nullptr, wide.data(), static_cast<SQLSMALLINT>(wide.size()),
-                                               nullptr, 0, nullptr, SQL_DRIVER_NOPROMPT);
+    const SQLRETURN result =
+        SQLDriverConnectW(Handle(), nullptr, wide.data(), SQL_NTS, nullptr, 0, nullptr, SQL_DRIVER_NOPROMPT);
     if (SQL_SUCCEEDED(result)) {
         connected_ = true;
         return;
@@ -81,7 +78,9 @@ void OdbcSession::Throw(SQLSMALLINT handleType, SQLHANDLE handle) {
 }
 
 void OdbcSession::Check(SQLRETURN result, SQLSMALLINT handleType, SQLHANDLE handle) {
-    if (!SQL_SUCCEEDED(result) && result != SQL_NO_DATA) Throw(handleType, handle);
+    if (result == SQL_SUCCESS || result == SQL_NO_DATA) return;
+    if (result == SQL_SUCCESS_WITH_INFO && OdbcDiagnostics::Of(handleType, handle).warning) return;
+    Throw(handleType, handle);
 }
 
 void OdbcSession::RequireConnected() {
@@ -91,24 +90,40 @@ void OdbcSession::RequireConnected() {
 
 void OdbcSession::Claim(OdbcReader* reader) {
     if (lost_) RequireConnected();
-    OdbcReader* const before = reader_;
-    reader_ = reader;
+    OdbcReader* const before = std::exchange(reader_, nullptr);
     if (before != nullptr && before != reader) before->ReadAhead();
+    reader_ = reader;
 }
 
 void OdbcSession::Release(const OdbcReader* reader) noexcept {
     if (reader_ == reader) reader_ = nullptr;
 }
 
-void OdbcSession::SetAutoCommit(bool on) {
-    Claim(nullptr);
-    Check(SQLSetConnectAttr(Handle(), SQL_ATTR_AUTOCOMMIT, Number(on ? SQL_AUTOCOMMIT_ON : SQL_AUTOCOMMIT_OFF), 0),
-          SQL_HANDLE_DBC, Handle());
+bool OdbcSession::SetAutoCommit(bool on) {
+    const SQLPOINTER value = AttributeValue(on ? SQL_AUTOCOMMIT_ON : SQL_AUTOCOMMIT_OFF);
+    return SQL_SUCCEEDED(SQLSetConnectAttr(Handle(), SQL_ATTR_AUTOCOMMIT, value, 0));
 }
 
-void OdbcSession::EndTransaction(SQLSMALLINT how) {
+void OdbcSession::BeginTransaction() {
     Claim(nullptr);
-    Check(SQLEndTran(SQL_HANDLE_DBC, Handle(), how), SQL_HANDLE_DBC, Handle());
+    if (!SetAutoCommit(false)) Throw(SQL_HANDLE_DBC, Handle());
+}
+
+void OdbcSession::CommitTransaction() {
+    Claim(nullptr);
+    Check(SQLEndTran(SQL_HANDLE_DBC, Handle(), SQL_COMMIT), SQL_HANDLE_DBC, Handle());
+    lost_ = !SetAutoCommit(true);
+}
+
+void OdbcSession::RollbackTransaction() {
+    try {
+        Claim(nullptr);
+    } catch (const Error&) {  // the row set that could not be read says so itself
+    }
+    const bool ended = !lost_ && SQL_SUCCEEDED(SQLEndTran(SQL_HANDLE_DBC, Handle(), SQL_ROLLBACK));
+    if (ended && SetAutoCommit(true)) return;
+    lost_ = true;
+    Throw(SQL_HANDLE_DBC, Handle());
 }
 
 std::string OdbcSession::Catalog() {

@@ -24,13 +24,18 @@ public:
 
     /// Stands on the first result, which may be one without rows.
     void Execute(std::string_view sql) const;
-    bool NextResult() const { return Check(SQLMoreResults(Handle())) != SQL_NO_DATA; }
+    /// The next row, or block of rows, of the current result; false at its end.
+    bool Fetch() const { return !AtEnd(SQLFetch(Handle())); }
+    bool NextResult() const { return !AtEnd(SQLMoreResults(Handle())); }
+    /// Executes and goes through all results, passing rows over; the number of rows that were changed.
+    std::int64_t Change(std::string_view sql) const;
     /// Columns of the current result; 0 for one without rows.
     int ColumnCount() const;
-    /// Rows that the current result changed.
-    std::int64_t ChangedRows() const;
 
 private:
+    bool AtEnd(SQLRETURN result) const;
+    std::int64_t ChangedRows() const;
+
     std::shared_ptr<OdbcSession> session_;
     OdbcStatementHandle handle_;
 };

@@ -97,7 +97,9 @@ std::vector<std::string> OdbcText::Secrets() const {
     std::vector<std::string> secrets;
     for (const std::string_view key : kSecretKeys) {
         for (const Entry& each : entries_) {
-            if (text::EqualNoCase(each.key, key) && !each.value.empty()) secrets.push_back(each.value);
+            if (!text::EqualNoCase(each.key, key) || each.value.empty()) continue;
+            secrets.push_back(each.source);  // the longer form first
+            if (each.source != each.value) secrets.push_back(each.value);
         }
     }
     return secrets;

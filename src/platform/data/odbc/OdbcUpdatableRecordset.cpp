@@ -20,7 +20,11 @@ OdbcUpdatableRecordset::OdbcUpdatableRecordset(std::shared_ptr<OdbcSession> sess
     Stored().MoveFirst();
 }
 
-std::string OdbcUpdatableRecordset::Quoted(std::string_view name) const { return quote_ + std::string(name) + quote_; }
+std::string OdbcUpdatableRecordset::Quoted(std::string_view name) const {
+    std::string quoted = quote_;
+    for (const char c : name) quoted.append(quote_ == std::string_view(&c, 1) ? 2 : 1, c);
+    return quoted + quote_;
+}
 
 std::vector<Value> OdbcUpdatableRecordset::KeyInHand() const {
     std::vector<Value> key;
@@ -60,8 +64,7 @@ void OdbcUpdatableRecordset::Write(std::size_t row) {
     for (std::size_t i = 0; !Adding() && i < keyColumns_.size(); ++i) {
         parameters.Add(keys_[row][i], TypeOf(keyColumns_[i]));
     }
-    statement.Execute(Adding() ? Insertion() : Change());
-    if (statement.ChangedRows() == 0) ThrowRowGone(select_.table);
+    if (statement.Change(Adding() ? Insertion() : Change()) == 0) ThrowRowGone(select_.table);
     keys_.resize(std::max(keys_.size(), row + 1));
     keys_[row] = KeyInHand();
 }
