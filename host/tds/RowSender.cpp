@@ -1,5 +1,6 @@
 #include "host/tds/RowSender.h"
 
+#include "host/tds/ServerError.h"
 #include "host/tds/StatementKinds.h"
 
 namespace vlm::host::tds {
@@ -33,7 +34,10 @@ std::int64_t RowSender::SendOne(data::SqliteRecordset& rows) {
     std::int64_t count = 0;
     for (; !rows.AtEnd(); rows.MoveNext()) {
         writer_->Row(columns, rows);
-        if (++count == endAfterRows_) {
+        if (++count == faults_.failAfterRows) {
+            throw ServerError(kDeadlockVictim, "La transazione è stata annullata a favore di un altro utente.", 13);
+        }
+        if (count == faults_.endAfterRows) {
             packets_->Flush();
             goAway_();
             throw ConnectionEnded();

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <functional>
 
+#include "host/tds/Faults.h"
 #include "host/tds/TokenWriter.h"
 
 namespace vlm::host::tds {
@@ -13,9 +14,9 @@ class Cancelled {};
 /// Sends row sets while they are read.
 class RowSender {
 public:
-    /// After `endAfterRows` rows of one row set (0 = never) `goAway` is called and the connection has ended.
-    RowSender(PacketStream& packets, TokenWriter& writer, std::int64_t endAfterRows, std::function<void()> goAway)
-        : packets_(&packets), writer_(&writer), endAfterRows_(endAfterRows), goAway_(std::move(goAway)) {}
+    /// `goAway` is called when a fault says so, and the connection has ended.
+    RowSender(PacketStream& packets, TokenWriter& writer, const Faults& faults, std::function<void()> goAway)
+        : packets_(&packets), writer_(&writer), faults_(faults), goAway_(std::move(goAway)) {}
 
     /// Every row set of a statement, each closed by `what`; `counted` tells how many rows it had.
     void Send(data::Recordset& rows, Done what, bool counted);
@@ -28,7 +29,7 @@ private:
 
     PacketStream* packets_;
     TokenWriter* writer_;
-    std::int64_t endAfterRows_;
+    const Faults& faults_;
     std::function<void()> goAway_;
 };
 

@@ -12,6 +12,8 @@ enum ServerErrorNumber {
     kNullInserted = 515,
     kConstraint = 547,
     kUnknownDatabase = 911,
+    kDateOutOfRange = 242,
+    kDeadlockVictim = 1205,
     kLockTimeout = 1222,
     kDatabaseExists = 1801,
     kDuplicateKey = 2627,

@@ -29,6 +29,23 @@ bool AcceptIfExists(SqlCursor& cursor) {
     return true;
 }
 
+/// "3/31/2011", and "2011-03-31", which takes its order from the same setting.
+bool IsDateWithMonthFirst(std::string_view text) {
+    const auto digits = [&] {
+        std::size_t count = 0;
+        for (; !text.empty() && text.front() >= '0' && text.front() <= '9'; ++count) text.remove_prefix(1);
+        return count;
+    };
+    const std::size_t first = digits();
+    const char separator = text.empty() ? '\0' : text.front();
+    if (first == 0 || (separator != '/' && separator != '-')) return false;
+    text.remove_prefix(1);
+    const std::size_t second = digits();
+    if (second == 0 || !text.starts_with(separator)) return false;
+    text.remove_prefix(1);
+    return digits() > 0;
+}
+
 Command CommandOf(const Tokens& statement) {
     if (statement.front().IsWord("INSERT")) return kInsertCommand;
     return statement.front().IsWord("UPDATE") ? kUpdateCommand : kDeleteCommand;
@@ -84,8 +101,12 @@ void ServerStatements::Run(const Tokens& statement, Done what) {
     RunCall(statement, what);
 }
 
-/// As the adapter reads it.
+/// As the adapter reads it. The adapter takes the month before the day; where that is not agreed, such a date is none.
 std::string ServerStatements::Sql(const Tokens& statement) const {
+    for (const data::SqlToken& token : statement) {
+        if (!dayFirst_ || token.kind != SqlTokenKind::Text || !IsDateWithMonthFirst(token.value)) continue;
+        throw ServerError(kDateOutOfRange, "La data '" + token.value + "' non è valida: il giorno viene prima.");
+    }
     return Joined(WithSystemValues(statement, *folder_, *database_));
 }
 
@@ -97,6 +118,7 @@ void ServerStatements::RunSet(const Tokens& statement, Done what) {
     const bool on = cursor.Peek(1).IsWord("ON");
     if (cursor.IsWord("IMPLICIT_TRANSACTIONS")) database_->SetImplicitTransactions(on);
     if (cursor.IsWord("NOCOUNT")) counts_ = !on;
+    if (cursor.IsWord("DATEFORMAT")) dayFirst_ = !cursor.Peek(1).IsWord("mdy");
     writer_->Close(what);
 }
 

@@ -11,8 +11,9 @@ class RemoteCalls;
 /// Runs statements: those of the server itself here, those on data in the current database.
 class ServerStatements {
 public:
-    ServerStatements(ServedFolder& folder, CurrentDatabase& database, TokenWriter& writer, RowSender& rows)
-        : folder_(&folder), database_(&database), writer_(&writer), rows_(&rows) {}
+    ServerStatements(ServedFolder& folder, CurrentDatabase& database, TokenWriter& writer, RowSender& rows,
+                     bool dayFirst)
+        : folder_(&folder), database_(&database), writer_(&writer), rows_(&rows), dayFirst_(dayFirst) {}
 
     /// Who runs the procedures that statements call.
     void SetCalls(RemoteCalls& calls) { calls_ = &calls; }
@@ -59,6 +60,7 @@ private:
     RowSender* rows_;
     RemoteCalls* calls_ = nullptr;
     bool counts_ = true;  // changed rows are told
+    bool dayFirst_;       // a date is not read with the month before the day
 };
 
 }  // namespace vlm::host::tds

@@ -19,8 +19,8 @@ Session::Session(const SessionSetup& setup, Socket& socket)
       packets_(socket),
       writer_(packets_),
       database_(setup.folder, writer_),
-      rows_(packets_, writer_, setup.endAfterRows, setup.goAway),
-      statements_(setup.folder, database_, writer_, rows_),
+      rows_(packets_, writer_, setup.faults, setup.goAway),
+      statements_(setup.folder, database_, writer_, rows_, setup.dayFirst),
       calls_(setup.folder, database_, writer_, statements_) {
     statements_.SetCalls(calls_);
 }
@@ -110,6 +110,11 @@ void Session::Answer(const Message& message) {
     writer_.Finish();
 }
 
+void Session::GoAway() {
+    setup_.goAway();
+    throw ConnectionEnded();
+}
+
 void Session::SkipHeaders(ByteReader& reader) const {
     if (!writer_.HasLargeTexts()) return;  // there are none before version 7.2
     const std::uint64_t length = reader.Number(4);
@@ -119,7 +124,10 @@ void Session::SkipHeaders(ByteReader& reader) const {
 
 void Session::RunBatch(ByteReader reader) {
     SkipHeaders(reader);
-    const Tokens batch = data::Tokenize(FromWide(reader.Rest()));
+    const std::string text = FromWide(reader.Rest());
+    const std::string& fatal = setup_.faults.endAtStatement;
+    if (!fatal.empty() && text.find(fatal) != std::string::npos) GoAway();
+    const Tokens batch = data::Tokenize(text);
     if (batch.size() == 1) writer_.Close(Done::Statement);
     statements_.RunBatch(batch, Done::Statement);
 }
@@ -135,6 +143,7 @@ void Session::RunTransaction(ByteReader reader) {
     if (request == kBegin) {
         database_.Begin();
     } else if (request == kCommit || request == kRollback) {
+        if (request == kCommit && setup_.faults.endAtCommit) GoAway();
         request == kCommit ? database_.Commit() : database_.Rollback();
         reader.Take(reader.Byte());  // the transaction's name
         if ((reader.Byte() & kAndBegin) != 0) database_.Begin();
@@ -142,6 +151,9 @@ void Session::RunTransaction(ByteReader reader) {
         throw ServerError(kOther, "La richiesta " + std::to_string(request) + " sulle transazioni non è ammessa.");
     }
     writer_.Close(Done::Statement);
+    if (request != kCommit || !setup_.faults.endAfterCommit) return;
+    writer_.Finish();
+    GoAway();
 }
 
 }  // namespace vlm::host::tds

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "host/tds/CurrentDatabase.h"
+#include "host/tds/Faults.h"
 #include "host/tds/RemoteCalls.h"
 #include "host/tds/RowSender.h"
 #include "host/tds/ServerStatements.h"
@@ -15,7 +16,8 @@ namespace vlm::host::tds {
 struct SessionSetup {
     ServedFolder& folder;
     std::string user, password;
-    std::int64_t endAfterRows = 0;  // see RowSender
+    bool dayFirst = false;
+    Faults faults = {};
     std::function<void()> goAway;
 };
 
@@ -36,6 +38,8 @@ private:
     void RunBatch(ByteReader reader);
     void RunCalls(ByteReader reader);
     void RunTransaction(ByteReader reader);
+    /// Throws ConnectionEnded.
+    [[noreturn]] void GoAway();
     void SkipHeaders(ByteReader& reader) const;
 
     const SessionSetup& setup_;

@@ -3,9 +3,9 @@
 namespace vlm::host::tds {
 
 TdsServer::TdsServer(const std::string& folder, const Options& options)
-    : folder_(folder),
-      listener_(Socket::Listen(options.port)),
-      setup_{folder_, options.user, options.password, options.endAfterRows, {}} {
+    : folder_(folder), listener_(Socket::Listen(options.port)), setup_{folder_,          options.user,
+                                                                       options.password, options.dayFirst,
+                                                                       options.faults,   {}} {
     accepting_ = std::thread([this] { AcceptClients(); });
 }
 

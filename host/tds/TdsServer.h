@@ -19,10 +19,10 @@ namespace vlm::host::tds {
 class TdsServer {
 public:
     struct Options {
-        int port = 0;                // 0 takes a free one
-        std::string user, password;  // a user who is empty lets everybody in
-        /// A fault to test clients with: the server goes away in the middle of a row set, after so many rows; 0 never.
-        std::int64_t endAfterRows = 0;
+        int port = 0;                          // 0 takes a free one
+        std::string user = {}, password = {};  // a user who is empty lets everybody in
+        bool dayFirst = false;  // the login's language writes the day before the month, until it is told otherwise
+        Faults faults = {};
     };
 
     /// Throws vlm::Error for a folder that is not there or a port that is taken.

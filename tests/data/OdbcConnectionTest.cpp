@@ -34,8 +34,8 @@ private:
 /// The same files behind a server on this machine, through the driver for its protocol.
 class OdbcServer final : public ConnectionFixture {
 public:
-    explicit OdbcServer(std::int64_t endAfterRows = 0)
-        : server(folder.Path().string(), test::ServerOptions(endAfterRows)) {}
+    explicit OdbcServer(host::tds::Faults faults = {})
+        : server(folder.Path().string(), test::ServerOptions(std::move(faults))) {}
 
     void Run(const std::string& database, const std::string& sql) override { folder.Run(database, sql); }
     ConnectionPtr Connect() override { return OdbcConnection::Connect(Text()); }
@@ -255,29 +255,99 @@ TEST(OdbcServerErrors, KeepStateNumberAndText) {
     }
 }
 
-TEST(OdbcServerLoss, IsAnErrorAndStaysOne) {
-    auto server = std::make_unique<OdbcServer>(700);
-    server->Run("Studio0012", "CREATE TABLE Riga (IDRiga INT NOT NULL PRIMARY KEY)");
-    server->Run("Studio0012",
-                "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 5000) INSERT INTO Riga "
-                "SELECT i FROM n");
-    const ConnectionPtr connection = OdbcConnection::Connect(server->Text());
-    const RecordsetPtr rows = connection->Open("SELECT IDRiga FROM Riga");
+void AddRows(OdbcServer& server) {
+    server.Run("Studio0012", "CREATE TABLE Riga (IDRiga INT NOT NULL PRIMARY KEY, Testo VARCHAR(20))");
+    server.Run("Studio0012",
+               "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 5000) INSERT INTO Riga "
+               "SELECT i, 'riga' FROM n");
+}
+
+/// What the first row set of an open call comes to: rows read, then the error.
+std::string ReadToTheEnd(Recordset& rows) {
     int read = 0;
     const std::string error = ErrorText([&] {
-        for (; !rows->AtEnd(); rows->MoveNext()) ++read;
+        for (; !rows.AtEnd(); rows.MoveNext()) ++read;
     });
-    EXPECT_NE(error.find("La connessione con il server di database è caduta"), std::string::npos) << error;
-    EXPECT_LE(read, 700);
+    return (read > 0 && read < 5000 ? "some" : std::to_string(read)) + ", " + error;
+}
+
+TEST(OdbcServerLoss, IsAnErrorAndStaysOne) {
+    OdbcServer server({.endAfterRows = 3000});
+    AddRows(server);
+    const ConnectionPtr connection = OdbcConnection::Connect(server.Text());
+    const RecordsetPtr rows = connection->Open("SELECT IDRiga FROM Riga");
+    const std::string end = ReadToTheEnd(*rows);
+    EXPECT_EQ(end.find("some, La connessione con il server di database è caduta"), 0U) << end;
     EXPECT_FALSE(rows->IsOpen());
     EXPECT_FALSE(connection->IsOpen());
+    EXPECT_EQ("0" + end.substr(4), ReadToTheEnd(*rows)) << "no end of the rows without the error";
     // The server is back, but what this connection had begun is not.
-    const host::tds::TdsServer again(server->folder.Path().string(), {server->server.Port(), "", "", 0});
+    const host::tds::TdsServer again(server.folder.Path().string(), {.port = server.server.Port()});
     for (const char* sql : {"DELETE FROM Riga", "SELECT 1"}) {
         EXPECT_NE(ErrorText([&] { connection->Execute(sql); }).find("caduta"), std::string::npos) << sql;
     }
     EXPECT_THROW(connection->BeginTransaction(), Error);
-    EXPECT_EQ(RowText(*server->folder.Connect(), "SELECT COUNT(*) FROM Riga"), "5000");
+    EXPECT_EQ(RowText(*server.folder.Connect(), "SELECT COUNT(*) FROM Riga"), "5000");
+}
+
+TEST(OdbcServerLoss, AnErrorBehindRowsIsToldByWhoeverReadsThem) {
+    for (const std::int64_t rows : {1, 2, 511, 512, 513, 3000}) {  // within a block and at its ends
+        OdbcServer server({.failAfterRows = rows});
+        AddRows(server);
+        const ConnectionPtr connection = server.Connect();
+        const std::string error = ErrorText([&] {
+            const RecordsetPtr read = connection->Open("SELECT IDRiga FROM Riga");
+            while (!read->AtEnd()) read->MoveNext();
+        });
+        EXPECT_NE(error.find("a favore di un altro utente"), std::string::npos) << rows << ": " << error;
+        EXPECT_TRUE(connection->IsOpen());
+        if (rows < 3000) continue;
+        // A statement in between reads the rows to their end, and finds it.
+        const RecordsetPtr interrupted = connection->Open("SELECT IDRiga, Testo FROM Riga");
+        const char* const count = "SELECT COUNT(*) FROM Riga";
+        EXPECT_NE(ErrorText([&] { connection->Open(count); }).find("altro utente"), std::string::npos);
+        EXPECT_NE(ReadToTheEnd(*interrupted).find("altro utente"), std::string::npos);
+        EXPECT_EQ(RowText(*connection, count), "5000");
+    }
+}
+
+TEST(OdbcServerLoss, ATransactionEndsWhateverRowsAreOpen) {
+    OdbcServer server({.failAfterRows = 3000});
+    AddRows(server);
+    const ConnectionPtr connection = server.Connect();
+    RecordsetPtr rows;
+    {
+        const Transaction abandoned(*connection);
+        connection->Execute("UPDATE Riga SET Testo = 'mai' WHERE IDRiga = 1");
+        rows = connection->Open("SELECT IDRiga, Testo FROM Riga");
+    }
+    Transaction transaction(*connection);
+    connection->Execute("UPDATE Riga SET Testo = 'altra' WHERE IDRiga = 2");
+    transaction.Commit();
+    EXPECT_EQ(RowText(*server.folder.Connect(), "SELECT Testo FROM Riga WHERE IDRiga < 4 ORDER BY IDRiga"),
+              "riga;altra;riga");
+}
+
+TEST(OdbcServerLoss, ACommitIsAnErrorOnlyWhenItDidNotHappen) {
+    const struct {
+        host::tds::Faults faults;
+        bool fails;
+        const char* stored;
+    } cases[] = {{{.endAtCommit = true}, true, "riga"}, {{.endAfterCommit = true}, false, "nuova"}};
+    for (const auto& each : cases) {
+        OdbcServer server(each.faults);
+        AddRows(server);
+        const ConnectionPtr connection = server.Connect();
+        const std::string error = ErrorText([&] {
+            Transaction transaction(*connection);
+            connection->Execute("UPDATE Riga SET Testo = 'nuova' WHERE IDRiga = 1");
+            transaction.Commit();
+        });
+        EXPECT_EQ(error.find("caduta") != std::string::npos, each.fails) << error;
+        EXPECT_EQ(error.empty(), !each.fails) << error;
+        EXPECT_EQ(RowText(*server.folder.Connect(), "SELECT Testo FROM Riga WHERE IDRiga = 1"), each.stored);
+        EXPECT_NE(ErrorText([&] { connection->Execute("DELETE FROM Riga"); }).find("caduta"), std::string::npos);
+    }
 }
 
 TEST(OdbcServerRowSets, ComeOneAfterTheOther) {

@@ -127,39 +127,54 @@ TEST_F(ServerRun, EverythingGoesAsWithTheEmbeddedDatabases) {
 }
 
 TEST_F(ServerRun, AServerThatGoesAwayEndsTheRunAsAnErrorAndChangesNothing) {
+    const Words month = {"ASLExport", "cboBranca=1", "cboMese=3", "numAnno=2011", "txtPath=@/invio", "cmdConferma!"};
     const struct {
         Words run;
-        std::int64_t rows;
+        tds::Faults faults;
         std::size_t kept;  // files of what was written before, where the user expects that
     } cases[] = {
-        {{"ASLExport", "cboBranca=1", "cboMese=3", "numAnno=2011", "txtPath=@/invio", "cmdConferma!"}, 100, 0},
+        {month, {.endAfterRows = 100}, 0},
+        {month, {.failAfterRows = 100}, 0},
+        {month, {.endAtStatement = "UPDATE Parcella"}, 0},
+        {month, {.endAtCommit = true}, 0},
         {{"ASLExport", "optTipoExport=1", "cboBranca=1", "cboTrimestre=#0", "numAnnoTrimestre=2011", "txtPath=@/invio",
           "cmdConferma!"},
-         20,
+         {.endAfterRows = 20},
          0},
         {{"--clinic", "16", "ASLExport", "cboBranca=1", "cboMese=3", "numAnno=2011", "txtPath=@/invio", "cmdConferma!"},
-         100,
+         {.endAfterRows = 100},
          0},
         {{"ExportProgetti", "cboStatoProgetto=#1", "cboDaTrimestre=#0", "cboATrimestre=#0", "numAnno=2011",
           "txtPath=@/invio", "cmdConferma!"},
-         5,
+         {.endAfterRows = 5},
          1},
         {{"ASLImportPatient", "cboASL=Elenco assistiti", "txtPath=" + temp / "file/Sorgenti/assistiti.txt",
           "cmdElabora!", "cmdConferma!"},
-         100,
+         {.endAfterRows = 100},
          0},
     };
     const std::string before = ChangedTables(temp / "server");
     for (const auto& each : cases) {
-        const tds::TdsServer server(temp / "server", test::ServerOptions(each.rows));
+        const tds::TdsServer server(temp / "server", test::ServerOptions(each.faults));
         const Workplace served(Server(server));
         const std::string said = served.Play(each.run);
-        EXPECT_NE(said.find("La connessione con il server di database è caduta"), std::string::npos) << said;
+        const char* const why = each.faults.failAfterRows > 0 ? "altro utente" : "server di database è caduta";
+        EXPECT_NE(said.find(why), std::string::npos) << said;
         EXPECT_NE(said.find(R"("icon":"critical")"), std::string::npos) << said;
         EXPECT_EQ(said.find("successo"), std::string::npos) << said;
         EXPECT_EQ(served.Files("invio").size(), each.kept) << said;
         EXPECT_EQ(ChangedTables(temp / "server"), before) << said;
     }
+}
+
+TEST_F(ServerRun, ARunThatIsCommittedIsDoneThoughTheServerGoesAwayThen) {
+    const tds::TdsServer server(temp / "server", test::ServerOptions({.endAfterCommit = true}));
+    const Workplace served(Server(server));
+    const std::string said =
+        served.Play({"ASLExport", "cboBranca=1", "cboMese=3", "numAnno=2011", "txtPath=@/invio", "cmdConferma!"});
+    EXPECT_NE(said.find("Elaborazione terminata con successo"), std::string::npos) << said;
+    EXPECT_EQ(served.Files("invio").size(), 1U);
+    EXPECT_NE(ChangedTables(temp / "server"), ChangedTables(temp / "file"));
 }
 
 }  // namespace

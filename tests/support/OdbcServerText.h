@@ -9,8 +9,9 @@ namespace vlm::test {
 inline constexpr const char* kServerUser = "ospite";
 inline constexpr const char* kServerPassword = "segretissima";
 
-inline host::tds::TdsServer::Options ServerOptions(std::int64_t endAfterRows = 0) {
-    return {0, kServerUser, kServerPassword, endAfterRows};
+/// Who comes in is Italian: dates have the day first.
+inline host::tds::TdsServer::Options ServerOptions(host::tds::Faults faults = {}) {
+    return {0, kServerUser, kServerPassword, true, std::move(faults)};
 }
 
 /// The connection text to a server on this machine, its password still missing.

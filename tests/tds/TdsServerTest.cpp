@@ -25,7 +25,8 @@ protected:
         server.reset();
         server.emplace(
             folder.Path().string(),
-            TdsServer::Options{.port = 0, .user = "prova", .password = "Segreta1!", .endAfterRows = endAfterRows});
+            TdsServer::Options{
+                .port = 0, .user = "prova", .password = "Segreta1!", .faults = {.endAfterRows = endAfterRows}});
     }
     void SetUp() override {
         Start();

@@ -19,7 +19,7 @@ constexpr int kUsageStatus = 2;
 
 struct CommandLine {
     std::string folder;
-    vlm::host::tds::TdsServer::Options options{.port = 11433, .user = {}, .password = {}, .endAfterRows = 0};
+    vlm::host::tds::TdsServer::Options options{.port = 11433};
 };
 
 int PortOf(std::string_view text) {
