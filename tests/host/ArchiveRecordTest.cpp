@@ -106,6 +106,35 @@ TEST_F(ArchiveRecordTest, ARecordOfAnotherUserIsRefused) {
     EXPECT_EQ(ErrorText([&] { exemption.Load(5, true); }), "L'esenzione del paziente n. 5 è bloccata da VERDI.");
 }
 
+/// Another user takes the record between this one's look and his own taking, as on a server where both may look first.
+class OvertakenConnection final : public data::Connection {
+public:
+    explicit OvertakenConnection(data::ConnectionPtr inner) : inner_(std::move(inner)) {}
+
+    bool IsOpen() const override { return true; }
+    std::string InitialCatalog() const override { return inner_->InitialCatalog(); }
+    data::RecordsetPtr Open(std::string_view sql) override { return inner_->Open(sql); }
+    std::int64_t Execute(std::string_view sql) override {
+        inner_->Execute("INSERT INTO BloccoRecord VALUES ('Paziente', 12, 'ROSSI', '2026-11-23')");
+        return inner_->Execute(sql.substr(0, sql.find(" WHERE NOT EXISTS")));
+    }
+    void BeginTransaction() override {}
+    void CommitTransaction() override {}
+    void RollbackTransaction() override {}
+
+private:
+    data::ConnectionPtr inner_;
+};
+
+TEST_F(ArchiveRecordTest, OfTwoUsersAtOnceOneGetsTheRecord) {
+    const auto overtaken = std::make_shared<OvertakenConnection>(host.connection);
+    const auto locks = server::HostReference::Of(com::Make<LockService>(overtaken, "MARIA", host.clock).Get());
+    EXPECT_NE(ErrorText([&] { Patient(locks)->Load(12, true); }).find("ROSSI"), std::string::npos);
+    EXPECT_EQ(Query(kLocks), "Paziente|12|ROSSI|23/11/2026");
+    host.connection->Execute("DROP TABLE BloccoRecord");
+    EXPECT_NE(ErrorText([&] { Patient(locks)->Load(12, true); }).find("BloccoRecord"), std::string::npos);
+}
+
 TEST_F(ArchiveRecordTest, TheLockGoesWithTheLastOfItsHolders) {
     auto first = Patient();
     first->Load(12, true);
