@@ -12,6 +12,8 @@ export WINEDLLOVERRIDES="mscoree,mshtml=" # nothing here needs them, and asking 
 export LOCPATH="$WINEPREFIX/locale"
 export LANG=it_IT.UTF-8
 unset LC_ALL
+# ODBC drivers are those of this machine, which call the first drive by another name.
+export VLM_DRIVE_C="$WINEPREFIX/drive_c"
 
 mkdir -p "$LOCPATH"
 [ -d "$LOCPATH/it_IT.UTF-8" ] || localedef -i it_IT -f UTF-8 "$LOCPATH/it_IT.UTF-8"
