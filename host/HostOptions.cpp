@@ -121,7 +121,8 @@ const char* HostOptions::Usage() {
   aslhost [opzioni] ASLImportPatient [passo ...] apre l'importazione dei pazienti
 
   --data CARTELLA    cartella dei database     --clinic N        numero dello studio (12)
-  --odbc TESTO       testo di connessione ODBC a un server, al posto di --data
+  --odbc TESTO       testo di connessione ODBC a un server, al posto di --data; la password si può
+                     lasciare alla variabile ASLHOST_PWD; Dialect=QualifySchema scrive lo schema dbo
   --work CARTELLA    cartella di lavoro        --install CARTELLA  cartella di installazione
                                                (Installazione nella cartella dei database, se c'è)
   --settings FILE    impostazioni (ini)        --today AAAA-MM-GG  la data di oggi

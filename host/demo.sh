@@ -1,7 +1,7 @@
 #!/bin/sh
 # A month and a quarter of the demo clinic in Sicily, its prescriptions and its projects, a month of the one in Puglia,
-# then the patient lists that the authority hands out, as a clerk works on them: what is typed, what the dialogs say,
-# what stands in the files afterwards.
+# then the patient lists that the authority hands out, and a month over a server, as a clerk works on them: what is
+# typed, what the dialogs say, what stands in the files afterwards.
 set -e
 host=$1
 demo=build/demo
@@ -84,4 +84,20 @@ title "Gli assistiti dal sistema tessera sanitaria: il PIN non si vede"
 component ASLImportPatient cboTipoImportazione='#1' cboSpecialista='#0' \
     in:frmInpsPIN txtConferma=1234567890 cmdConferma! end: cmdElabora! grdList?
 
-printf '\nTutto sta in %s: dati, lavoro, invio.\n' "$demo"
+title "Gli stessi database su un server, attraverso ODBC: lo stesso mese, lo stesso file"
+mkdir -p "$demo/server" "$demo/invio-server"
+"${host%/*}/asltds" --data "$demo/server" --port 0 > "$demo/asltds.log" &
+server=$!
+trap 'kill $server' EXIT
+until grep -q : "$demo/asltds.log" 2> /dev/null; do
+    kill -0 $server || exit 1
+    sleep 0.1
+done
+text="Driver={FreeTDS};Server=127.0.0.1;Port=$(sed 's/.*://' "$demo/asltds.log");TDS_Version=7.4;ClientCharset=UTF-8"
+"$host" --today 2011-04-10 init --odbc "$text;UID=demo"
+"$host" --text --odbc "$text;UID=demo;Database=Studio0012" --today 2011-04-10 --work "$demo/lavoro" \
+    --settings "$demo/impostazioni.ini" ASLExport cboBranca=1 cboMese=3 numAnno=2011 chkIncludiPrecedenti=1 \
+    txtPath="$demo/invio-server" cmdConferma!
+cmp "$demo/invio/2010311M.txt" "$demo/invio-server/2010311M.txt" && echo "I due file sono uguali."
+
+printf '\nTutto sta in %s: dati, server, lavoro, invio.\n' "$demo"

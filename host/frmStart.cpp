@@ -102,7 +102,7 @@ void frmStart::MakeDemo() {
 
 void frmStart::OpenComponent(const std::string& component) {
     HostOptions chosen = options_;
-    chosen.dataFolder = txtDati.Text();
+    if (!OnServer()) chosen.dataFolder = txtDati.Text();
     chosen.clinic = clinics_.at(static_cast<std::size_t>(std::max(0, cboStudio.Position()))).number;
     chosen.command = component;
     open_(chosen);

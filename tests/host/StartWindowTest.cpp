@@ -6,6 +6,7 @@
 #include "platform/Error.h"
 #include "platform/ui/console/ConsoleToolkit.h"
 #include "platform/ui/console/JsonEventLog.h"
+#include "tests/support/OdbcServerText.h"
 #include "tests/support/TempFolder.h"
 
 namespace vlm::host {
@@ -15,14 +16,19 @@ using Words = std::vector<std::string>;
 
 struct Start {
     Start(const std::string& folder, int clinic, Words words) {
-        ui::ConsoleToolkit toolkit(ui::ConsoleScript(std::move(words)), log);
         HostOptions options;
         options.dataFolder = folder;
         options.clinic = clinic;
+        Show(options, std::move(words));
+    }
+    Start(const HostOptions& options, Words words) { Show(options, std::move(words)); }
+
+    void Show(HostOptions options, Words words) {
+        ui::ConsoleToolkit toolkit(ui::ConsoleScript(std::move(words)), log);
         options.user = "PROVA";
         frmStart start(toolkit, options, *Date::FromYmd(2011, 4, 10), [this](const HostOptions& chosen) {
-            opened.push_back(chosen.command + " " + std::to_string(chosen.clinic.value_or(0)) + " " + chosen.dataFolder + " " +
-                             chosen.user);
+            opened.push_back(chosen.command + " " + std::to_string(chosen.clinic.value_or(0)) + " " +
+                             chosen.dataFolder + " " + chosen.user);
             if (fails) throw Error("non si apre");
         });
         toolkit.ShowModal(start);
@@ -87,6 +93,28 @@ TEST(StartWindow, AFolderWithoutClinicsCanGetTheDemo) {
     EXPECT_TRUE(start.Has(R"("kind":"folder","filter":"","filterIndex":0,"folder":")" + (temp / "manca")));
     EXPECT_TRUE(start.Has(R"({"key":1,"text":"16)")) << start.out.str();
     EXPECT_EQ(start.opened, Words{"ASLExport 12 " + folder + " PROVA"});
+}
+
+TEST(StartWindow, OffersTheClinicsOfAServer) {
+    const test::TempFolder temp;
+    const tds::TdsServer server(TwoClinics(temp), test::ServerOptions());
+    HostOptions options;
+    options.odbcText = test::OdbcServerText(server, "Studio0012") + ";PWD=" + test::kServerPassword;
+    const Start start(options, {"txtDati?", "cmdLink?", "cmdDemo?", "cboStudio?", "cmdRicette!"});
+    EXPECT_TRUE(start.Has(R"("name":"cboStudio","value":1,"text":"12 - Mare")")) << start.out.str();
+    for (const char* hidden : {"txtDati", "cmdLink", "cmdDemo"}) {
+        EXPECT_TRUE(
+            start.Has(std::string(R"("name":")") + hidden + R"(","value":"","text":"","enabled":true,"visible":false)"))
+            << start.out.str();
+    }
+    EXPECT_EQ(start.opened, Words{"ASLPanoramico 12 . PROVA"});
+
+    options.odbcText += "errata";
+    const Start refused(options, {"cboStudio?", "cmdRicette?"});
+    const std::string said = refused.out.str();
+    EXPECT_EQ(said.find("non è riuscito"), said.rfind("non è riuscito")) << "told once: " << said;
+    EXPECT_TRUE(refused.Has("ospite") && !refused.Has(test::kServerPassword)) << said;
+    EXPECT_TRUE(refused.Has(R"("name":"cmdRicette","value":"","text":"","enabled":false)"));
 }
 
 }  // namespace
