@@ -36,7 +36,7 @@ frmStart::frmStart(ui::Toolkit& toolkit, const HostOptions& options, Date today,
 
 void frmStart::LayOut() {
     txtDati.path = true;
-    AddRow("Cartella dei database", {{{&txtDati}}, {{&cmdLink}}});
+    if (!OnServer()) AddRow("Cartella dei database", {{{&txtDati}}, {{&cmdLink}}});
     AddRow("&Studio", {{{&cboStudio}}, {{&cmdDemo}}});
     AddRow("", {{{&cmdPrestazioni}}, {{&lblPrestazioni}}}, &fraComponenti);
     AddRow("", {{{&cmdRicette}}, {{&lblRicette}}}, &fraComponenti);
