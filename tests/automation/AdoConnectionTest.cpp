@@ -8,6 +8,7 @@
 #include "platform/data/ado/ConnectionObject.h"
 #include "platform/data/ado/HostRecordset.h"
 #include "platform/data/ado/RecordsetObject.h"
+#include "support/Caught.h"
 #include "ui/FakeConnection.h"
 
 namespace vlm::data::testing {
@@ -60,14 +61,10 @@ TEST(AdoConnectionTest, ErrorsKeepWhatTheProviderSays) {
     {
         AdoConnection connection(
             com::Make<ForeignObject>(com::Make<ConnectionObject>(std::make_shared<Failing>()), world));
-        try {
-            connection.Open("SELECT 1");
-            ADD_FAILURE();
-        } catch (const Error& error) {
-            EXPECT_STREQ(error.what(), "tabella ignota");
-            EXPECT_EQ(error.Number(), -2147217865);
-            EXPECT_EQ(error.Source(), "Provider SQL");
-        }
+        const Error error = test::Caught([&] { connection.Open("SELECT 1"); });
+        EXPECT_STREQ(error.what(), "tabella ignota");
+        EXPECT_EQ(error.Number(), -2147217865);
+        EXPECT_EQ(error.Source(), "Provider SQL");
         EXPECT_EQ(ErrorText([&] { connection.Execute("DELETE"); }), "bloccata");
         EXPECT_EQ(ErrorText([&] { connection.InitialCatalog(); }), "niente catalogo");
         EXPECT_EQ(ErrorText([&] { connection.BeginTransaction(); }), "tipo");

@@ -4,6 +4,7 @@
 #include "platform/automation/ErrorReport.h"
 #include "platform/automation/EventSource.h"
 #include "platform/automation/LateBound.h"
+#include "support/Caught.h"
 
 namespace vlm::com {
 namespace {
@@ -155,20 +156,11 @@ TEST(Dispatch, ObjectReferencesAreCheckedAndCounted) {
 
 TEST(Dispatch, AFailureCarriesNumberSourceAndDescription) {
     const LateBound late(Make<Sample>());
-    try {
-        late.Call("Fail");
-        FAIL();
-    } catch (const Error& error) {
-        EXPECT_STREQ(error.what(), "non va");
-        EXPECT_EQ(error.Source(), "Prova");
-        EXPECT_EQ(static_cast<std::uint32_t>(error.Number()), 0x800A005Eu);
-    }
-    try {
-        late.Call("Manca");
-        FAIL();
-    } catch (const Error& error) {
-        EXPECT_NE(std::string(error.what()).find("Manca"), std::string::npos);
-    }
+    const Error error = test::Caught([&] { late.Call("Fail"); });
+    EXPECT_STREQ(error.what(), "non va");
+    EXPECT_EQ(error.Source(), "Prova");
+    EXPECT_EQ(static_cast<std::uint32_t>(error.Number()), 0x800A005Eu);
+    EXPECT_NE(test::CaughtText([&] { late.Call("Manca"); }).find("Manca"), std::string::npos);
     EXPECT_EQ(ResultOf(0), E_FAIL);
     EXPECT_EQ(ResultOf(DISP_E_TYPEMISMATCH), DISP_E_TYPEMISMATCH);
     EXPECT_EQ(ResultOf(70000), E_FAIL);

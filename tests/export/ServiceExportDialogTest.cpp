@@ -1,12 +1,10 @@
 #include <gtest/gtest.h>
 
 #include "support/Events.h"
-#include "support/ServiceClinic.h"
+#include "support/Words.h"
 
 namespace vlm::test {
 namespace {
-
-std::string SettingsOf(const ServiceClinic& clinic) { return ReadBytes(clinic.settings); }
 
 TEST(ServiceExportDialogTest, ProposesThePeriodBeforeToday) {
     struct Case {
@@ -84,68 +82,26 @@ TEST(ServiceExportDialogTest, TheBranchFillsTheSpecialists) {
 TEST(ServiceExportDialogTest, EveryFailingCheckIsToldAndMovesTheFocus) {
     ServiceClinic clinic;
     clinic.Create({});
-    const std::string missing =
-        R"({"event":"message","text":"Impossibile proseguire! Il campo '%' non può contenere un valore nullo.","caption":"Attenzione!","icon":"critical","buttons":"ok","answer":"ok"})";
-    const auto told = [&missing](const std::string& field) {
-        std::string text = missing;
-        return text.replace(text.find('%'), 1, field);
-    };
-    const std::string path =
-        R"({"event":"message","text":"Impossibile proseguire! Il campo 'Destinazione' contiene un percorso non valido.","caption":"Attenzione!","icon":"critical","buttons":"ok","answer":"ok"})";
-    const std::string focusBranch = R"({"event":"focus","name":"cboBranca"})";
-    const std::string focusPath = R"({"event":"focus","name":"txtPath"})";
-    struct Case {
-        std::vector<std::string> steps;
-        std::vector<std::string> events;
-    };
-    for (const Case& c : {Case{{"cboBranca=#-1", "txtPath=", "cmdConferma!"},
-                               {told("Branca"), focusBranch, told("Destinazione"), focusPath}},
-                          Case{{"txtPath=   ", "cmdConferma!"}, {told("Destinazione"), focusPath}},
-                          Case{{"txtPath=" + clinic.out + "/none", "cmdConferma!"}, {path, focusPath}},
-                          // Checked as typed: the blank makes it another folder.
-                          Case{{"txtPath= " + clinic.out, "cmdConferma!"}, {path, focusPath}}}) {
-        const HostRun run = clinic.Run(c.steps);
-        ASSERT_GE(run.events.size(), 2U);
-        EXPECT_EQ(std::vector<std::string>(run.events.begin() + 1, run.events.end() - 1), c.events);
-    }
+    const std::string path = FocusEvent("txtPath");
+    const std::pair<std::vector<std::string>, std::vector<std::string>> cases[] = {
+        {{"cboBranca=#-1", "txtPath=", "cmdConferma!"},
+         {MissingEvent("Branca"), FocusEvent("cboBranca"), MissingEvent("Destinazione"), path}},
+        {{"txtPath=   ", "cmdConferma!"}, {MissingEvent("Destinazione"), path}},
+        {{"txtPath=" + clinic.out + "/none", "cmdConferma!"}, {kInvalidPathEvent, path}},
+        // Checked as typed: the blank makes it another folder.
+        {{"txtPath= " + clinic.out, "cmdConferma!"}, {kInvalidPathEvent, path}}};
+    for (const auto& [steps, events] : cases) EXPECT_EQ(Inside(clinic.Run(steps)), events);
     ServiceClinic puglia;
     puglia.idRegioneTariffario = 13;
     puglia.Create({});
-    EXPECT_EQ(puglia.Run({"txtPath=", "cmdConferma!"}).Of("message"), std::vector{told("Destinazione")});
+    EXPECT_EQ(puglia.Run({"txtPath=", "cmdConferma!"}).Of("message"), std::vector{MissingEvent("Destinazione")});
 }
 
-TEST(ServiceExportDialogTest, KeepsTheDestinationHoweverItCloses) {
-    for (const std::string close : {"cmdAnnulla!", "key:=Escape", "key:=Alt+F4", "cboMese?"}) {
-        SCOPED_TRACE(close);
-        ServiceClinic clinic;
-        clinic.Create({});
-        clinic.Run({"txtPath=C:\\Dati ASL", close});
-        EXPECT_EQ(StateOf(clinic.Run({"txtPath?"}), "txtPath", "value"), "\"C:\\\\Dati ASL\"");
-        clinic.Run({"txtPath=", close});
-        EXPECT_EQ(StateOf(clinic.Run({"txtPath?"}), "txtPath", "value"), "\"\"");
-    }
+TEST(ServiceExportDialogTest, KeepsTheDestinationThoughAStepCannotBeDone) {
     ServiceClinic clinic;
     clinic.Create({});
-    EXPECT_EQ(clinic.Run({"txtPath=/kept", "cboMese=99"}).status, 2);  // a step that cannot be done
-    EXPECT_NE(SettingsOf(clinic).find("ASLPath"), std::string::npos);
-    EXPECT_NE(SettingsOf(clinic).find("/kept"), std::string::npos);
-}
-
-TEST(ServiceExportDialogTest, BrowsesOnCtrlRAlone) {
-    ServiceClinic clinic;
-    clinic.Create({});
-    const HostRun run = clinic.Run({"txtPath= /start ", "answer:/chosen", "key:txtPath=R", "key:txtPath=Ctrl+R",
-                                    "txtPath?", "cmdLink!", "txtPath?"});
-    ASSERT_EQ(run.Of("choose").size(), 2U);
-    EXPECT_NE(run.Of("choose").at(0).find(R"("folder":"/start")"), std::string::npos) << run.Of("choose").at(0);
-    EXPECT_EQ(StateOf(run, "txtPath", "value"), "\"/chosen\"");
-    EXPECT_EQ(run.Of("state").at(0), run.Of("state").at(1));  // a cancelled choice changes nothing
-}
-
-TEST(ServiceExportDialogTest, AsksTheHostForItsHelp) {
-    ServiceClinic clinic;
-    clinic.Create({});
-    EXPECT_EQ(clinic.Run({"help:"}).Of("help"), std::vector<std::string>{R"({"event":"help","context":5920})"});
+    EXPECT_EQ(clinic.Run({"txtPath=/kept", "cboMese=99"}).status, 2);
+    EXPECT_NE(ReadBytes(clinic.settings).find("/kept"), std::string::npos);
 }
 
 TEST(ServiceExportDialogTest, ADatabaseWithoutItsTablesIsToldAndKeepsTheSettings) {
@@ -156,33 +112,29 @@ TEST(ServiceExportDialogTest, ADatabaseWithoutItsTablesIsToldAndKeepsTheSettings
     const HostRun run = clinic.Run({});
     ASSERT_EQ(run.Of("message").size(), 1U);
     EXPECT_NE(run.Of("message").at(0).find("Mese"), std::string::npos);
-    EXPECT_NE(SettingsOf(clinic).find("/kept"), std::string::npos);
+    EXPECT_NE(ReadBytes(clinic.settings).find("/kept"), std::string::npos);
 }
 
 TEST(FileSelectionTest, ProposesTheFileOfThePeriodAndTellsOfIt) {
     ServiceClinic clinic;
     clinic.Create({});
     WriteBytes(clinic.out + "/2010111S.txt", std::string(1234567, 'x'));
-    const std::vector<std::string> look = {"lblNonTrovato?",       "lblData?", "lblDataValore?", "lblDimensione?",
-                                           "lblDimensioneValore?", "txtPath?"};
-    const auto run = [&](std::vector<std::string> before, std::vector<std::string> inside) {
-        before.push_back("in:frmSelectFile");
-        before.insert(before.end(), inside.begin(), inside.end());
-        before.insert(before.end(), {"end:", "cmdVisualizza!"});
-        return clinic.Run(before);
+    const auto run = [&](const std::vector<std::string>& before) {
+        return clinic.Run(before + WordsOf("in:frmSelectFile lblNonTrovato? lblData? lblDataValore? lblDimensione? "
+                                           "lblDimensioneValore? txtPath? end: cmdVisualizza!"));
     };
-    const HostRun there = run({"optTipoExport=1", "txtPath=" + clinic.out}, look);
+    const HostRun there = run({"optTipoExport=1", "txtPath=" + clinic.out});
     EXPECT_EQ(StateOf(there, "txtPath", "value"), "\"" + clinic.out + "\\\\2010111S.txt\"");
     EXPECT_EQ(StateOf(there, "lblNonTrovato", "visible"), "false");
     for (const char* label : {"lblData", "lblDataValore", "lblDimensione", "lblDimensioneValore"}) {
         EXPECT_EQ(StateOf(there, label, "visible"), "true") << label;
     }
     EXPECT_EQ(StateOf(there, "lblDimensioneValore", "caption"), "\"1.234.567 bytes\"");
-    const HostRun missing = run({"cboMese=7", "numAnno=2009", "txtPath= " + clinic.out + "\\ "}, look);
+    const HostRun missing = run({"cboMese=7", "numAnno=2009", "txtPath= " + clinic.out + "\\ "});
     EXPECT_EQ(StateOf(missing, "txtPath", "value"), "\"" + clinic.out + "\\\\2010709M.txt\"");
     EXPECT_EQ(StateOf(missing, "lblNonTrovato", "visible"), "true");
     EXPECT_EQ(StateOf(missing, "lblDimensione", "visible"), "false");
-    const HostRun empty = run({"txtPath="}, look);
+    const HostRun empty = run({"txtPath="});
     EXPECT_EQ(StateOf(empty, "txtPath", "value"), "\"\"");
     EXPECT_EQ(StateOf(empty, "lblNonTrovato", "visible"), "false");
     EXPECT_EQ(StateOf(empty, "lblDimensioneValore", "visible"), "false");

@@ -31,22 +31,11 @@ protected:
 };
 
 Positions CataniaLine() {
-    return Positions(200)
-        .At(1, "SCARTO..")
-        .At(10, "DI MARIA NICOLOSI PATERNO")
-        .At(35, "x")
-        .At(36, "ANNA MARIA ANTONIETTA LIA")
-        .At(61, "x")
-        .At(62, "03/02/1961")
-        .At(73, "F")
-        .At(75, "DMRNMR61B43C351Z")
-        .At(92, "CT123456789")
-        .At(104, "04/03/2001")
-        .At(115, "05/04/2031")
-        .At(126, "06/05/30")
-        .At(136, "scarto......")
-        .At(148, "VIA ETNEA, ANGOLO VIA UMBERTO 123")
-        .At(182, "CATANIA");
+    return Positions(
+        200, {At(1, "SCARTO.."), At(10, "DI MARIA NICOLOSI PATERNO"), At(35, "x"), At(36, "ANNA MARIA ANTONIETTA LIA"),
+              At(61, "x"), At(62, "03/02/1961"), At(73, "F"), At(75, "DMRNMR61B43C351Z"), At(92, "CT123456789"),
+              At(104, "04/03/2001"), At(115, "05/04/2031"), At(126, "06/05/30"), At(136, "scarto......"),
+              At(148, "VIA ETNEA, ANGOLO VIA UMBERTO 123"), At(182, "CATANIA")});
 }
 
 TEST_F(AslFormatsTest, CataniaByItsRecordDescription) {
@@ -73,20 +62,11 @@ TEST_F(AslFormatsTest, CataniaDatesThatAreNone) {
 }
 
 TEST_F(AslFormatsTest, SavonaByItsRecordDescription) {
-    const Positions line = Positions(330)
-                               .At(1, "CNTNNA70A41B639Q")
-                               .At(17, "COGNOME DI TRENTA CARATTERI XX")
-                               .At(47, "NOME DI TRENTA CARATTERI ABCDE")
-                               .At(77, "01/01/1970")
-                               .At(87, "F")
-                               .At(88, "................................")
-                               .At(120, "ROMA")
-                               .At(150, "17100")
-                               .At(157, "VIA PALEOCAPA")
-                               .At(187, "12")
-                               .At(193, "A")
-                               .At(305, "02/02/1972")
-                               .At(315, "03-03-2033");
+    const Positions line = Positions(
+        330, {At(1, "CNTNNA70A41B639Q"), At(17, "COGNOME DI TRENTA CARATTERI XX"),
+              At(47, "NOME DI TRENTA CARATTERI ABCDE"), At(77, "01/01/1970"), At(87, "F"),
+              At(88, "................................"), At(120, "ROMA"), At(150, "17100"), At(157, "VIA PALEOCAPA"),
+              At(187, "12"), At(193, "A"), At(305, "02/02/1972"), At(315, "03-03-2033")});
     const Lines expected = {
         "Selezionato=False|Cognome=COGNOME DI TRENTA CARATTERI XX|Nome=NOME DI TRENTA CARATTERI ABCDE|"
         "DataNascita=01/01/1970|Sesso=F|CodiceFiscale=CNTNNA70A41B639Q|Comune=ROMA|Indirizzo=VIA PALEOCAPA 12/A|"
@@ -101,18 +81,10 @@ TEST_F(AslFormatsTest, SavonaByItsRecordDescription) {
 }
 
 TEST_F(AslFormatsTest, ToscanaByItsRecordDescription) {
-    const Positions line = Positions(260)
-                               .At(1, "abc")
-                               .At(4, "FI123456789")
-                               .At(15, "ALIGHIERI DEGLI ALTR")
-                               .At(35, "DANTE DURANTE LAPO G")
-                               .At(55, "............")
-                               .At(67, "19610203")
-                               .At(75, "M")
-                               .At(76, "LGHDNT61B03D612X")
-                               .At(92, "VIA SANTA MARGHERITA, ANGOLO CORSO")
-                               .At(126, "082053")
-                               .At(248, "20010304");
+    const Positions line = Positions(
+        260, {At(1, "abc"), At(4, "FI123456789"), At(15, "ALIGHIERI DEGLI ALTR"), At(35, "DANTE DURANTE LAPO G"),
+              At(55, "............"), At(67, "19610203"), At(75, "M"), At(76, "LGHDNT61B03D612X"),
+              At(92, "VIA SANTA MARGHERITA, ANGOLO CORSO"), At(126, "082053"), At(248, "20010304")});
     const std::string start =
         "Selezionato=True|Codice=FI123456789|Cognome=ALIGHIERI DEGLI ALTR|Nome=DANTE DURANTE LAPO G|"
         "DataNascita=03/02/1961|Sesso=M|CodiceFiscale=LGHDNT61B03D612X|";
@@ -130,15 +102,9 @@ TEST_F(AslFormatsTest, ToscanaByItsRecordDescription) {
 
 /// Palermo and Caltanissetta, but for the width of the comune's name.
 Positions SicilianLine() {
-    return Positions(150)
-        .At(1, "PA123456789")
-        .At(13, "COGNOME E NOME DI TRENTA LETTE")
-        .At(44, "03-02-1961")
-        .At(55, "F")
-        .At(57, "CGNNMO61B43G273A")
-        .At(74, "PALERMO")
-        .At(105, "VIA MAQUEDA NUMERO VENTISETTE ")
-        .At(139, "04/03/2001");
+    return Positions(150, {At(1, "PA123456789"), At(13, "COGNOME E NOME DI TRENTA LETTE"), At(44, "03-02-1961"),
+                           At(55, "F"), At(57, "CGNNMO61B43G273A"), At(74, "PALERMO"),
+                           At(105, "VIA MAQUEDA NUMERO VENTISETTE "), At(139, "04/03/2001")});
 }
 
 TEST_F(AslFormatsTest, PalermoCaltanissettaEnnaAndMarcheByTheirTables) {
@@ -160,29 +126,18 @@ TEST_F(AslFormatsTest, PalermoCaltanissettaEnnaAndMarcheByTheirTables) {
     EXPECT_EQ(comune(Palermo), "PALERMOOOOOOOOOOOOOOOOOOOOOXYZ");
     EXPECT_EQ(comune(Caltanissetta), "PALERMOOOOOOOOOOOOOO");
 
-    const Positions enna = Positions(125)
-                               .At(1, "EN123456789")
-                               .At(13, "COGNOME E NOME DI TRENTA LETTE")
-                               .At(44, "03/02/1961")
-                               .At(55, "PIAZZA VITTORIO EMANUELE N. 12")
-                               .At(89, "082053")
-                               .At(95, "CGNNMO61B43G273A")
-                               .At(112, "04/03/2001");
+    const Positions enna = Positions(125, {At(1, "EN123456789"), At(13, "COGNOME E NOME DI TRENTA LETTE"),
+                                           At(44, "03/02/1961"), At(55, "PIAZZA VITTORIO EMANUELE N. 12"),
+                                           At(89, "082053"), At(95, "CGNNMO61B43G273A"), At(112, "04/03/2001")});
     EXPECT_EQ(
         Read(Enna, Source(enna.Line())),
         Lines{"Selezionato=True|Codice=EN123456789|Cognome=COGNOME E NOME DI TRENTA LETTE|"
               "DataNascita=03/02/1961|CodiceFiscale=CGNNMO61B43G273A|Comune=Palermo|"
               "Indirizzo=PIAZZA VITTORIO EMANUELE N. 12|CAP=90100|DataScelta=04/03/2001|IDComune=3|IDPaziente=0"});
 
-    const Positions marche = Positions(180)
-                                 .At(1, "COGNOME E NOME DI TRENTACINQUE LETT")
-                                 .At(36, "CORSO GARIBALDI NUMERO 12")
-                                 .At(61, "CATANIA")
-                                 .At(86, "60100")
-                                 .At(111, "03021961")
-                                 .At(146, "M")
-                                 .At(150, "dppdpp70a01h501x")
-                                 .At(166, "MC345678");
+    const Positions marche = Positions(
+        180, {At(1, "COGNOME E NOME DI TRENTACINQUE LETT"), At(36, "CORSO GARIBALDI NUMERO 12"), At(61, "CATANIA"),
+              At(86, "60100"), At(111, "03021961"), At(146, "M"), At(150, "dppdpp70a01h501x"), At(166, "MC345678")});
     EXPECT_EQ(Read(Marche, Source(marche.Line())),
               Lines{"Selezionato=False|Codice=MC345678|Cognome=COGNOME E NOME DI TRENTACINQUE LETT|"
                     "DataNascita=03/02/1961|Sesso=M|CodiceFiscale=dppdpp70a01h501x|Comune=CATANIA|"
@@ -190,14 +145,9 @@ TEST_F(AslFormatsTest, PalermoCaltanissettaEnnaAndMarcheByTheirTables) {
 }
 
 TEST_F(AslFormatsTest, SassariDividesTheNameAndLooksUpNoComune) {
-    const Positions line = Positions(135)
-                               .At(1, "....................")
-                               .At(21, "SS34567")
-                               .At(29, "SNNMRA61B03I452K")
-                               .At(47, "SANNA/MARIA GIOVANNA")
-                               .At(83, "03/02/1961")
-                               .At(94, "ROMA")
-                               .At(125, "04/03/01");
+    const Positions line =
+        Positions(135, {At(1, "...................."), At(21, "SS34567"), At(29, "SNNMRA61B03I452K"),
+                        At(47, "SANNA/MARIA GIOVANNA"), At(83, "03/02/1961"), At(94, "ROMA"), At(125, "04/03/01")});
     const std::string rest =
         "DataNascita=03/02/1961|CodiceFiscale=SNNMRA61B03I452K|Comune=ROMA|"
         "DataScelta=04/03/2001|IDPaziente=0";
@@ -242,17 +192,16 @@ TEST_F(AslFormatsTest, SardegnaTurnsAccentsIntoApostrophes) {
 
 TEST_F(AslFormatsTest, RagusaReadsToTheFirstRowWithoutANumber) {
     const SheetValue none;
-    const auto text = [](const char* value) { return SheetValue(std::string(value)); };
     const std::string path = host.folder / "ragusa.xlsx";
     XlsxFile()
-        .Sheet("Elenco", {{text("elenco")},
-                          {text("N."), text("Cognome")},
-                          {1.0, text(" ROSSI ANNA "), Date(22315), text("F"), text(" VIA ROMA 1 "), text(" PALERMO "),
-                           text(" CNTNNA70A41B639Q "), text("04/03/2001"), 7001.0},
-                          {text("2"), text("VERDI"), none, none, none, none, none, none, text("T3")},
-                          {0.0, text("FINE")},
-                          {4.0, text("DOPO LA FINE")}})
-        .Sheet("Altro", {{}, {}, {1.0, text("ALTRO FOGLIO")}})
+        .Sheet("Elenco", {{"elenco"},
+                          {"N.", "Cognome"},
+                          {1.0, " ROSSI ANNA ", Date(22315), "F", " VIA ROMA 1 ", " PALERMO ", " CNTNNA70A41B639Q ",
+                           "04/03/2001", 7001.0},
+                          {"2", "VERDI", none, none, none, none, none, none, "T3"},
+                          {0.0, "FINE"},
+                          {4.0, "DOPO LA FINE"}})
+        .Sheet("Altro", {{}, {}, {1.0, "ALTRO FOGLIO"}})
         .Write(path);
     EXPECT_EQ(Read(Ragusa, path),
               (Lines{"Selezionato=False|Codice=7001|Cognome= ROSSI ANNA |DataNascita=03/02/1961|Sesso=F|"
@@ -263,14 +212,12 @@ TEST_F(AslFormatsTest, RagusaReadsToTheFirstRowWithoutANumber) {
 }
 
 TEST_F(AslFormatsTest, NapoliDividesItsSharedCells) {
-    const auto text = [](const char* value) { return SheetValue(std::string(value)); };
     const std::string path = host.folder / "napoli.xlsx";
     XlsxFile()
-        .Sheet("Foglio1",
-               {{text("Num"), text("Cognome e nome")},
-                {1.0, text("ESPOSITO CIRO"), text("ROMA - VIA TOLEDO - SCALA B"), text("CNTNNA70A41B639Q T3")},
-                {text("x"), text("riga di altro")},
-                {3.0, text("RUSSO LIA"), text("CANTÙ"), text("RSSLIA80A41F839X")}})
+        .Sheet("Foglio1", {{"Num", "Cognome e nome"},
+                           {1.0, "ESPOSITO CIRO", "ROMA - VIA TOLEDO - SCALA B", "CNTNNA70A41B639Q T3"},
+                           {"x", "riga di altro"},
+                           {3.0, "RUSSO LIA", "CANTÙ", "RSSLIA80A41F839X"}})
         .Write(path);
     EXPECT_EQ(Read(Napoli, path),
               (Lines{"Selezionato=False|Codice=T3|Cognome=ESPOSITO CIRO|CodiceFiscale=CNTNNA70A41B639Q|Comune=ROMA|"
@@ -279,21 +226,15 @@ TEST_F(AslFormatsTest, NapoliDividesItsSharedCells) {
                      "Indirizzo=|CAP=22063|IDComune=1|IDPaziente=0"}));
 }
 
-/// Every line end is as good as the other, and so is a last line without one; sources may be UTF-8 with its mark.
-TEST_F(AslFormatsTest, LineEndsAndEncodingsOfTextSources) {
+/// Sources may be UTF-8 with its mark; widths count characters.
+TEST_F(AslFormatsTest, EncodingsAndLengthsOfTextSources) {
     std::string accented = CataniaLine().Line();
     accented.replace(35, 25, "NICOLÒ A B               ");  // 25 characters in 26 bytes
-    const Lines expected(2, ElementsOf(component.ReadSourceForAsl(Source("1\n2\n" + accented), Catania, "")).front());
-    EXPECT_NE(expected[0].find("Nome=NICOLÒ A B|"), std::string::npos);
-    const std::string rows = accented + "\r\n" + accented;
-    std::string unix = rows;
-    unix.erase(unix.find('\r'), 1);
-    EXPECT_EQ(Read(Catania, Source("1\r\n2\r\n" + rows + "\r\n")), expected);
-    EXPECT_EQ(Read(Catania, Source("1\n2\n" + unix)), expected);
-    EXPECT_EQ(Read(Catania, Bytes("\xEF\xBB\xBF"
-                                  "1\n2\n" +
-                                  rows)),
-              expected);
+    const std::string mark = "\xEF\xBB\xBF";
+    for (const std::string& source :
+         {Source("1\n2\n" + accented), Bytes(mark + "1\r\n2\r\n" + accented + "\r\n", "b")}) {
+        EXPECT_NE(Read(Catania, source).at(0).find("Nome=NICOLÒ A B|DataNascita=03/02/1961|"), std::string::npos);
+    }
     EXPECT_EQ(Read(Catania, Source("")), Lines{});
     EXPECT_EQ(Read(Lazio, Source("")), Lines{});
     EXPECT_EQ(Read(Palermo, Source("1\n2\nPA1")).front(),
@@ -307,9 +248,9 @@ TEST_F(AslFormatsTest, OddFilesDoNoHarm) {
     const std::string zero = "t\n1;T7;;A" + std::string(1, '\0') + "B;;;;;;;;;a b";
     EXPECT_EQ(component.GetElementList(Bytes(zero))->TextOf(OrdinalOf(ElementColumn::Cognome)),
               std::string("A") + '\0' + "B");
-    EXPECT_EQ(ErrorOf([&] { Read(Lazio, host.folder / "manca.txt"); }),
+    EXPECT_EQ(CaughtText([&] { Read(Lazio, host.folder / "manca.txt"); }),
               "Impossibile aprire il file " + host.folder / "manca.txt" + ": percorso inesistente.");
-    EXPECT_EQ(ErrorOf([&] { Read(Ragusa, Source("non è una cartella di lavoro")); }),
+    EXPECT_EQ(CaughtText([&] { Read(Ragusa, Source("non è una cartella di lavoro")); }),
               "Il file " + host.folder / "elenco.txt" +
                   " non è una cartella di lavoro leggibile: il suo formato non è né xlsx né xls.");
 }

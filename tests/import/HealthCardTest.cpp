@@ -39,7 +39,7 @@ TEST_F(HealthCardTest, CryptTextUndoesItself) {
     EXPECT_EQ(CryptText(CryptText(longest)), longest);
     // Codes that leave the code page; the error does not say what the text was.
     for (const std::string& text : {std::string("€€"), std::string(300, 'k'), "\x01" + std::string(300, 'k')}) {
-        EXPECT_EQ(ErrorOf([&] { CryptText(text); }), "Il testo è troppo lungo per essere codificato.");
+        EXPECT_EQ(CaughtText([&] { CryptText(text); }), "Il testo è troppo lungo per essere codificato.");
     }
 }
 
@@ -85,16 +85,12 @@ TEST_F(HealthCardTest, ExemptionsOfPatientsInTheArchive) {
 TEST_F(HealthCardTest, ErrorsOfTheSystemAreRaised) {
     host.components.response.error = true;
     host.components.response.errors = {{"E01", "PIN errato"}, {"E02", "Utente bloccato"}};
-    try {
-        component.GetElementListSistemaTS(3, "1234567890");
-        FAIL() << "no error";
-    } catch (const Error& error) {
-        EXPECT_EQ(std::string(error.what()), "E01 - PIN errato\r\nE02 - Utente bloccato\r\n");
-        EXPECT_EQ(static_cast<std::uint32_t>(error.Number()), 0x80043018U);
-        EXPECT_EQ(error.Source(), "SistemaTS");
-    }
+    const Error error = Caught([&] { component.GetElementListSistemaTS(3, "1234567890"); });
+    EXPECT_EQ(std::string(error.what()), "E01 - PIN errato\r\nE02 - Utente bloccato\r\n");
+    EXPECT_EQ(static_cast<std::uint32_t>(error.Number()), 0x80043018U);
+    EXPECT_EQ(error.Source(), "SistemaTS");
     host.components.failure = "openssl.exe non si avvia";
-    EXPECT_EQ(ErrorOf([&] { component.GetElementListSistemaTS(3, "1"); }), "openssl.exe non si avvia");
+    EXPECT_EQ(CaughtText([&] { component.GetElementListSistemaTS(3, "1"); }), "openssl.exe non si avvia");
 }
 
 }  // namespace

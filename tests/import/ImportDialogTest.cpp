@@ -1,11 +1,11 @@
 #include <filesystem>
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
-#include <sstream>
 
 #include "host/AslHost.h"
 #include "platform/text/CodePage1252.h"
 #include "support/ArchiveHost.h"
+#include "support/Words.h"
 
 namespace vlm::test {
 namespace {
@@ -47,21 +47,16 @@ protected:
 
     /// Runs the dialog; its events after the opening, without pointers and progress.
     std::vector<Json> Run(const Lines& steps) {
-        Lines arguments = {"--data",          host.folder.Path().string(),
-                           "--work",          host.folder / "work",
-                           "--settings",      host.folder / "set.ini",
-                           "--install",       host.folder / "Inst",
-                           "--today",         "2026-11-23",
-                           "--clinic",        "12",
-                           "ASLImportPatient"};
-        arguments.insert(arguments.end(), steps.begin(), steps.end());
+        const std::string folder = host.folder.Path().string();
+        const Lines arguments =
+            WordsOf("--data " + folder + " --work " + folder + "/work --settings " + folder + "/set.ini --install " +
+                    folder + "/Inst --today 2026-11-23 --clinic 12 ASLImportPatient");
         std::ostringstream output;
         std::ostringstream errors;
-        status = host::RunHost(arguments, output, errors, false);
+        status = host::RunHost(arguments + steps, output, errors, false);
         complaint = errors.str();
         std::vector<Json> events;
-        std::istringstream lines(output.str());
-        for (std::string line; std::getline(lines, line);) {
+        for (const std::string& line : LinesOf(output.str())) {
             Json event = Json::parse(line);
             if (event["event"] == "pointer" || event["event"] == "progress") continue;
             events.push_back(std::move(event));
@@ -84,9 +79,10 @@ protected:
         }
         return messages;
     }
-    static Lines Names(const Json& state) {
-        Lines names;
-        for (const Json& item : state["items"]) names.push_back(item["text"]);
+    /// The entries of a list, each with a comma behind it.
+    static std::string Names(const Json& state) {
+        std::string names;
+        for (const Json& item : state["items"]) names += item["text"].get<std::string>() + ",";
         return names;
     }
     /// The shown cells of a grid by row, joined by "|".
@@ -102,22 +98,9 @@ protected:
         WriteBytes(host.folder / name, text::ToAnsi(text));
         return host.folder / name;
     }
-    Lines Query(const std::string& sql) const {
-        Lines rows;
-        const auto connection = host.Connect();
-        for (const auto set = connection->Open(sql); !set->AtEnd(); set->MoveNext()) {
-            std::string& row = rows.emplace_back();
-            for (int i = 0; i < set->FieldCount(); ++i) {
-                row.append(i == 0 ? "" : "|").append(set->IsNull(i) ? "NULL" : set->TextOf(i));
-            }
-        }
-        return rows;
-    }
     /// Reads the patient list with the template "zeta".
-    Lines Reading(const std::string& source, const Lines& more) const {
-        Lines steps = {"cboASL=#32", "txtPath=" + source, "cmdElabora!"};
-        steps.insert(steps.end(), more.begin(), more.end());
-        return steps;
+    static Lines Reading(const std::string& source, const Lines& more) {
+        return Lines{"cboASL=#32", "txtPath=" + source, "cmdElabora!"} + more;
     }
 
     ArchiveHost host{kArchive, kMaster};
@@ -130,74 +113,42 @@ protected:
 };
 
 TEST_F(ImportDialogTest, ListsAndVisibilityFollowTheChoices) {
-    const auto first = Run({"cboImportazione?", "cboTipoImportazione?", "cboASL?", "cboFiltro?", "grdList?",
-                            "grdList1?", "grdList2?", "lblConteggio?", "lblSelezionati?", "lblLettura?", "prgLettura?",
-                            "txtPath?", "cboSpecialista?", "cmdConferma?"});
+    const auto first = Run(
+        WordsOf("cboImportazione? cboTipoImportazione? cboASL? cboFiltro? grdList? grdList1? grdList2? lblConteggio? "
+                "lblSelezionati? lblLettura? prgLettura? txtPath? cboSpecialista? cmdConferma?"));
     EXPECT_EQ(first.front()["title"], "Importazione pazienti");
     EXPECT_EQ(State(first, "cboImportazione")["value"], 0);
     EXPECT_EQ(State(first, "cboTipoImportazione")["value"], 0);
     EXPECT_EQ(State(first, "cboASL")["value"], -1);
-    EXPECT_EQ(Names(State(first, "cboASL")), (Lines{"ABRUZZO",
-                                                    "BASILICATA",
-                                                    "BOLZANO",
-                                                    "CALABRIA",
-                                                    "CAMPANIA",
-                                                    "EMILIA ROMAGNA",
-                                                    "FRIULI VENEZIA GIULIA",
-                                                    "LAZIO",
-                                                    "LIGURIA",
-                                                    "LOMBARDIA",
-                                                    "MARCHE",
-                                                    "MOLISE",
-                                                    "PIEMONTE",
-                                                    "PUGLIA",
-                                                    "SARDEGNA",
-                                                    "SICILIA",
-                                                    "TOSCANA",
-                                                    "TRENTINO ALTO ADIGE",
-                                                    "TRENTO",
-                                                    "UMBRIA",
-                                                    "VALLE D'AOSTA",
-                                                    "VENETO",
-                                                    "Catania",
-                                                    "Caltanissetta",
-                                                    "Savona",
-                                                    "Palermo",
-                                                    "Ragusa",
-                                                    "Sassari",
-                                                    "Enna",
-                                                    "Napoli",
-                                                    "ABRUZZO",
-                                                    "Alfa",
-                                                    "zeta"}));
+    EXPECT_EQ(Names(State(first, "cboASL")),
+              "ABRUZZO,BASILICATA,BOLZANO,CALABRIA,CAMPANIA,EMILIA ROMAGNA,FRIULI VENEZIA GIULIA,LAZIO,LIGURIA,"
+              "LOMBARDIA,MARCHE,MOLISE,PIEMONTE,PUGLIA,SARDEGNA,SICILIA,TOSCANA,TRENTINO ALTO ADIGE,TRENTO,UMBRIA,"
+              "VALLE D'AOSTA,VENETO,Catania,Caltanissetta,Savona,Palermo,Ragusa,Sassari,Enna,Napoli,"
+              "ABRUZZO,Alfa,zeta,");
     EXPECT_EQ(State(first, "lblSelezionati")["caption"], "Selezionati 0 pazienti.");
     EXPECT_EQ(State(first, "lblConteggio")["caption"], "");
     EXPECT_EQ(State(first, "lblLettura")["caption"], "Lettura file in corso...");
+    const Lines parts = WordsOf("grdList grdList1 grdList2 txtPath cboASL cboSpecialista lblLettura prgLettura");
     const auto visible = [&](const std::vector<Json>& events) {
-        Lines shown;
-        for (const char* control :
-             {"grdList", "grdList1", "grdList2", "txtPath", "cboASL", "cboSpecialista", "lblLettura", "prgLettura"}) {
-            if (State(events, control)["visible"]) shown.push_back(control);
-        }
+        std::string shown;
+        for (const std::string& control : parts) shown += State(events, control)["visible"] ? control + " " : "";
         return shown;
     };
-    const Lines ask = {"grdList?",        "grdList1?",   "grdList2?",   "txtPath?",   "cboASL?",
-                       "cboSpecialista?", "lblLettura?", "prgLettura?", "cboFiltro?", "cmdConferma?"};
-    const auto after = [&](Lines steps) {
-        steps.insert(steps.end(), ask.begin(), ask.end());
-        return Run(steps);
+    const auto after = [&](const std::string& steps) {
+        return Run(WordsOf(steps + " grdList? grdList1? grdList2? txtPath? cboASL? cboSpecialista? lblLettura? "
+                                   "prgLettura? cboFiltro? cmdConferma?"));
     };
-    EXPECT_EQ(visible(first), (Lines{"grdList", "txtPath", "cboASL"}));
-    const auto revocation = after({"cboFiltro=#2"});
-    EXPECT_EQ(visible(revocation), (Lines{"grdList2", "txtPath", "cboASL"}));
+    EXPECT_EQ(visible(first), "grdList txtPath cboASL ");
+    const auto revocation = after("cboFiltro=#2");
+    EXPECT_EQ(visible(revocation), "grdList2 txtPath cboASL ");
     EXPECT_EQ(State(revocation, "cmdConferma")["caption"], "&Revoca");
-    EXPECT_EQ(State(after({"cboFiltro=#2", "cboFiltro=#1"}), "cmdConferma")["caption"], "&Importa");
-    const auto exemptions = after({"cboFiltro=#2", "cboImportazione=#1", "cboTipoImportazione=#1"});
-    EXPECT_EQ(visible(exemptions), (Lines{"grdList1", "cboSpecialista"}));
-    EXPECT_EQ(Names(State(exemptions, "cboASL")), Lines{"Esenti"});
+    EXPECT_EQ(State(after("cboFiltro=#2 cboFiltro=#1"), "cmdConferma")["caption"], "&Importa");
+    const auto exemptions = after("cboFiltro=#2 cboImportazione=#1 cboTipoImportazione=#1");
+    EXPECT_EQ(visible(exemptions), "grdList1 cboSpecialista ");
+    EXPECT_EQ(Names(State(exemptions, "cboASL")), "Esenti,");
     EXPECT_EQ(State(exemptions, "cboFiltro")["enabled"], false);
     EXPECT_EQ(State(exemptions, "cmdConferma")["caption"], "&Importa");
-    EXPECT_EQ(State(after({"cboImportazione=#1", "cboImportazione=#0"}), "cboFiltro")["enabled"], true);
+    EXPECT_EQ(State(after("cboImportazione=#1 cboImportazione=#0"), "cboFiltro")["enabled"], true);
     Run({"cboTipoImportazione=#1", "txtPath=x"});
     EXPECT_EQ(status, 2) << "a hidden field takes no text";
 }
@@ -218,14 +169,14 @@ TEST_F(ImportDialogTest, ReadsFiltersAndCounts) {
     EXPECT_EQ(Cells(State(read, "grdList")), (Lines{"0|T7|Conti|Anna|01/01/1970||CNTNNA70A41B639X||Roma|Via A|4|7|||",
                                                     "1|N1|Nuovo|Ezio|||NVUZEI80A01H501X||Cantù|Via B|1|0|||",
                                                     "1|N2|Altro|Elio|||LTRLEI80A01H501X||||0|0|||"}));
-    Lines titles;
+    std::string titles;
     const Json grid = State(read, "grdList");
     for (const Json& column : grid["columns"]) {
-        titles.push_back(column["title"].get<std::string>() + (column["visible"].get<bool>() ? "" : " (hidden)"));
+        titles += column["title"].get<std::string>() + (column["visible"].get<bool>() ? "|" : " (hidden)|");
     }
-    EXPECT_EQ(titles, (Lines{"Importa", "Codice paziente", "Cognome", "Nome", "Data nascita", "Sesso", "Codice fiscale",
-                             "Data scelta", "Comune di residenza", "Indirizzo", "IDComune (hidden)",
-                             "IDPaziente (hidden)", "Scadenza", "Sospensione", "Telefono"}));
+    EXPECT_EQ(titles,
+              "Importa|Codice paziente|Cognome|Nome|Data nascita|Sesso|Codice fiscale|Data scelta|"
+              "Comune di residenza|Indirizzo|IDComune (hidden)|IDPaziente (hidden)|Scadenza|Sospensione|Telefono|");
     EXPECT_EQ(Cells(State(read, "grdList2")), (Lines{"0|T8|Assente|Ivo|03/02/1960|M|SSNVIO60B03H501X||8|",
                                                      "0|P10|Bimbi|Leo|01/01/2022|M|BMBLEO22A01H501X||10|"}));
     EXPECT_EQ(State(read, "lblConteggio")["caption"], "( 3 pazienti )");
@@ -251,9 +202,7 @@ TEST_F(ImportDialogTest, ReadsFiltersAndCounts) {
 }
 
 TEST_F(ImportDialogTest, ShowsWhatAReadCouldNotTake) {
-    Lines steps = Reading(Source(list), {});
-    steps.insert(steps.begin(), "answer:yes");
-    const auto events = Run(steps);
+    const auto events = Run(Lines{"answer:yes"} + Reading(Source(list), {}));
     ASSERT_EQ(events.back()["event"], "closed");
     const std::string report = host.folder / "work" + "\\Anomalie importazione.txt";
     EXPECT_EQ(events[events.size() - 2]["command"], "Notepad.exe " + report);
@@ -275,9 +224,9 @@ TEST_F(ImportDialogTest, ConfirmsTheSelectedRowsAndTellsTheRest) {
     EXPECT_EQ(Cells(State(events, "grdList")).at(1), "0|N1|Nuovo|Ezio|||NVUZEI80A01H501X||Cantù|Via B|1|11|||");
     EXPECT_EQ(State(events, "lblSelezionati")["caption"], "Selezionati 1 pazienti.");
     EXPECT_EQ(State(events, "lblConteggio")["caption"], "( 1 pazienti )");
-    EXPECT_EQ(Query("SELECT IDPaziente, Cognome, NumAssistito FROM Paziente WHERE IDPaziente > 10"),
+    EXPECT_EQ(host.Query("SELECT IDPaziente, Cognome, NumAssistito FROM Paziente WHERE IDPaziente > 10"),
               Lines{"11|Nuovo|N1"});
-    EXPECT_EQ(Query("SELECT IDPaziente, IDComune, Indirizzo, Cap FROM Residenza"), Lines{"11|1|Via B|22063"});
+    EXPECT_EQ(host.Query("SELECT IDPaziente, IDComune, Indirizzo, Cap FROM Residenza"), Lines{"11|1|Via B|22063"});
 }
 
 TEST_F(ImportDialogTest, HiddenRowsAreConfirmedAfterAQuestion) {
@@ -285,12 +234,10 @@ TEST_F(ImportDialogTest, HiddenRowsAreConfirmedAfterAQuestion) {
         "question|Attenzione!|Sono selezionati anche 1 pazienti non visualizzati.\r\nSi vuole procedere?";
     const Lines steps = {"cmdSelezionaTutti!", "cboFiltro=#1", "cmdConferma!"};
     EXPECT_EQ(Messages(Run(Reading(Source(list), steps))).back(), question);
-    EXPECT_EQ(Query("SELECT COUNT(*) FROM Paziente"), Lines{"4"});
-    Lines yes = Reading(Source(list), steps);
-    yes.insert(yes.begin(), {"answer:no", "answer:yes"});
-    EXPECT_EQ(Messages(Run(yes)).back(),
+    EXPECT_EQ(host.Query("SELECT COUNT(*) FROM Paziente"), Lines{"4"});
+    EXPECT_EQ(Messages(Run(Lines{"answer:no", "answer:yes"} + Reading(Source(list), steps))).back(),
               "information|Aldra|Importazione conclusa.\r\nPazienti scritti: 3\r\nPazienti non scritti: 0");
-    EXPECT_EQ(Query("SELECT COUNT(*) FROM Paziente"), Lines{"6"});
+    EXPECT_EQ(host.Query("SELECT COUNT(*) FROM Paziente"), Lines{"6"});
     // The same list once more: everybody is known now.
     const auto again = Run(Reading(Source(list), {"lblSelezionati?", "cboFiltro=#1", "lblConteggio?"}));
     EXPECT_EQ(State(again, "lblSelezionati")["caption"], "Selezionati 0 pazienti.");
@@ -308,7 +255,7 @@ TEST_F(ImportDialogTest, ExemptionsOfAFile) {
     EXPECT_EQ(Messages(events), Lines{"information|Aldra|Importazione conclusa.\r\nEsenzioni scritte: 1\r\n"
                                       "Esenzioni non scritte: 1\r\nConti Anna: l'esenzione non è stata scritta: il "
                                       "paziente non è in archivio o il codice non vale per la sua età."});
-    EXPECT_EQ(Query("SELECT IDEsenzione, IDPaziente, DataEsenzione, Scadenza FROM EsenzionePerPaziente"),
+    EXPECT_EQ(host.Query("SELECT IDEsenzione, IDPaziente, DataEsenzione, Scadenza FROM EsenzionePerPaziente"),
               Lines{"1|10|01/01/2026|NULL"});
 }
 
@@ -318,9 +265,8 @@ TEST_F(ImportDialogTest, ErrorsOfReadersAreToldAndLeaveNothingShown) {
     EXPECT_EQ(unchosen[unchosen.size() - 2], (Json{{"event", "focus"}, {"name", "cboASL"}}));
     const std::string missing = host.folder / "manca.txt";
     const std::string reason = "Impossibile aprire il file " + missing + ": percorso inesistente.";
-    Lines steps = Reading(
-        Source(list), {"txtPath=" + missing, "cboASL=#22", "cmdElabora!", "grdList?", "lblConteggio?", "lblLettura?"});
-    auto events = Run(steps);
+    auto events = Run(Reading(
+        Source(list), {"txtPath=" + missing, "cboASL=#22", "cmdElabora!", "grdList?", "lblConteggio?", "lblLettura?"}));
     EXPECT_EQ(Messages(events).back(),
               "critical|Errore!!|Si sono verificati degli errori durante l'elaborazione:\r\n\r\n" + reason);
     EXPECT_EQ(State(events, "grdList")["rows"], 0);
@@ -344,14 +290,9 @@ TEST_F(ImportDialogTest, HealthCardListsAskThePinOnce) {
                R"({"error":false,"errors":[],"persons":[{"fiscalCode":"CNTNNA70A41B639X","surname":"Conti",)"
                R"("firstName":"Anna","exemptions":[{"code":"E01","start":"2026-01-01T00:00:00",)"
                R"("end":"2026-12-31T23:00:00"}]},{"fiscalCode":"NUOVO","surname":"Nuovi","firstName":"Lia"}]})");
-    const Lines pin = {"in:frmInpsPIN", "txtConferma?", "txtConferma=1234567890",
-                       "txtConferma?",  "cmdConferma!", "end:"};
-    Lines steps = pin;
-    for (const char* step : {"cboTipoImportazione=#1", "cboSpecialista=3", "cmdElabora!", "grdList?", "lblConteggio?",
-                             "cboImportazione=#1", "cmdElabora!", "grdList1?"}) {
-        steps.push_back(step);
-    }
-    const auto events = Run(steps);
+    const Lines pin = WordsOf("in:frmInpsPIN txtConferma? txtConferma=1234567890 txtConferma? cmdConferma! end:");
+    const auto events = Run(pin + WordsOf("cboTipoImportazione=#1 cboSpecialista=3 cmdElabora! grdList? lblConteggio? "
+                                          "cboImportazione=#1 cmdElabora! grdList1?"));
     EXPECT_EQ(status, 0) << complaint;
     int asked = 0;
     std::string log;
@@ -362,21 +303,15 @@ TEST_F(ImportDialogTest, HealthCardListsAskThePinOnce) {
     EXPECT_EQ(asked, 1);
     EXPECT_EQ(log.find("1234567890"), std::string::npos) << "a PIN stands in no event";
     EXPECT_EQ(State(events, "txtConferma")["value"], "set");
-    EXPECT_EQ(Cells(State(events, "grdList")), (Lines{"0||Conti|Anna|||CNTNNA70A41B639X||||"
-                                                      "|7|||",
-                                                      "1||Nuovi|Lia|||NUOVO||||"
-                                                      "|0|||"}));
+    EXPECT_EQ(Cells(State(events, "grdList")),
+              (Lines{"0||Conti|Anna|||CNTNNA70A41B639X|||||7|||", "1||Nuovi|Lia|||NUOVO|||||0|||"}));
     EXPECT_EQ(State(events, "lblConteggio")["caption"], "( 2 pazienti )");
     EXPECT_EQ(Cells(State(events, "grdList1")), Lines{"1||Conti|Anna|||CNTNNA70A41B639X|E01|7|01/01/2026|01/01/2027"});
 
-    for (const Lines& cancelled :
-         {Lines{"in:frmInpsPIN", "txtConferma=1", "cmdAnnulla!", "end:"},
-          Lines{"in:frmInpsPIN", "txtConferma=1", "end:"}, Lines{"in:frmInpsPIN", "cmdConferma!", "end:"}}) {
-        Lines some = cancelled;
-        const Lines reading =
-            Reading(Source(list), {"cboTipoImportazione=#1", "cmdElabora!", "lblLettura?", "grdList?"});
-        some.insert(some.end(), reading.begin(), reading.end());
-        const auto quiet = Run(some);
+    for (const char* cancelled : {"in:frmInpsPIN txtConferma=1 cmdAnnulla! end:", "in:frmInpsPIN txtConferma=1 end:",
+                                  "in:frmInpsPIN cmdConferma! end:"}) {
+        const auto quiet = Run(WordsOf(cancelled) + Reading(Source(list), WordsOf("cboTipoImportazione=#1 cmdElabora! "
+                                                                                  "lblLettura? grdList?")));
         EXPECT_EQ(State(quiet, "grdList")["rows"], 3) << "a cancelled PIN keeps what is shown";
         EXPECT_EQ(Messages(quiet).size(), 1U) << "the question for the file's findings";
         EXPECT_EQ(State(quiet, "lblLettura")["visible"], false);
@@ -387,9 +322,7 @@ TEST_F(ImportDialogTest, HealthCardListsAskThePinOnce) {
     Run({"in:frmInpsPIN", "txtConferma=1234567890", "end:"});
     EXPECT_NE(complaint.find("frmInpsPIN"), std::string::npos);
     EXPECT_EQ(complaint.find("1234567890"), std::string::npos) << complaint;
-    Lines failing = pin;
-    failing.insert(failing.end(), {"cboTipoImportazione=#1", "cmdElabora!", "cmdElabora!"});
-    EXPECT_EQ(Messages(Run(failing)),
+    EXPECT_EQ(Messages(Run(pin + WordsOf("cboTipoImportazione=#1 cmdElabora! cmdElabora!"))),
               Lines(2,
                     "critical|Errore!!|Si sono verificati degli errori durante l'elaborazione:\r\n\r\n"
                     "E01 - PIN errato\r\nE02 - Bloccato\r\n"));
@@ -397,14 +330,9 @@ TEST_F(ImportDialogTest, HealthCardListsAskThePinOnce) {
 
 TEST_F(ImportDialogTest, RevokesOnePatientAtATime) {
     const std::string source = Source(list);
-    const auto revoke = [&](Lines inside, Lines more) {
-        Lines steps = {"in:frmRevoca"};
-        steps.insert(steps.end(), inside.begin(), inside.end());
-        steps.push_back("end:");
-        const Lines reading = Reading(source, {"cboFiltro=#2", "grdList2!1", "cmdConferma!"});
-        steps.insert(steps.end(), reading.begin(), reading.end());
-        steps.insert(steps.end(), more.begin(), more.end());
-        return Run(steps);
+    const auto revoke = [&](const std::string& inside, const Lines& more = {}) {
+        return Run(WordsOf("in:frmRevoca " + inside + " end:") +
+                   Reading(source, WordsOf("cboFiltro=#2 grdList2!1 cmdConferma!")) + more);
     };
     const std::string columns =
         "SELECT Revocato, DataRevoca, IDTipoRevocaPaziente, NoteRevoca FROM Paziente "
@@ -412,51 +340,47 @@ TEST_F(ImportDialogTest, RevokesOnePatientAtATime) {
     EXPECT_EQ(Messages(Run(Reading(source, {"cboFiltro=#2", "cmdConferma!"}))).back(),
               "information|Aldra|Selezionare un paziente!");
     // Cancelled, closed and confirmed without the flag: nothing is written.
-    for (const Lines& inside : {Lines{"chkRevocato=1", "cmdAnnulla!"}, Lines{"chkRevocato=1"}, Lines{"cmdConferma!"},
-                                Lines{"chkRevocato=1", "key:=Escape"}}) {
-        revoke(inside, {});
-        EXPECT_EQ(Query(columns), Lines{"NULL|NULL|NULL|NULL"});
+    for (const char* inside :
+         {"chkRevocato=1 cmdAnnulla!", "chkRevocato=1", "cmdConferma!", "chkRevocato=1 key:=Escape"}) {
+        revoke(inside);
+        EXPECT_EQ(host.Query(columns), Lines{"NULL|NULL|NULL|NULL"});
     }
-    const auto shown =
-        revoke({"lblPaziente?", "chkRevocato?", "dtDataRevoca?", "cboTipoRevocaPaziente?", "txtNoteRevoca?"}, {});
+    const auto shown = revoke("lblPaziente? chkRevocato? dtDataRevoca? cboTipoRevocaPaziente? txtNoteRevoca?");
     EXPECT_EQ(State(shown, "lblPaziente")["caption"], "Assente Ivo (03/02/1960)");
     EXPECT_EQ(State(shown, "chkRevocato")["value"], 0);
     for (const char* field : {"dtDataRevoca", "cboTipoRevocaPaziente", "txtNoteRevoca"}) {
         EXPECT_EQ(State(shown, field)["enabled"], false) << field;
     }
-    const auto emptied =
-        revoke({"chkRevocato=1", "dtDataRevoca=01/02/2026", "cboTipoRevocaPaziente=2", "txtNoteRevoca=x",
-                "chkRevocato=0", "dtDataRevoca?", "cboTipoRevocaPaziente?", "txtNoteRevoca?"},
-               {});
+    const auto emptied = revoke(
+        "chkRevocato=1 dtDataRevoca=01/02/2026 cboTipoRevocaPaziente=2 txtNoteRevoca=x chkRevocato=0 "
+        "dtDataRevoca? cboTipoRevocaPaziente? txtNoteRevoca?");
     EXPECT_EQ(State(emptied, "dtDataRevoca")["value"], "");
     EXPECT_EQ(State(emptied, "cboTipoRevocaPaziente")["value"], 0);
     EXPECT_EQ(State(emptied, "txtNoteRevoca")["value"], "");
 
-    const auto done = revoke({"chkRevocato=1", "dtDataRevoca=01/02/2026", "cboTipoRevocaPaziente=2",
-                              "txtNoteRevoca=l'altro", "cmdConferma!"},
-                             {"grdList2?", "cmdConferma!"});
-    EXPECT_EQ(Query(columns), Lines{"1|01/02/2026|2|l'altro"});
+    const auto done =
+        revoke("chkRevocato=1 dtDataRevoca=01/02/2026 cboTipoRevocaPaziente=2 txtNoteRevoca=l'altro cmdConferma!",
+               {"grdList2?", "cmdConferma!"});
+    EXPECT_EQ(host.Query(columns), Lines{"1|01/02/2026|2|l'altro"});
     EXPECT_EQ(Cells(State(done, "grdList2")).front(), "0|T8|Assente|Ivo|03/02/1960|M|SSNVIO60B03H501X||8|Si");
     EXPECT_EQ(Messages(done).back(), "information|Aldra|Il paziente selezionato risulta già revocato");
-    EXPECT_EQ(Query("SELECT * FROM BloccoRecord"), Lines{});
+    EXPECT_EQ(host.Query("SELECT * FROM BloccoRecord"), Lines{});
 
     // The next read lists the other one only; a flag without a date stores none.
-    revoke({"chkRevocato=1", "cmdConferma!"}, {});
-    EXPECT_EQ(Query("SELECT Revocato, DataRevoca, IDTipoRevocaPaziente FROM Paziente WHERE IDPaziente = 10"),
+    revoke("chkRevocato=1 cmdConferma!");
+    EXPECT_EQ(host.Query("SELECT Revocato, DataRevoca, IDTipoRevocaPaziente FROM Paziente WHERE IDPaziente = 10"),
               Lines{"1|NULL|0"});
 }
 
 TEST_F(ImportDialogTest, ALockedPatientIsNotRevoked) {
     host.Connect()->Execute(
         "INSERT INTO BloccoRecord (Tabella, Chiave, Utente, Dal) VALUES ('Paziente', 8, 'MARIA', '2026-11-23')");
-    Lines steps = {"in:frmRevoca", "chkRevocato=1", "cmdConferma!", "end:"};
-    const Lines reading = Reading(Source(list), {"cboFiltro=#2", "grdList2!1", "cmdConferma!", "grdList2?"});
-    steps.insert(steps.end(), reading.begin(), reading.end());
-    const auto events = Run(steps);
+    const auto events = Run(WordsOf("in:frmRevoca chkRevocato=1 cmdConferma! end:") +
+                            Reading(Source(list), WordsOf("cboFiltro=#2 grdList2!1 cmdConferma! grdList2?")));
     EXPECT_EQ(Messages(events).back(),
               "critical|Errore!!|Si sono verificati degli errori durante l'elaborazione:\r\n"
               "\r\nIl paziente n. 8 è bloccato da MARIA dal 23/11/2026.");
-    EXPECT_EQ(Query("SELECT Revocato FROM Paziente WHERE IDPaziente = 8"), Lines{"NULL"});
+    EXPECT_EQ(host.Query("SELECT Revocato FROM Paziente WHERE IDPaziente = 8"), Lines{"NULL"});
     EXPECT_EQ(Cells(State(events, "grdList2")).front().back(), '|');
 }
 

@@ -7,6 +7,7 @@
 #include "import/ASLImportPatient.h"
 #include "platform/text/CodePage1252.h"
 #include "support/ArchiveHost.h"
+#include "support/Caught.h"
 
 namespace vlm::test {
 
@@ -45,15 +46,6 @@ protected:
             }
         }
         return shown;
-    }
-
-    std::string ErrorOf(const std::function<void()>& action) const {
-        try {
-            action();
-        } catch (const std::exception& error) {
-            return error.what();
-        }
-        return {};
     }
 
     ArchiveHost host;

@@ -28,10 +28,7 @@ protected:
 
 TEST_F(TemplatesTest, Grammar) {
     struct Case {
-        const char* text;
-        const char* type;
-        const char* key;
-        const char* value;
+        const char *text, *type, *key, *value;
     };
     const Case cases[] = {
         {"[FILETYPE]=TD\r\n[Nome]=2", "TD", "NOME", "2"},
@@ -171,16 +168,15 @@ TEST_F(TemplatesTest, FixedWidthReadsEveryLine) {
 }
 
 TEST_F(TemplatesTest, WorkbookReadsSheetsByColumnLetters) {
-    const auto text = [](const char* value) { return SheetValue(std::string(value)); };
     const std::string path = host.folder / "lista.xlsx";
     std::vector<std::vector<SheetValue>> rows = {
-        {text("Codice"), text("Cognome"), text("Nato"), text("CF"), text("Citt\xC3\xA0"), text("Es")},
-        {text("T7"), text(" Alò\xC2\xA0 "), Date(25600), text("X"), text("CANTÙ"), text("E3")},
-        {text("T3"), text("\xC2\xA0 "), Date(25600)},
-        {12345678901.0, text("Verdi"), text("31/02/2000"), SheetValue(), SheetValue(), 12.5}};
+        {"Codice", "Cognome", "Nato", "CF", "Citt\xC3\xA0", "Es"},
+        {"T7", " Alò\xC2\xA0 ", Date(25600), "X", "CANTÙ", "E3"},
+        {"T3", "\xC2\xA0 ", Date(25600)},
+        {12345678901.0, "Verdi", "31/02/2000", SheetValue(), SheetValue(), 12.5}};
     rows.resize(12, {});
-    rows.push_back({text("x")});
-    XlsxFile().Sheet("Uno", rows).Sheet("Due", {{text("T3"), text("Neri")}}).Write(path);
+    rows.push_back({"x"});
+    XlsxFile().Sheet("Uno", rows).Sheet("Due", {{"T3", "Neri"}}).Write(path);
     const std::string format =
         "[FILETYPE]=E\n[Codice]=A\n[Cognome]=b\n[DataNascita]=C\n[CodiceFiscale]=D\n[Comune]=E\n[Esenzione]=F\n"
         "[DATEFORMAT]=GGMMAA\n";

@@ -1,9 +1,10 @@
 #include <gtest/gtest.h>
 
 #include "platform/Error.h"
-#include "platform/data/MemoryRecordset.h"
 #include "prescriptions/ASLPanoramicoLine.h"
+#include "support/Caught.h"
 #include "support/Positions.h"
+#include "support/PrescriptionRow.h"
 
 namespace vlm::test {
 namespace {
@@ -44,35 +45,14 @@ public:
 class PrescriptionRecordTest : public testing::Test {
 protected:
     PrescriptionRecordTest() {
-        struct Column {
-            const char* name;
-            FieldType type;
-            Value value;
-        };
-        const std::vector<Column> columns = {{"CodiceRegionale", FieldType::Text, "190105"},
-                                             {"PAZ_CodiceFiscale", FieldType::Text, "NCLMGR70E41G273K"},
-                                             {"DataRicetta", FieldType::Date, *Date::FromYmd(2011, 3, 15)},
-                                             {"CodiceAIC_1", FieldType::Text, "0239930131"},
-                                             {"IDPatologia_1", FieldType::Integer, std::int64_t{1}},
-                                             {"IDTipoRichiesta", FieldType::Integer, std::int64_t{3}},
-                                             {"Quantita_1", FieldType::Integer, std::int64_t{2}},
-                                             {"CodiceAIC_2", FieldType::Text, "028519015"},
-                                             {"IDPatologia_2", FieldType::Integer, std::int64_t{2}},
-                                             {"Quantita_2", FieldType::Integer, std::int64_t{12}},
-                                             {"PrescrivibileSSN", FieldType::Boolean, true}};
-        for (const Column& column : columns) rows_.AppendColumn(column.name, column.type);
-        rows_.Open();
-        rows_.AddNew();
-        for (const Column& column : columns) rows_.SetValue(column.name, column.value);
-        rows_.Update();
         connection_->codes = {{"1", "25000"}, {"2", "4019"}, {"3", "4019"}, {"4", "V22.2X"}, {"5", Value{}}};
         record_.SetConnection(connection_);
-        record_.SetRs(&rows_);
+        record_.SetRs(rows_.get());
     }
 
     void Set(const std::vector<std::pair<std::string, Value>>& cells) {
-        for (const auto& [column, value] : cells) rows_.SetValue(column, value);
-        rows_.Update();
+        for (const auto& [column, value] : cells) rows_->SetValue(column, value);
+        rows_->Update();
     }
     std::string Line() {
         EXPECT_FALSE(record_.ReadData());
@@ -80,51 +60,40 @@ protected:
         return record_.GetFormattedLine();
     }
     /// What stands at a position of the line once a cell has another value.
-    std::string At(std::size_t position, std::size_t length, const std::string& column, const Value& value) {
+    std::string With(std::size_t position, std::size_t length, const std::string& column, const Value& value) {
         Set({{column, value}});
         return Line().substr(position - 1, length);
     }
 
     std::shared_ptr<CountingConnection> connection_ = std::make_shared<CountingConnection>();
-    data::MemoryRecordset rows_;
+    std::unique_ptr<data::MemoryRecordset> rows_ = PrescriptionRow();
     ASLPanoramicoLine record_;
 };
 
 TEST_F(PrescriptionRecordTest, WritesEveryFieldAtItsPositions) {
-    EXPECT_EQ(Line(), Positions(76)
-                          .At(1, "19010")
-                          .At(6, "NCLMGR70E41G273K")
-                          .At(22, "15032011")
-                          .At(30, "0239930131")
-                          .At(40, "25000")
-                          .At(45, "S")
-                          .At(46, "02")
-                          .At(48, "028519015")
-                          .At(58, "4019")
-                          .At(63, "S")
-                          .At(64, "12")
-                          .At(66, "F")
-                          .At(67, "4019")
-                          .At(72, "25000")
-                          .Line());
+    EXPECT_EQ(Line(),
+              Positions(76, {At(1, "19010"), At(6, "NCLMGR70E41G273K"), At(22, "15032011"), At(30, "0239930131"),
+                             At(40, "25000"), At(45, "S"), At(46, "02"), At(48, "028519015"), At(58, "4019"),
+                             At(63, "S"), At(64, "12"), At(66, "F"), At(67, "4019"), At(72, "25000")})
+                  .Line());
 }
 
 TEST_F(PrescriptionRecordTest, CutsAndFillsByTheRules) {
     const auto number = [](std::int64_t value) { return Value(value); };
-    EXPECT_EQ(At(1, 5, "CodiceRegionale", "123"), "00123");
-    EXPECT_EQ(At(1, 5, "CodiceRegionale", "7654321"), "76543");
-    EXPECT_EQ(At(1, 5, "CodiceRegionale", ""), "00000");
-    EXPECT_EQ(At(6, 24, "PAZ_CodiceFiscale", "NCLMGR70E41G273KXYZ"), "NCLMGR70E41G273K15032011");
-    EXPECT_EQ(At(6, 24, "PAZ_CodiceFiscale", "abc"), "abc             15032011");
-    EXPECT_EQ(At(22, 8, "DataRicetta", Date(40609.75)), "07032011");
-    EXPECT_EQ(At(46, 2, "Quantita_1", number(1)), "01");
-    EXPECT_EQ(At(46, 2, "Quantita_1", number(123)), "23");
-    EXPECT_EQ(At(64, 2, "Quantita_2", number(0)), "00");
-    EXPECT_EQ(At(30, 10, "CodiceAIC_1", Value{}), "          ");
-    EXPECT_EQ(At(48, 10, "CodiceAIC_2", "12345678901"), "1234567890");
-    EXPECT_EQ(At(45, 1, "IDTipoRichiesta", number(2)) + record_.SuggFarmaco2, "  ");
-    EXPECT_EQ(At(45, 1, "IDTipoRichiesta", Value{}), " ");
-    EXPECT_EQ(At(40, 5, "IDPatologia_1", number(4)), "V22.2");
+    EXPECT_EQ(With(1, 5, "CodiceRegionale", "123"), "00123");
+    EXPECT_EQ(With(1, 5, "CodiceRegionale", "7654321"), "76543");
+    EXPECT_EQ(With(1, 5, "CodiceRegionale", ""), "00000");
+    EXPECT_EQ(With(6, 24, "PAZ_CodiceFiscale", "NCLMGR70E41G273KXYZ"), "NCLMGR70E41G273K15032011");
+    EXPECT_EQ(With(6, 24, "PAZ_CodiceFiscale", "abc"), "abc             15032011");
+    EXPECT_EQ(With(22, 8, "DataRicetta", Date(40609.75)), "07032011");
+    EXPECT_EQ(With(46, 2, "Quantita_1", number(1)), "01");
+    EXPECT_EQ(With(46, 2, "Quantita_1", number(123)), "23");
+    EXPECT_EQ(With(64, 2, "Quantita_2", number(0)), "00");
+    EXPECT_EQ(With(30, 10, "CodiceAIC_1", Value{}), "          ");
+    EXPECT_EQ(With(48, 10, "CodiceAIC_2", "12345678901"), "1234567890");
+    EXPECT_EQ(With(45, 1, "IDTipoRichiesta", number(2)) + record_.SuggFarmaco2, "  ");
+    EXPECT_EQ(With(45, 1, "IDTipoRichiesta", Value{}), " ");
+    EXPECT_EQ(With(40, 5, "IDPatologia_1", number(4)), "V22.2");
 }
 
 TEST_F(PrescriptionRecordTest, TheOtherDiagnosisOnlyWhereTwoDiffer) {
@@ -160,15 +129,11 @@ TEST_F(PrescriptionRecordTest, AsksOnceForWhatItFindsAndAgainForWhatItDoesNot) {
 
 TEST_F(PrescriptionRecordTest, NullsThatMustHoldAValueAreErrorsNamingTheColumn) {
     for (const char* column : {"CodiceRegionale", "PAZ_CodiceFiscale", "DataRicetta", "Quantita_1", "Quantita_2"}) {
-        const Value kept = rows_.ValueOf(rows_.Ordinal(column));
+        const Value kept = rows_->ValueOf(rows_->Ordinal(column));
         Set({{column, Value{}}});
-        try {
-            record_.ReadData();
-            FAIL() << column;
-        } catch (const Error& error) {
-            EXPECT_EQ(std::string(error.what()), std::string("Uso di Null non valido: colonna ") + column + ".");
-            EXPECT_EQ(error.Number(), 94);
-        }
+        const Error error = Caught([&] { record_.ReadData(); });
+        EXPECT_EQ(std::string(error.what()), std::string("Uso di Null non valido: colonna ") + column + ".");
+        EXPECT_EQ(error.Number(), 94);
         Set({{column, kept}});
     }
     Set({{"Quantita_1", std::int64_t{32768}}});
@@ -189,13 +154,13 @@ TEST_F(PrescriptionRecordTest, ItsFieldsCanBeSetAndAFailedReadingClearsThem) {
     record.QFarmaco2 = 7;
     record.TipoRecord = "XY";
     EXPECT_EQ(record.GetFormattedLine(),
-              Positions(76).At(1, "00012").At(22, "01022003").At(46, "00").At(64, "07").At(66, "X").Line());
+              Positions(76, {At(1, "00012"), At(22, "01022003"), At(46, "00"), At(64, "07"), At(66, "X")}).Line());
 
     Line();
     Set({{"CodiceRegionale", Value{}}});
     EXPECT_THROW(record_.ReadData(), Error);
     EXPECT_EQ(record_.GetFormattedLine(),
-              Positions(76).At(1, "00000").At(22, "30121899").At(46, "00").At(64, "00").Line());
+              Positions(76, {At(1, "00000"), At(22, "30121899"), At(46, "00"), At(64, "00")}).Line());
     Set({{"CodiceRegionale", "1"}, {"PrescrivibileSSN", false}});
     EXPECT_EQ(Line(), "");
 }

@@ -11,16 +11,9 @@ const std::string kNormal = R"({"event":"pointer","shape":"normal"})";
 
 /// The line of a prescription of the clinic, with its line end.
 std::string LineOf(const std::string& id, const std::string& date) {
-    return Positions(76)
-        .At(1, "90000")
-        .At(6, "NCLMGR70E41G273K")
-        .At(22, date)
-        .At(30, "0239930131")
-        .At(40, "25000")
-        .At(45, "S02028519015")
-        .At(58, "4019")
-        .At(63, "S0" + id + "F4019")
-        .At(72, "25000")
+    return Positions(76,
+                     {At(1, "90000"), At(6, "NCLMGR70E41G273K"), At(22, date), At(30, "0239930131"), At(40, "25000"),
+                      At(45, "S02028519015"), At(58, "4019"), At(63, "S0" + id + "F4019"), At(72, "25000")})
         .WithLineEnd();
 }
 

@@ -43,21 +43,24 @@ TEST(ProjectDialogTest, StopsAtTheFirstFieldThatIsNotRight) {
                                    MissingEvent("A trimestre"), FocusEvent("cboATrimestre"), kConcludedEvent}));
 }
 
-TEST(ProjectDialogTest, BrowsesForAFolder) {
-    ProjectClinic clinic;
-    clinic.Create({});
-    const HostRun run = clinic.Show({"txtPath= /start ", "answer:/chosen", "key:txtPath=R", "key:txtPath=Ctrl+R",
-                                     "txtPath?", "cmdLink!", "txtPath?"});
-    ASSERT_EQ(run.Of("choose").size(), 2U);
-    EXPECT_NE(run.Of("choose").at(0).find(R"("kind":"folder")"), std::string::npos);
-    EXPECT_NE(run.Of("choose").at(0).find(R"("folder":"/start")"), std::string::npos);
-    EXPECT_EQ(StateOf(run, "txtPath", "value"), "\"/chosen\"");
-    EXPECT_EQ(run.Of("state").at(0), run.Of("state").at(1));
+TEST(ExportDialogsTest, BrowseForAFolderOnCtrlRAlone) {
+    for (const char* component : {"ASLExport", "ExportProgetti"}) {
+        ServiceClinic clinic;
+        clinic.Create({});
+        const HostRun run = clinic.Run({"txtPath= /start ", "answer:/chosen", "key:txtPath=R", "key:txtPath=Ctrl+R",
+                                        "txtPath?", "cmdLink!", "txtPath?"},
+                                       component);
+        ASSERT_EQ(run.Of("choose").size(), 2U);
+        EXPECT_NE(run.Of("choose").at(0).find(R"("kind":"folder")"), std::string::npos);
+        EXPECT_NE(run.Of("choose").at(0).find(R"("folder":"/start")"), std::string::npos);
+        EXPECT_EQ(StateOf(run, "txtPath", "value"), "\"/chosen\"");
+        EXPECT_EQ(run.Of("state").at(0), run.Of("state").at(1));  // a cancelled choice changes nothing
+    }
 }
 
 TEST(ExportDialogsTest, KeepTheDestinationHoweverTheyClose) {
-    const std::pair<const char*, const char*> dialogs[] = {{"ASLPanoramico", "ASLPathPanoramico"},
-                                                           {"ExportProgetti", "ASLExportPrestazioni"}};
+    const std::pair<const char*, const char*> dialogs[] = {
+        {"ASLExport", "ASLPath"}, {"ASLPanoramico", "ASLPathPanoramico"}, {"ExportProgetti", "ASLExportPrestazioni"}};
     for (const auto& [component, key] : dialogs) {
         for (const std::string close : {"cmdAnnulla!", "key:=Escape", "key:=Alt+F4", "txtPath?"}) {
             SCOPED_TRACE(component + close);

@@ -15,38 +15,15 @@ std::string FileOf(const std::vector<SqlRow>& rows) {
 }
 
 TEST(ProjectLineTest, WritesEveryFieldAtItsPositions) {
-    EXPECT_EQ(FileOf({ProjectClinic::Project("50001")}), Positions(195)
-                                                             .At(1, "201123")
-                                                             .At(7, "19010")
-                                                             .At(13, "1")
-                                                             .At(14, "2011")
-                                                             .At(18, "01")
-                                                             .At(20, "004321")
-                                                             .At(26, "Nicol\xF2")
-                                                             .At(56, "Maria Graziella Anto")
-                                                             .At(76, "NCLMGR70E41G273K")
-                                                             .At(92, "1")
-                                                             .At(93, "01051970")
-                                                             .At(101, "082053")
-                                                             .At(107, "006")
-                                                             .At(110, "276")
-                                                             .At(113, "4")
-                                                             .At(114, "31122009")
-                                                             .At(122, "3")
-                                                             .At(123, "5")
-                                                             .At(124, "43890")
-                                                             .At(129, "50001")
-                                                             .At(135, "15012011")
-                                                             .At(143, "060")
-                                                             .At(146, "2")
-                                                             .At(147, "28022011")
-                                                             .At(155, "008")
-                                                             .At(161, "0")
-                                                             .At(162, "038,06")
-                                                             .At(174, "000,00")
-                                                             .At(180, "00304,50")
-                                                             .At(188, "18012011")
-                                                             .WithLineEnd());
+    const Positions line =
+        Positions(195, {At(1, "201123"), At(7, "19010"), At(13, "1"), At(14, "2011"), At(18, "01"), At(20, "004321"),
+                        At(26, "Nicol\xF2"), At(56, "Maria Graziella Anto"), At(76, "NCLMGR70E41G273K"), At(92, "1"),
+                        At(93, "01051970"), At(101, "082053")})
+            .With({At(107, "006"), At(110, "276"), At(113, "4"), At(114, "31122009"), At(122, "3"), At(123, "5"),
+                   At(124, "43890"), At(129, "50001"), At(135, "15012011"), At(143, "060"), At(146, "2"),
+                   At(147, "28022011"), At(155, "008"), At(161, "0"), At(162, "038,06"), At(174, "000,00"),
+                   At(180, "00304,50"), At(188, "18012011")});
+    EXPECT_EQ(FileOf({ProjectClinic::Project("50001")}), line.WithLineEnd());
 }
 
 TEST(ProjectLineTest, WritesWhatAColumnHolds) {

@@ -4,19 +4,21 @@
 #include "platform/ui/console/ConsoleToolkit.h"
 #include "qt/support/WindowDesk.h"
 #include "support/TempFolder.h"
+#include "support/Words.h"
 #include "ui/SampleDialog.h"
 
 /// The same dialog, the same steps: through the console, and through windows by mouse and keys.
 namespace vlm::ui::test {
 namespace {
 
+using vlm::test::WordsOf;
+using vlm::test::operator+;
 using Words = std::vector<std::string>;
 using Arrange = std::function<void(SampleDialog&, Toolkit&)>;
 
 struct Outcome {
-    std::string events;
+    Words events;
     Words calls;
-    bool operator==(const Outcome&) const = default;
 };
 
 /// Which handlers ran, in order. Typing changes a text letter by letter, and every key comes up again.
@@ -28,17 +30,6 @@ Words Runs(const Words& calls) {
     return runs;
 }
 
-/// Without the focus, which a mouse also moves, and the progress, which windows paint.
-std::string Compared(const std::string& events) {
-    std::istringstream lines(events);
-    std::string compared;
-    for (std::string line; std::getline(lines, line);) {
-        const bool own = line.starts_with(R"({"event":"focus")") || line.starts_with(R"({"event":"progress")");
-        if (!own) compared += line + "\n";
-    }
-    return compared;
-}
-
 Outcome OnConsole(const Words& words, const Arrange& arrange) {
     std::ostringstream out;
     JsonEventLog log(out);
@@ -47,7 +38,7 @@ Outcome OnConsole(const Words& words, const Arrange& arrange) {
     arrange(dialog, toolkit);
     dialog.calls.clear();
     toolkit.ShowModal(dialog);
-    return {Compared(out.str()), Runs(dialog.calls)};
+    return {WithoutFocus(vlm::test::LinesOf(out.str())), Runs(dialog.calls)};
 }
 
 Outcome InWindows(const Words& words, const Arrange& arrange) {
@@ -56,7 +47,7 @@ Outcome InWindows(const Words& words, const Arrange& arrange) {
     arrange(dialog, desk.user);
     dialog.calls.clear();
     desk.user.ShowModal(dialog);
-    return {Compared(desk.out.str()), Runs(dialog.calls)};
+    return {WithoutFocus(vlm::test::LinesOf(desk.out.str())), Runs(dialog.calls)};
 }
 
 void ExpectTheSame(
@@ -78,32 +69,15 @@ void Fill(SampleDialog& dialog) {
 }
 
 TEST(Conformance, EveryKindOfControlIsSetAsOnTheConsole) {
-    for (const char* step : {"txtNome=C:\\a \"b\"=è!?",
-                             "txtNome=",
-                             "txtParola=segreta",
-                             "numAnno=2012",
-                             "numAnno=",
-                             "numPeso=-2,5",
-                             "numPeso=9,25",
-                             "dtData=1/2/2012",
-                             "dtData=29/02/2012",
-                             "dtData=",
-                             "chkSimula=1",
-                             "chkSimula=0",
-                             "optTipo=1",
-                             "optTipo=#0",
-                             "lstMese=#0",
-                             "lstMese=Febbraio",
-                             "lstMese=#-1",
-                             "cboBranca=9",
-                             "cboBranca=#0",
-                             "cboBranca=#-1",
-                             "lstTipi=2,0",
-                             "lstTipi=",
-                             "lstTipi=1",
-                             "grdElenco!2",
-                             "grdElenco!1"}) {
-        const std::string name = std::string(step).substr(0, std::string(step).find_first_of("=!"));
+    const Words steps =
+        Words{"txtNome=C:\\a \"b\"=è!?"} +
+        WordsOf(
+            "txtNome= txtParola=segreta numAnno=2012 numAnno= numPeso=-2,5 numPeso=9,25 dtData=1/2/2012 "
+            "dtData=29/02/2012 dtData= chkSimula=1 chkSimula=0 optTipo=1 optTipo=#0 lstMese=#0 lstMese=Febbraio "
+            "lstMese=#-1 cboBranca=9 cboBranca=#0 cboBranca=#-1 lstTipi=2,0 lstTipi= lstTipi=1 grdElenco!2 "
+            "grdElenco!1");
+    for (const std::string& step : steps) {
+        const std::string name = step.substr(0, step.find_first_of("=!"));
         ExpectTheSame({step, name + "?"});
         ExpectTheSame({step, name + "?"}, [](SampleDialog& dialog, Toolkit&) { Fill(dialog); });
     }
@@ -123,8 +97,8 @@ TEST(Conformance, EveryControlTellsTheSameState) {
 }
 
 TEST(Conformance, HandlersThatChangeOtherControlsAreFollowed) {
-    ExpectTheSame({"chkSimula=1", "fraDati?", "txtNascosto?", "txtNascosto=dentro", "txtFermo=x", "cmdApri?",
-                   "optTipo=1", "lstMese?", "lstMese=#2", "numAnno?", "lblInfo?", "grdElenco!1", "grdElenco?"},
+    ExpectTheSame(WordsOf("chkSimula=1 fraDati? txtNascosto? txtNascosto=dentro txtFermo=x cmdApri? optTipo=1 "
+                          "lstMese? lstMese=#2 numAnno? lblInfo? grdElenco!1 grdElenco?"),
                   [](SampleDialog& dialog, Toolkit&) {
                       dialog.chkSimula.OnChange = [&dialog] {
                           dialog.txtNome.SetVisible(false);
@@ -144,10 +118,10 @@ TEST(Conformance, HandlersThatChangeOtherControlsAreFollowed) {
 }
 
 TEST(Conformance, KeysReachTheDialogAlike) {
-    for (const char* key :
-         {"key:txtNome=Escape", "key:=Escape", "key:=Alt+F4", "key:txtNome=F3", "key:cboBranca=Return",
-          "key:cmdApri=Return", "key:txtNome=F1", "key:=Alt+A", "key:=Alt+S", "key:=Alt+F", "key:txtNome=Ctrl+R",
-          "key:txtNome=Alt+O", "key:grdElenco=Escape", "key:lstTipi=Return"}) {
+    for (const std::string& key :
+         WordsOf("key:txtNome=Escape key:=Escape key:=Alt+F4 key:txtNome=F3 key:cboBranca=Return key:cmdApri=Return "
+                 "key:txtNome=F1 key:=Alt+A key:=Alt+S key:=Alt+F key:txtNome=Ctrl+R key:txtNome=Alt+O "
+                 "key:grdElenco=Escape key:lstTipi=Return")) {
         ExpectTheSame({key, "chkSimula?"});
     }
     // A preview that swallows keys, and one that takes Escape for something else.

@@ -14,6 +14,8 @@
 namespace vlm::ui::test {
 namespace {
 
+using Entry = SampleShown;
+
 using Calls = std::vector<std::string>;
 
 Calls Runs(const SampleDialog& dialog) {
@@ -26,12 +28,10 @@ Calls Runs(const SampleDialog& dialog) {
 
 QWidget& Focused(QWidget& window) { return *window.focusWidget(); }
 
-TEST(Entry, TabGoesThroughTheControlsInTheirOrder) {
-    Screen screen;
-    SampleDialog dialog;
+TEST_F(Entry, TabGoesThroughTheControlsInTheirOrder) {
     dialog.lstTipi.SetEnabled(false);
     Calls visited;
-    screen.Show(dialog, [&](QWidget& window) {
+    Show([&](QWidget& window) {
         for (int i = 0; i < 14; ++i) {
             for (const Control* control : dialog.Controls()) {
                 ControlWidget* widget = screen.toolkit.Find(*control);
@@ -47,87 +47,79 @@ TEST(Entry, TabGoesThroughTheControlsInTheirOrder) {
                               "cboBranca", "grdElenco", "cmdApri", "cmdOk", "cmdChiudi"}));
 }
 
-TEST(Entry, AMnemonicOfALabelLeadsToItsField) {
-    Screen screen;
-    SampleDialog dialog;
-    screen.Show(dialog, [&](QWidget& window) {
+TEST_F(Entry, AMnemonicOfALabelLeadsToItsField) {
+    Show([&](QWidget& window) {
         screen.Of(dialog.dtData).TakeFocus();
         QTest::keyClick(&Focused(window), Qt::Key_N, Qt::AltModifier);
         EXPECT_EQ(&Focused(window), &screen.WidgetOf(dialog.txtNome));
     });
 }
 
-TEST(Entry, WhatIsNoValueHoldsTheButtonsUpAndStaysToBeMended) {
+TEST_F(Entry, WhatIsNoValueHoldsTheButtonsUpAndStaysToBeMended) {
     struct Case {
-        const char* control;
-        const char* wrong;
-        const char* right;
+        const char *control, *wrong, *right;
     };
     for (const Case& each : {Case{"numAnno", "201", "2"}, Case{"numAnno", "2101", ""}, Case{"numPeso", "1,234", ""},
                              Case{"dtData", "31/02/2012", ""}, Case{"dtData", "1/2/", "2012"}}) {
         SCOPED_TRACE(each.wrong);
-        Screen screen;
-        SampleDialog dialog;
-        dialog.numAnno.SetValue(2000);
-        dialog.numPeso.SetValue(3);
-        dialog.dtData.SetValue(Date::FromYmd(2000, 1, 1));
-        screen.Show(dialog, [&](QWidget& window) {
-            ControlWidget& field = screen.Of(*dialog.Find(each.control));
+        SampleDialog form;
+        form.numAnno.SetValue(2000);
+        form.numPeso.SetValue(3);
+        form.dtData.SetValue(Date::FromYmd(2000, 1, 1));
+        screen.Show(form, [&](QWidget& window) {
+            ControlWidget& field = screen.Of(*form.Find(each.control));
             field.TakeFocus();
             TypeOver(Focused(window), each.wrong);
             QTest::keyClick(&Focused(window), Qt::Key_Tab);
-            dialog.calls.clear();
-            QTest::mouseClick(&screen.WidgetOf(dialog.cmdOk), Qt::LeftButton);
-            EXPECT_EQ(Runs(dialog), Calls{}) << "the button must not run on the value before";
+            form.calls.clear();
+            Click(form.cmdOk);
+            EXPECT_EQ(Runs(form), Calls{}) << "the button must not run on the value before";
             EXPECT_TRUE(&field.Widget() == &Focused(window) || field.Widget().isAncestorOf(&Focused(window)));
             QTest::keyClick(&Focused(window), Qt::Key_Return);
-            EXPECT_EQ(Runs(dialog), Calls{});
+            EXPECT_EQ(Runs(form), Calls{});
             // A button beside a field, and the one that closes, are free.
-            QTest::mouseClick(&screen.WidgetOf(dialog.cmdApri), Qt::LeftButton);
-            EXPECT_EQ(Runs(dialog), Calls{"cmdApri"});
+            Click(form.cmdApri);
+            EXPECT_EQ(Runs(form), Calls{"cmdApri"});
             field.TakeFocus();
             QTest::keyClick(&Focused(window), Qt::Key_End);
             if (*each.right == '\0') TypeOver(Focused(window), "");
             QTest::keyClicks(&Focused(window), each.right);
-            dialog.calls.clear();
+            form.calls.clear();
             QTest::keyClick(&Focused(window), Qt::Key_Return);
-            EXPECT_EQ(Runs(dialog), Calls{"cmdOk"});
+            EXPECT_EQ(Runs(form), Calls{"cmdOk"});
             TypeOver(Focused(window), each.wrong);
-            QTest::mouseClick(&screen.WidgetOf(dialog.cmdChiudi), Qt::LeftButton);
-            EXPECT_TRUE(dialog.IsClosing());
+            Click(form.cmdChiudi);
+            EXPECT_TRUE(form.IsClosing());
         });
     }
 }
 
-TEST(Entry, DatesAreTypedInSeveralWaysOrTakenFromTheCalendar) {
+TEST_F(Entry, DatesAreTypedInSeveralWaysOrTakenFromTheCalendar) {
     for (const auto& [typed, shown] : std::vector<std::pair<const char*, const char*>>{{"01022012", "01/02/2012"},
                                                                                        {"1-2-2012", "01/02/2012"},
                                                                                        {"1.2.2012", "01/02/2012"},
                                                                                        {"x1/2/2012", "01/02/2012"}}) {
-        Screen screen;
-        SampleDialog dialog;
-        screen.Show(dialog, [&, typed = typed, shown = shown](QWidget& window) {
-            Enter(screen.Of(dialog.dtData), typed);
-            EXPECT_EQ(dialog.dtData.Value(), Date::FromYmd(2012, 2, 1));
-            EXPECT_EQ(screen.WidgetOf(dialog.dtData).findChild<QLineEdit*>()->text(), shown);
-            screen.Of(dialog.dtData).TakeFocus();
+        SampleDialog form;
+        screen.Show(form, [&, typed = typed, shown = shown](QWidget& window) {
+            Enter(screen.Of(form.dtData), typed);
+            EXPECT_EQ(form.dtData.Value(), Date::FromYmd(2012, 2, 1));
+            EXPECT_EQ(screen.WidgetOf(form.dtData).findChild<QLineEdit*>()->text(), shown);
+            screen.Of(form.dtData).TakeFocus();
             QTest::keyClick(&Focused(window), Qt::Key_Down, Qt::AltModifier);
             QWidget* popup = QApplication::activePopupWidget();
             ASSERT_NE(popup, nullptr);
             QWidget& days = *popup->findChild<QCalendarWidget*>()->focusProxy();
             QTest::keyClick(&days, Qt::Key_Right);
             QTest::keyClick(&days, Qt::Key_Return);
-            EXPECT_EQ(dialog.dtData.Value(), Date::FromYmd(2012, 2, 2));
-            EXPECT_FALSE(dialog.IsClosing());
+            EXPECT_EQ(form.dtData.Value(), Date::FromYmd(2012, 2, 2));
+            EXPECT_FALSE(form.IsClosing());
         });
     }
 }
 
-TEST(Entry, ArrowsStepThroughNumbersInsideTheirBounds) {
-    Screen screen;
-    SampleDialog dialog;
+TEST_F(Entry, ArrowsStepThroughNumbersInsideTheirBounds) {
     dialog.numAnno.SetValue(2099);
-    screen.Show(dialog, [&](QWidget& window) {
+    Show([&](QWidget& window) {
         screen.Of(dialog.numAnno).TakeFocus();
         QTest::keyClick(&Focused(window), Qt::Key_Up);
         EXPECT_EQ(dialog.numAnno.Value(), 2100);
@@ -138,11 +130,9 @@ TEST(Entry, ArrowsStepThroughNumbersInsideTheirBounds) {
     });
 }
 
-TEST(Entry, ListsAreUsedByKeysAlone) {
-    Screen screen;
-    SampleDialog dialog;
+TEST_F(Entry, ListsAreUsedByKeysAlone) {
     dialog.cboBranca.extraColumns = {{"Codice", "Codice regionale", 1400}, {"Manca", "Manca", 1400}};
-    screen.Show(dialog, [&](QWidget& window) {
+    Show([&](QWidget& window) {
         screen.Of(dialog.cboBranca).TakeFocus();
         QTest::keyClick(&Focused(window), Qt::Key_Down);
         EXPECT_EQ(dialog.cboBranca.SelectedKey(), 4);
@@ -162,13 +152,11 @@ TEST(Entry, ListsAreUsedByKeysAlone) {
     });
 }
 
-TEST(Entry, NotesHaveLinesAndPasswordsAreHidden) {
-    Screen screen;
-    SampleDialog dialog;
+TEST_F(Entry, NotesHaveLinesAndPasswordsAreHidden) {
     dialog.txtNome.multiLine = true;
     dialog.txtParola.password = true;
     dialog.txtNome.SetText("uno\r\ndue");
-    screen.Show(dialog, [&](QWidget& window) {
+    Show([&](QWidget& window) {
         QTest::keyClick(&Focused(window), Qt::Key_End, Qt::ControlModifier);
         QTest::keyClick(&Focused(window), Qt::Key_Return);
         QTest::keyClicks(&Focused(window), "tre");
@@ -180,13 +168,11 @@ TEST(Entry, NotesHaveLinesAndPasswordsAreHidden) {
     });
 }
 
-TEST(Entry, PathsTakeDroppedFilesAndTellWhatIsThere) {
+TEST_F(Entry, PathsTakeDroppedFilesAndTellWhatIsThere) {
     const vlm::test::TempFolder folder;
     vlm::test::WriteBytes(folder / "elenco.csv", "x");
-    Screen screen;
-    SampleDialog dialog;
     dialog.txtNome.path = true;
-    screen.Show(dialog, [&](QWidget& window) {
+    Show([&](QWidget& window) {
         auto& edit = static_cast<QLineEdit&>(screen.WidgetOf(dialog.txtNome));
         const auto sign = [&edit] {
             const QAction* action = edit.actions().first();

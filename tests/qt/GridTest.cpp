@@ -63,8 +63,11 @@ public:
     Button close{*this, "cmdAnnulla", "Chiudi"};
 };
 
-QTableView& TableOf(const Screen& screen, const GridDialog& dialog) {
-    return static_cast<QTableView&>(screen.WidgetOf(dialog.grid));
+/// Shows a dialog of so many rows.
+void WithRows(int count, const std::function<void(GridDialog& dialog, QTableView& table)>& deeds) {
+    Screen screen;
+    GridDialog dialog(count);
+    screen.Show(dialog, [&](QWidget&) { deeds(dialog, static_cast<QTableView&>(screen.WidgetOf(dialog.grid))); });
 }
 
 void ClickHead(QTableView& table, int column) {
@@ -88,10 +91,7 @@ QPoint BoxIn(QTableView& table, int place) {
 }
 
 TEST(GridWindow, OpensAtOnceHoweverManyRowsThereAre) {
-    Screen screen;
-    GridDialog dialog(100'000);
-    screen.Show(dialog, [&](QWidget&) {
-        QTableView& table = TableOf(screen, dialog);
+    WithRows(100'000, [](GridDialog& dialog, QTableView& table) {
         EXPECT_EQ(table.model()->rowCount(), 100'000);
         EXPECT_LT(dialog.rows->asked, 2000) << "only what is seen is asked for";
         QTest::keyClick(&table, Qt::Key_End, Qt::ControlModifier);
@@ -101,10 +101,7 @@ TEST(GridWindow, OpensAtOnceHoweverManyRowsThereAre) {
 }
 
 TEST(GridWindow, ColumnsHaveTheirWidthsButNeverCutTheirTitles) {
-    Screen screen;
-    GridDialog dialog(3);
-    screen.Show(dialog, [&](QWidget&) {
-        QTableView& table = TableOf(screen, dialog);
+    WithRows(3, [](GridDialog&, QTableView& table) {
         EXPECT_EQ(table.columnWidth(1), 130 * table.logicalDpiX() / 96);
         EXPECT_GE(table.columnWidth(2), table.horizontalHeader()->sectionSizeHint(2));
         EXPECT_TRUE(table.isColumnHidden(3));
@@ -112,10 +109,7 @@ TEST(GridWindow, ColumnsHaveTheirWidthsButNeverCutTheirTitles) {
 }
 
 TEST(GridWindow, SortingKeepsEachRowItself) {
-    Screen screen;
-    GridDialog dialog(50);
-    screen.Show(dialog, [&](QWidget&) {
-        QTableView& table = TableOf(screen, dialog);
+    WithRows(50, [](GridDialog& dialog, QTableView& table) {
         ClickCell(table, 3, 1);
         EXPECT_EQ(dialog.NumberOfCurrent(), 3);
         ClickHead(table, 2);
@@ -139,10 +133,7 @@ TEST(GridWindow, SortingKeepsEachRowItself) {
 }
 
 TEST(GridWindow, BoxesAreClickedWithoutMovingTheirRow) {
-    Screen screen;
-    GridDialog dialog(50);
-    screen.Show(dialog, [&](QWidget&) {
-        QTableView& table = TableOf(screen, dialog);
+    WithRows(50, [](GridDialog& dialog, QTableView& table) {
         ClickHead(table, 2);
         ClickHead(table, 2);
         ClickHead(table, 0);  // sorted by the boxes
@@ -160,26 +151,24 @@ TEST(GridWindow, BoxesAreClickedWithoutMovingTheirRow) {
 }
 
 TEST(GridWindow, NoRowIsCurrentBeforeTheUserMoves) {
-    Screen screen;
-    GridDialog dialog(5);
-    screen.Show(dialog, [&](QWidget& window) {
-        EXPECT_EQ(window.focusWidget(), &TableOf(screen, dialog));
+    WithRows(5, [](GridDialog& dialog, QTableView& table) {
+        QWidget& window = *table.window();
+        EXPECT_EQ(window.focusWidget(), &table);
         EXPECT_EQ(dialog.grid.CurrentRow(), -1);
         QTest::keyClick(window.focusWidget(), Qt::Key_Down);
         EXPECT_EQ(dialog.grid.CurrentRow(), 0);
         QTest::keyClick(window.focusWidget(), Qt::Key_Down);
         EXPECT_EQ(dialog.grid.CurrentRow(), 1);
         dialog.grid.SetModel(nullptr);
-        EXPECT_EQ(TableOf(screen, dialog).model()->rowCount(), 0);
+        EXPECT_EQ(table.model()->rowCount(), 0);
         QTest::keyClick(window.focusWidget(), Qt::Key_Down);
-        ClickHead(TableOf(screen, dialog), 0);
+        ClickHead(table, 0);
     });
 }
 
 TEST(GridWindow, TheSearchGoesFromRowToRow) {
-    Screen screen;
-    GridDialog dialog(30);
-    screen.Show(dialog, [&](QWidget& window) {
+    WithRows(30, [](GridDialog& dialog, QTableView& table) {
+        QWidget& window = *table.window();
         QTest::keyClick(window.focusWidget(), Qt::Key_F, Qt::ControlModifier);
         auto* field = qobject_cast<QLineEdit*>(window.focusWidget());
         ASSERT_NE(field, nullptr);

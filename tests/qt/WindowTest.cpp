@@ -4,14 +4,16 @@
 #include <QPushButton>
 #include <gtest/gtest.h>
 
-#include "platform/Error.h"
 #include "platform/ui/qt/FileChoosers.h"
 #include "qt/support/Shown.h"
+#include "support/Caught.h"
 #include "ui/SampleDialog.h"
 
 /// Windows as wholes: how they open, close and answer.
 namespace vlm::ui::test {
 namespace {
+
+using Windows = SampleShown;
 
 using Calls = std::vector<std::string>;
 
@@ -26,37 +28,31 @@ public:
     int count = 0;
 };
 
-TEST(Windows, ErrorsOfHandlersCloseEveryWindowAndGoThrough) {
-    Screen screen;
+TEST_F(Windows, ErrorsOfHandlersCloseEveryWindowAndGoThrough) {
     SampleDialog outer;
     SampleDialog inner("frmInterna");
     inner.onFrameClose = [] { throw Error("rotto"); };
     inner.onClosed = [] { throw std::runtime_error("secondo errore"); };
     outer.cmdApri.OnChange = [&] { screen.Show(inner, [](QWidget& window) { window.close(); }); };
-    try {
+    const auto show = [&] {
         screen.Show(outer, [&](QWidget&) {
-            QTest::mouseClick(&screen.WidgetOf(outer.cmdApri), Qt::LeftButton);
+            Click(outer.cmdApri);
             EXPECT_TRUE(outer.IsClosing());
         });
-        FAIL() << "the error must go through";
-    } catch (const Error& error) {
-        EXPECT_STREQ(error.what(), "rotto");
-    }
+    };
+    EXPECT_EQ(vlm::test::CaughtText(show), "rotto");
     EXPECT_EQ(inner.calls, (Calls{"FrameClose", "Closed"}));
     EXPECT_EQ(outer.calls, Calls{"Closed"});
     EXPECT_EQ(screen.toolkit.TopWindow(), nullptr);
 }
 
-TEST(Windows, WhatFailsToOpenWasNeverShown) {
-    Screen screen;
-    SampleDialog dialog;
+TEST_F(Windows, WhatFailsToOpenWasNeverShown) {
     dialog.onOpening = [] { throw Error("niente elenco"); };
     EXPECT_THROW(screen.toolkit.ShowModal(dialog), Error);
     EXPECT_EQ(dialog.calls, Calls{});
 }
 
-TEST(Windows, TheFocusGoesWhereTheDialogMovesIt) {
-    Screen screen;
+TEST_F(Windows, TheFocusGoesWhereTheDialogMovesIt) {
     SampleDialog opening;
     opening.onOpening = [&] { opening.cboBranca.SetFocus(); };
     screen.Show(opening, [&](QWidget& window) {
@@ -71,8 +67,7 @@ TEST(Windows, TheFocusGoesWhereTheDialogMovesIt) {
     screen.Show(first, [&](QWidget& window) { EXPECT_EQ(window.focusWidget(), &screen.WidgetOf(first.numAnno)); });
 }
 
-TEST(Windows, SizesAreKeptForTheNextShowing) {
-    Screen screen;
+TEST_F(Windows, SizesAreKeptForTheNextShowing) {
     SampleDialog untouched;
     screen.Show(untouched, [](QWidget&) {});
     EXPECT_EQ(screen.settings.values.count("Window.frmProva"), 0U) << "a size that nobody chose";
@@ -86,15 +81,13 @@ TEST(Windows, SizesAreKeptForTheNextShowing) {
     screen.Show(again, [&](QWidget& window) { EXPECT_EQ(window.size(), size); });
     for (const char* nonsense : {"", "x", "12x", "-5x300", "99999x300", "aaxbb", "300x300x300"}) {
         screen.settings.values["Window.frmProva"] = nonsense;
-        SampleDialog dialog;
-        screen.Show(dialog, [&](QWidget& window) { EXPECT_EQ(window.size() - QSize(0, 15), size) << nonsense; });
+        SampleDialog form;
+        screen.Show(form, [&](QWidget& window) { EXPECT_EQ(window.size() - QSize(0, 15), size) << nonsense; });
     }
 }
 
-TEST(Windows, ResizingKeepsTheButtonsBelowAndGivesTheRoomToTheGrid) {
-    Screen screen;
-    SampleDialog dialog;
-    screen.Show(dialog, [&](QWidget& window) {
+TEST_F(Windows, ResizingKeepsTheButtonsBelowAndGivesTheRoomToTheGrid) {
+    Show([&](QWidget& window) {
         const QWidget& grid = screen.WidgetOf(dialog.grdElenco);
         const QWidget& button = screen.WidgetOf(dialog.cmdChiudi);
         const auto bottomRight = [&](const QWidget& widget) {
@@ -109,12 +102,10 @@ TEST(Windows, ResizingKeepsTheButtonsBelowAndGivesTheRoomToTheGrid) {
     });
 }
 
-TEST(Windows, ProgressIsPaintedWhileTheWorkGoesOn) {
-    Screen screen;
-    SampleDialog dialog;
+TEST_F(Windows, ProgressIsPaintedWhileTheWorkGoesOn) {
     int painted = 0;
     QString cursorInside;
-    screen.Show(dialog, [&](QWidget&) {
+    Show([&](QWidget&) {
         PaintCounter bar(screen.WidgetOf(dialog.prgLettura));
         PaintCounter label(screen.WidgetOf(dialog.lblInfo));
         dialog.cmdOk.OnChange = [&] {
@@ -126,7 +117,7 @@ TEST(Windows, ProgressIsPaintedWhileTheWorkGoesOn) {
             dialog.lblInfo.SetCaption("Lettura sorgente in corso...");
             EXPECT_GE(label.count, 1) << "texts that come during work are painted at once";
         };
-        QTest::mouseClick(&screen.WidgetOf(dialog.cmdOk), Qt::LeftButton);
+        Click(dialog.cmdOk);
         EXPECT_GE(painted, 5);
         EXPECT_EQ(QApplication::overrideCursor(), nullptr);
     });
@@ -139,13 +130,11 @@ void PostKey(QWidget& widget, Qt::Key key) {
     }
 }
 
-TEST(Windows, LongWorkCanBeClosedAndTakesNothingElse) {
-    Screen screen;
-    SampleDialog dialog;
+TEST_F(Windows, LongWorkCanBeClosedAndTakesNothingElse) {
     int opened = 0;
     int steps = 0;
     dialog.cmdApri.OnChange = [&] { ++opened; };
-    screen.Show(dialog, [&](QWidget& window) {
+    Show([&](QWidget& window) {
         dialog.cmdOk.OnChange = [&] {
             const HourglassScope hourglass(screen.toolkit);
             for (; steps < 10 && !dialog.IsClosing(); ++steps) {
@@ -155,20 +144,18 @@ TEST(Windows, LongWorkCanBeClosedAndTakesNothingElse) {
                 dialog.Repaint();
             }
         };
-        QTest::mouseClick(&screen.WidgetOf(dialog.cmdOk), Qt::LeftButton);
+        Click(dialog.cmdOk);
     });
     EXPECT_EQ(opened, 0);
     EXPECT_EQ(steps, 6);
 }
 
-TEST(Windows, KeysThatComeDuringAShortLookAreNotLost) {
-    Screen screen;
-    SampleDialog dialog;
+TEST_F(Windows, KeysThatComeDuringAShortLookAreNotLost) {
     dialog.txtNome.OnChange = [&] {
         const HourglassScope hourglass(screen.toolkit);
         dialog.lblInfo.SetCaption("Cercato: " + dialog.txtNome.Text());
     };
-    screen.Show(dialog, [&](QWidget& window) {
+    Show([&](QWidget& window) {
         for (const int key : {Qt::Key_A, Qt::Key_B, Qt::Key_C}) {
             const QString letter{QChar(key)};
             QCoreApplication::postEvent(window.focusWidget(),
@@ -179,8 +166,7 @@ TEST(Windows, KeysThatComeDuringAShortLookAreNotLost) {
     });
 }
 
-TEST(Windows, MessagesSayItInItalianWhateverTheMachineSpeaks) {
-    Screen screen;
+TEST_F(Windows, MessagesSayItInItalianWhateverTheMachineSpeaks) {
     const auto ask = [&](Buttons buttons, const std::function<void(QMessageBox&)>& deeds) {
         WhenUp<QMessageBox>(deeds);
         return screen.toolkit.Show({"Riga <b>uno</b>\r\ndue", "Attenzione!", Icon::Question, buttons});
@@ -207,8 +193,7 @@ TEST(Windows, MessagesSayItInItalianWhateverTheMachineSpeaks) {
               Answer::Ok);
 }
 
-TEST(Windows, AMessageLiftsTheHourglassForAsLongAsItAsks) {
-    Screen screen;
+TEST_F(Windows, AMessageLiftsTheHourglassForAsLongAsItAsks) {
     screen.toolkit.SetPointer(Pointer::Hourglass);
     screen.toolkit.SetPointer(Pointer::Hourglass);
     WhenUp<QMessageBox>([](QMessageBox& box) {
@@ -221,8 +206,7 @@ TEST(Windows, AMessageLiftsTheHourglassForAsLongAsItAsks) {
     EXPECT_EQ(QApplication::overrideCursor(), nullptr) << "it is not counted";
 }
 
-TEST(Windows, ChoosersSpeakItalianAndOfferTheFilters) {
-    Screen screen;
+TEST_F(Windows, ChoosersSpeakItalianAndOfferTheFilters) {
     WhenUp<QFileDialog>([](QFileDialog& chooser) {
         EXPECT_EQ(chooser.nameFilters(), (QStringList{"All files (*)", "ASL files (*.csv *.xls)"}));
         EXPECT_EQ(chooser.selectedNameFilter(), "ASL files (*.csv *.xls)");
@@ -237,7 +221,7 @@ TEST(Windows, ChoosersSpeakItalianAndOfferTheFilters) {
     EXPECT_EQ(NameFilters("Solo nome"), QStringList{});
 }
 
-TEST(Windows, NumbersKeepThePlainFormForTheRestOfTheProgram) {
+TEST_F(Windows, NumbersKeepThePlainFormForTheRestOfTheProgram) {
     EXPECT_EQ(std::to_string(1.5), "1.500000");
     EXPECT_EQ(std::stod("2.5"), 2.5);
 }

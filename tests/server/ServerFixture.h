@@ -6,6 +6,7 @@
 #include "platform/automation/LateBound.h"
 #include "platform/data/ado/ConnectionObject.h"
 #include "server/VlmASLServicesLib.h"
+#include "support/Caught.h"
 #include "support/FakeServices.h"
 #include "ui/FakeConnection.h"
 
@@ -39,6 +40,11 @@ protected:
     /// A connection of the host's that shows nothing of itself but its members.
     com::Ref<IDispatch> ForeignConnection() {
         return com::Make<ForeignObject>(com::Make<data::ado::ConnectionObject>(database), world);
+    }
+    /// The code that a call fails with.
+    template <typename Body>
+    static HRESULT CodeOf(Body body) {
+        return static_cast<HRESULT>(Caught(body).Number());
     }
     com::Ref<IDispatch> Marked(const GUID& id) { return com::Make<MarkedObject>(id, marked); }
 

@@ -45,33 +45,27 @@ protected:
     }
 };
 
-TEST_F(SlotOrderTest, ASLExport) {
-    const auto object = test::Create<_ASLExport>(kASLExportClass);
-    ExpectReference(object.Get(), kFirst + 1, kFirst + 2, "Connection", data::ado::kConnectionId);
-    ExpectReference(object.Get(), kFirst + 4, kFirst + 5, "CHMObject", kCHMObjectId);
-    EXPECT_EQ(CallSlot(object.Get(), kFirst), S_OK);
-    const com::Bstr file("nessuno.txt");
-    VARIANT_BOOL shown = VARIANT_TRUE;
-    EXPECT_EQ(CallSlot(object.Get(), kFirst + 3, file.Get(), ttS, &shown), S_OK);
-    EXPECT_EQ(shown, VARIANT_FALSE);
-}
-
-TEST_F(SlotOrderTest, ASLPanoramico) {
-    const auto object = test::Create<_ASLPanoramico>(kASLPanoramicoClass);
-    ExpectReference(object.Get(), kFirst, kFirst + 1, "CHMObject", kCHMObjectId);
-    ExpectReference(object.Get(), kFirst + 4, kFirst + 5, "Connection", data::ado::kConnectionId);
-    EXPECT_EQ(CallSlot(object.Get(), kFirst + 2), S_OK);
-    const com::Bstr file("nessuno.txt");
-    VARIANT_BOOL shown = VARIANT_TRUE;
-    EXPECT_EQ(CallSlot(object.Get(), kFirst + 3, file.Get(), ttM, &shown), S_OK);
-    EXPECT_EQ(shown, VARIANT_FALSE);
-}
-
-TEST_F(SlotOrderTest, ExportProgetti) {
-    const auto object = test::Create<_ExportProgetti>(kExportProgettiClass);
-    ExpectReference(object.Get(), kFirst, kFirst + 1, "Connection", data::ado::kConnectionId);
-    ExpectReference(object.Get(), kFirst + 2, kFirst + 3, "CHMObject", kCHMObjectId);
-    EXPECT_EQ(CallSlot(object.Get(), kFirst + 4), S_OK);
+TEST_F(SlotOrderTest, TheThreeExports) {
+    constexpr int kNone = -1;
+    const struct {
+        GUID classId;
+        IID iid;
+        int connection, help, showDialog, view;
+    } classes[] = {{kASLExportClass, _ASLExport::kId, 1, 4, 0, 3},
+                   {kASLPanoramicoClass, _ASLPanoramico::kId, 4, 0, 2, 3},
+                   {kExportProgettiClass, _ExportProgetti::kId, 0, 2, 4, kNone}};
+    for (const auto& each : classes) {
+        const auto object = test::Create<IDispatch>(each.classId, each.iid);
+        ExpectReference(object.Get(), kFirst + each.connection, kFirst + each.connection + 1, "Connection",
+                        data::ado::kConnectionId);
+        ExpectReference(object.Get(), kFirst + each.help, kFirst + each.help + 1, "CHMObject", kCHMObjectId);
+        EXPECT_EQ(CallSlot(object.Get(), kFirst + each.showDialog), S_OK);
+        if (each.view == kNone) continue;
+        const com::Bstr file("nessuno.txt");
+        VARIANT_BOOL shown = VARIANT_TRUE;
+        EXPECT_EQ(CallSlot(object.Get(), kFirst + each.view, file.Get(), ttS, &shown), S_OK);
+        EXPECT_EQ(shown, VARIANT_FALSE);
+    }
 }
 
 TEST_F(SlotOrderTest, ASLImportPatient) {

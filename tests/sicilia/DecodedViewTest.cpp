@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "support/Positions.h"
+#include "sicilia/DetailedLines.h"
 #include "support/ServiceClinic.h"
 
 namespace vlm::test {
@@ -28,78 +28,23 @@ const std::string kLegendM = std::string(18, '-') +
                              "\r\nS=Sesso; C=Codice nomenclatore; Br=Codice branca; R=Riga; P=Posizione; PU=Posizione "
                              "Utente; T=Trimestre\r\n";
 
-Positions Written() {
-    return Positions(222)
-        .At(1, "190201")
-        .At(7, "123456")
-        .At(13, "08")
-        .At(15, "MDCFSC60A01F205X")
-        .At(31, "NICOL\xD2")
-        .At(61, "MARIA GRAZIA TERESA")
-        .At(81, "NCLMGR70E41G273K")
-        .At(97, "1")
-        .At(98, "01051970")
-        .At(106, "082053")
-        .At(112, "206")
-        .At(115, "28022011")
-        .At(123, "1234567890123456")
-        .At(139, "01")
-        .At(146, "15032011")
-        .At(154, "x")
-        .At(155, "897")
-        .At(162, "002")
-        .At(167, "E02")
-        .At(173, "0000,00")
-        .At(180, "00020,66")
-        .At(189, "20112011234560000125");
-}
+Positions Written() { return ServiceLine().At(61, "MARIA GRAZIA TERESA").At(97, "1"); }
 
 TEST_F(DecodedViewTest, ShowsServiceAndClosingLineAtTheirPositions) {
-    const std::string closing = Written()
-                                    .At(97, "2")
-                                    .At(139, "99")
-                                    .At(146, "        ")
-                                    .At(155, "       ")
-                                    .At(162, "000")
-                                    .At(165, "1 ")
-                                    .At(173, "0003,50")
-                                    .At(180, "-0017,16")
-                                    .At(188, "2")
-                                    .WithLineEnd();
+    const std::string closing = ClosingLine(Written()).At(97, "2").At(180, "-0017,16").WithLineEnd();
     const HostRun run = View("0", Written().WithLineEnd() + closing + Written().Line());
-    const Positions first = Positions(101)
-                                .At(1, "190201")
-                                .At(9, "08")
-                                .At(12, "NCLMGR70E41G273K")
-                                .At(29, "NICOL\xD2 MARIA GRAZIA ")
-                                .At(50, "28/02/11")
-                                .At(60, "M")
-                                .At(62, "082053")
-                                .At(69, "1234567890123456")
-                                .At(88, "002")
-                                .At(93, "     0,00");
-    const Positions second = Positions(101)
-                                 .At(1, "123456")
-                                 .At(8, "MDCFSC60A01F205X")
-                                 .At(25, "20112011234560000125")
-                                 .At(46, "01/05/70")
-                                 .At(56, "x")
-                                 .At(58, "206")
-                                 .At(65, "15/03/11")
-                                 .At(74, "897")
-                                 .At(82, "E02")
-                                 .At(89, "01")
-                                 .At(93, "    20,66");
+    const Positions first =
+        Positions(101, {At(1, "190201"), At(9, "08"), At(12, "NCLMGR70E41G273K"), At(29, "NICOL\xD2 MARIA GRAZIA "),
+                        At(50, "28/02/11"), At(60, "M"), At(62, "082053"), At(69, "1234567890123456"), At(88, "002"),
+                        At(93, "     0,00")});
+    const Positions second = Positions(101, {At(1, "123456"), At(8, "MDCFSC60A01F205X"), At(25, "20112011234560000125"),
+                                             At(46, "01/05/70"), At(56, "x"), At(58, "206"), At(65, "15/03/11"),
+                                             At(74, "897"), At(82, "E02"), At(89, "01"), At(93, "    20,66")});
     const std::string service = first.WithLineEnd() + second.WithLineEnd();
     const std::string closed =
-        Positions(first).At(60, "F").At(86, "2").At(88, "000").At(93, "     3,50").WithLineEnd() +
+        Positions(first).With({At(60, "F"), At(86, "2"), At(88, "000"), At(93, "     3,50")}).WithLineEnd() +
         Positions(second)
-            .At(56, " ")
-            .At(62, "1 ")
-            .At(65, "        ")
-            .At(74, "   ")
-            .At(89, "99")
-            .At(93, "   -17,16")
+            .With({At(56, " "), At(62, "1 "), At(65, "        "), At(74, "   "), At(89, "99"), At(93, "   -17,16")})
             .WithLineEnd();
     // Two whole records of 224 bytes; the third has no line end.
     EXPECT_EQ(Copy(), "\r\nNr. record elaborati: 2\r\n\r\n\r\n" + kHeadM + service + closed + "\r\n" + service +
@@ -121,17 +66,8 @@ TEST_F(DecodedViewTest, ShowsASummaryLineAtItsPositions) {
               "\r\nNr. record elaborati: 1\r\n\r\n\r\n"
               "USL Ditretto Struttura Branca  Importo    Ticket    N. Prestaz. Mese Anno Trimestre\r\n" +
                   std::string(83, '-') + "\r\n\r\n" +
-                  Positions(85)
-                      .At(1, "201")
-                      .At(8, "03")
-                      .At(16, "123456")
-                      .At(26, "08")
-                      .At(31, "   1244,75")
-                      .At(42, "      3,50")
-                      .At(55, "42    ")
-                      .At(66, "03")
-                      .At(70, "2011")
-                      .At(79, "1")
+                  Positions(85, {At(1, "201"), At(8, "03"), At(16, "123456"), At(26, "08"), At(31, "   1244,75"),
+                                 At(42, "      3,50"), At(55, "42    "), At(66, "03"), At(70, "2011"), At(79, "1")})
                       .WithLineEnd() +
                   "\r\n\r\n");
 }

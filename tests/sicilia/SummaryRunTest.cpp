@@ -42,17 +42,8 @@ TEST(SummaryRunTest, WritesALineForEachMonthAtItsPositions) {
     const HostRun run = Export(clinic, {"chkSimulazione=0"});
     const auto line = [](const char* month, const char* gross, const char* ticket, const char* count,
                          const char* structure) {
-        return Positions(60)
-            .At(1, "201")
-            .At(4, "03")
-            .At(6, structure)
-            .At(12, "08")
-            .At(14, gross)
-            .At(24, ticket)
-            .At(34, count)
-            .At(40, month)
-            .At(42, "2011")
-            .At(46, "1")
+        return Positions(60, {At(1, "201"), At(4, "03"), At(6, structure), At(12, "08"), At(14, gross), At(24, ticket),
+                              At(34, count), At(40, month), At(42, "2011"), At(46, "1")})
             .WithLineEnd();
     };
     EXPECT_EQ(ReadBytes(clinic.out + "/2010111S.txt"), line("01", "0001244,75", "0000003,50", "000002", "123456") +

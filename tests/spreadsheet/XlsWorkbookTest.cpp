@@ -46,11 +46,11 @@ const Lines kShown = {"\"Cognome|\"Nato il|\"Età|\"Attivo", "\"D'Àrrigo|@03/10
 
 TEST_F(XlsWorkbookTest, ValuesComeBackAsTheyWereWritten) {
     EXPECT_EQ(Read(XlsFile().Sheet("F", kRows), 4), kShown);
-    EXPECT_EQ(Read(XlsFile().InMiniStream().Sheet("F", kRows), 4), kShown);
-    EXPECT_EQ(Read(XlsFile().From1904().Sheet("F", kRows), 4), kShown);
+    EXPECT_EQ(Read(XlsFile({.mini = true}).Sheet("F", kRows), 4), kShown);
+    EXPECT_EQ(Read(XlsFile({.from1904 = true}).Sheet("F", kRows), 4), kShown);
     Lines ansi = kShown;
     ansi[3] = "\"?ód? ? ?|@10/04/2011 06:00:00|#12345678901|?Falso";
-    EXPECT_EQ(Read(XlsFile().Version5().Sheet("F", kRows), 4), ansi);
+    EXPECT_EQ(Read(XlsFile({.version5 = true}).Sheet("F", kRows), 4), ansi);
 }
 
 TEST_F(XlsWorkbookTest, LargeFilesListTheirTableInSectorsOfTheirOwn) {
@@ -68,7 +68,7 @@ TEST_F(XlsWorkbookTest, TextsGoOnInFurtherRecordsAtAnyCharacter) {
         shown.push_back('"' + text);
     }
     for (std::size_t size = 12; size < 60; ++size) {
-        EXPECT_EQ(Read(XlsFile().TextRecordSize(size).Sheet("F", rows), 1), shown) << size;
+        EXPECT_EQ(Read(XlsFile({.textRecordSize = size}).Sheet("F", rows), 1), shown) << size;
     }
 }
 
@@ -115,9 +115,8 @@ TEST_F(XlsWorkbookTest, DatesAreNumbersOfADateStyle) {
         records += BiffRecordOf(0x203, At(0, style, style) + LeDouble(40643));
     }
     for (const bool version5 : {false, true}) {
-        XlsFile file;
-        if (version5) file.Version5();
-        file.Formats({"dd/mm/yyyy", "[Red]0.00", "[h]:mm"}).SheetRecords("F", records);
+        XlsFile file({.version5 = version5, .formats = {"dd/mm/yyyy", "[Red]0.00", "[h]:mm"}});
+        file.SheetRecords("F", records);
         EXPECT_EQ(Read(file, 6), Lines{"#40643|@10/04/2011|@10/04/2011|#40643|@10/04/2011|#40643"});
     }
 }

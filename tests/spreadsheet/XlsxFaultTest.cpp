@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "spreadsheet/SheetDump.h"
+#include "support/Caught.h"
 #include "support/TempFolder.h"
 #include "support/XlsxFile.h"
 
@@ -39,13 +40,8 @@ TEST_F(XlsxFaultTest, SheetsThatAreNotThere) {
     XlsxFile().Sheet("uno", {{1.0}}).Sheet("due", {}).Write(path_);
     const auto workbook = OpenedWorkbook(path_);
     for (const int number : {0, 3, -1}) {
-        try {
-            workbook->Sheet(number);
-            FAIL() << number;
-        } catch (const Error& error) {
-            EXPECT_EQ(error.what(), "Il file " + path_ + " non contiene il foglio numero " + std::to_string(number) +
-                                        ": i suoi fogli sono 2.");
-        }
+        EXPECT_EQ(CaughtText([&] { workbook->Sheet(number); }), "Il file " + path_ + " non contiene il foglio numero " +
+                                                                    std::to_string(number) + ": i suoi fogli sono 2.");
     }
 }
 

@@ -80,8 +80,7 @@ TEST_F(XlsxWorkbookTest, TextsAreJoinedFromTheirRuns) {
 
 TEST_F(XlsxWorkbookTest, DatesAreNumbersOfADateStyle) {
     XlsxFile file;
-    file.Formats({"dd/mm/yyyy", "[Red]0.00", "[h]:mm", "\"dym\" 0"})
-        .BuiltInFormats({13, 14, 22, 23, 27, 45, 49, 58, 59});
+    file.Formats({"dd/mm/yyyy", "[Red]0.00", "[h]:mm", "\"dym\" 0"}, {13, 14, 22, 23, 27, 45, 49, 58, 59});
     std::string row;
     for (int style = 0; style <= 14; ++style) row += "<c s=\"" + std::to_string(style) + "\"><v>40643</v></c>";
     const std::string day = "@10/04/2011";

@@ -38,6 +38,18 @@ public:
         return data::SqliteConnection::Connect("Provider=SQLite;Data Source=\"" + folder.Path().string() +
                                                "\";Initial Catalog=Studio0012;Busy Timeout=0");
     }
+    /// One text for each row of a query on another connection to the clinic's database, Null as "NULL".
+    std::vector<std::string> Query(const std::string& sql) const {
+        std::vector<std::string> rows;
+        const data::ConnectionPtr reader = Connect();
+        for (const auto set = reader->Open(sql); !set->AtEnd(); set->MoveNext()) {
+            std::string& row = rows.emplace_back();
+            for (int i = 0; i < set->FieldCount(); ++i) {
+                row.append(i == 0 ? "" : "|").append(set->IsNull(i) ? "NULL" : set->TextOf(i));
+            }
+        }
+        return rows;
+    }
     /// The lock service of a user of this program.
     HostObjectPtr LockServiceOf(const std::string& user) const {
         return server::HostReference::Of(com::Make<host::LockService>(connection, user, clock).Get());

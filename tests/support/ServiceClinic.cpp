@@ -8,6 +8,7 @@
 #include "host/schema/MasterSchema.h"
 #include "platform/data/sqlite/SqliteConnection.h"
 #include "support/Insertion.h"
+#include "support/Words.h"
 
 namespace vlm::test {
 
@@ -156,19 +157,16 @@ void ServiceClinic::Create(const std::vector<Row>& services) {
     database.Commit();
 }
 
-HostRun ServiceClinic::Run(std::vector<std::string> steps, const std::string& component) const {
-    std::vector<std::string> arguments = {"--data",  data,  "--clinic",   std::to_string(clinic),
-                                          "--work",  work,  "--settings", settings,
-                                          "--today", today, component};
-    arguments.insert(arguments.end(), steps.begin(), steps.end());
+std::vector<std::string> ServiceClinic::Arguments(const std::string& component) const {
+    return {"--data",  data,  "--clinic", std::to_string(clinic), "--work", work, "--settings", settings,
+            "--today", today, component};
+}
+
+HostRun ServiceClinic::Run(const std::vector<std::string>& steps, const std::string& component) const {
     std::ostringstream output;
     std::ostringstream errors;
-    HostRun run;
-    run.status = host::RunHost(arguments, output, errors, false);
-    run.errors = errors.str();
-    std::istringstream lines(output.str());
-    for (std::string line; std::getline(lines, line);) run.events.push_back(line);
-    return run;
+    const int status = host::RunHost(Arguments(component) + steps, output, errors, false);
+    return {status, LinesOf(output.str()), errors.str()};
 }
 
 vlm::data::ConnectionPtr ServiceClinic::Connect() const {

@@ -38,8 +38,10 @@ public:
     /// Writes the databases; once.
     void Create(const std::vector<Row>& services);
 
+    /// What the host is told before the steps, to run a component in this clinic.
+    std::vector<std::string> Arguments(const std::string& component) const;
     /// Runs a component with steps.
-    HostRun Run(std::vector<std::string> steps, const std::string& component = "ASLExport") const;
+    HostRun Run(const std::vector<std::string>& steps, const std::string& component = "ASLExport") const;
     /// A connection of somebody else's to the clinic's database.
     vlm::data::ConnectionPtr Connect() const;
     /// One row of texts for each row of a query in the clinic's database, joined by "|".

@@ -68,7 +68,7 @@ XlsFile& XlsFile::Sheet(const std::string& name, const SheetRows& rows) {
 std::string XlsFile::CellRecord(const files::SheetValue& value, std::uint32_t row, std::uint32_t column) {
     const std::string place = Le16(row) + Le16(column);
     if (const auto* text = std::get_if<std::string>(&value)) {
-        if (version5_) {
+        if (options_.version5) {
             const std::string ansi = text::ToAnsi(*text);
             return BiffRecordOf(0x204, place + Le16(0) + Le16(static_cast<std::uint32_t>(ansi.size())) + ansi);
         }
@@ -79,7 +79,7 @@ std::string XlsFile::CellRecord(const files::SheetValue& value, std::uint32_t ro
         return BiffRecordOf(0x205, place + Le16(0) + (*truth ? '\1' : '\0') + '\0');
     }
     if (const auto* date = std::get_if<Date>(&value)) {
-        return BiffRecordOf(0x203, place + Le16(1) + LeDouble(date->Serial() - (from1904_ ? 1462 : 0)));
+        return BiffRecordOf(0x203, place + Le16(1) + LeDouble(date->Serial() - (options_.from1904 ? 1462 : 0)));
     }
     if (const auto* number = std::get_if<double>(&value)) {
         const bool small = std::trunc(*number) == *number && std::abs(*number) < 1e8;
@@ -100,33 +100,8 @@ XlsFile& XlsFile::Global(const std::string& records) {
     return *this;
 }
 
-XlsFile& XlsFile::Formats(const std::vector<std::string>& codes) {
-    formats_ = codes;
-    return *this;
-}
-
-XlsFile& XlsFile::From1904() {
-    from1904_ = true;
-    return *this;
-}
-
-XlsFile& XlsFile::TextRecordSize(std::size_t bytes) {
-    textRecordSize_ = bytes;
-    return *this;
-}
-
-XlsFile& XlsFile::Version5() {
-    version5_ = true;
-    return *this;
-}
-
-XlsFile& XlsFile::InMiniStream() {
-    mini_ = true;
-    return *this;
-}
-
 std::string XlsFile::TextList() const {
-    if (version5_) return {};
+    if (options_.version5) return {};
     const auto count = static_cast<std::uint32_t>(texts_.size());
     std::string records;
     std::string data = Le32(count) + Le32(count);
@@ -138,10 +113,10 @@ std::string XlsFile::TextList() const {
     };
     for (const std::string& text : texts_) {
         const Units units(text);
-        if (data.size() + 4 > textRecordSize_) close();
+        if (data.size() + 4 > options_.textRecordSize) close();
         data += Le16(units.Length()) + units.Flags();
         for (std::size_t i = 0; i < units.units.size(); ++i) {
-            if (data.size() + 2 > textRecordSize_) {
+            if (data.size() + 2 > options_.textRecordSize) {
                 close();
                 data = units.Flags();
             }
@@ -153,31 +128,32 @@ std::string XlsFile::TextList() const {
 }
 
 std::string XlsFile::Opening(std::uint16_t kind) const {
-    const std::string opening = Le16(version5_ ? 0x0500 : 0x0600) + Le16(kind) + Le16(0x0DBB) + Le16(0x07CC);
-    return BiffRecordOf(0x809, version5_ ? opening : opening + Le32(0) + Le32(6));
+    const std::string opening = Le16(options_.version5 ? 0x0500 : 0x0600) + Le16(kind) + Le16(0x0DBB) + Le16(0x07CC);
+    return BiffRecordOf(0x809, options_.version5 ? opening : opening + Le32(0) + Le32(6));
 }
 
 std::string XlsFile::SheetList(const std::vector<std::size_t>& offsets) const {
     std::string records;
     for (std::size_t i = 0; i < sheets_.size(); ++i) {
         const Units name(sheets_[i].name);
-        const std::string length(1, static_cast<char>(version5_ ? sheets_[i].name.size() : name.Length()));
+        const std::string length(1, static_cast<char>(options_.version5 ? sheets_[i].name.size() : name.Length()));
         records += BiffRecordOf(0x85, Le32(static_cast<std::uint32_t>(offsets[i])) + '\0' +
                                           static_cast<char>(sheets_[i].kind) + length +
-                                          (version5_ ? sheets_[i].name : name.All()));
+                                          (options_.version5 ? sheets_[i].name : name.All()));
     }
     return records;
 }
 
 std::string XlsFile::Stream() const {
-    std::string head = Opening(5) + BiffRecordOf(0x42, Le16(version5_ ? 1252 : 1200)) +
-                       BiffRecordOf(0x22, Le16(from1904_ ? 1 : 0)) + globals_;
+    std::string head = Opening(5) + BiffRecordOf(0x42, Le16(options_.version5 ? 1252 : 1200)) +
+                       BiffRecordOf(0x22, Le16(options_.from1904 ? 1 : 0)) + globals_;
     std::string styles = BiffRecordOf(0xE0, Le16(0) + Le16(0) + std::string(16, '\0')) +
                          BiffRecordOf(0xE0, Le16(0) + Le16(14) + std::string(16, '\0'));
-    for (std::uint32_t i = 0; i < formats_.size(); ++i) {
-        const Units code(formats_[i]);
-        const std::string content =
-            version5_ ? static_cast<char>(formats_[i].size()) + formats_[i] : Le16(code.Length()) + code.All();
+    for (std::uint32_t i = 0; i < options_.formats.size(); ++i) {
+        const Units code(options_.formats[i]);
+        const std::string content = options_.version5
+                                        ? static_cast<char>(options_.formats[i].size()) + options_.formats[i]
+                                        : Le16(code.Length()) + code.All();
         head += BiffRecordOf(0x41E, Le16(164 + i) + content);
         styles += BiffRecordOf(0xE0, Le16(0) + Le16(164 + i) + std::string(16, '\0'));
     }
@@ -192,11 +168,11 @@ std::string XlsFile::Stream() const {
         sheets += Opening(0x10) + sheets_[i].records + BiffRecordOf(0x0A, "");
     }
     std::string stream = head + SheetList(offsets) + tail + sheets;
-    if (!mini_ && stream.size() < kMiniLimit) stream.resize(kMiniLimit, '\0');
+    if (!options_.mini && stream.size() < kMiniLimit) stream.resize(kMiniLimit, '\0');
     return stream;
 }
 
-std::string XlsFile::Bytes() const { return CompoundFileOf(version5_ ? "Book" : "Workbook", Stream()); }
+std::string XlsFile::Bytes() const { return CompoundFileOf(options_.version5 ? "Book" : "Workbook", Stream()); }
 
 void XlsFile::Write(const std::string& path) const { std::ofstream(path, std::ios::binary) << Bytes(); }
 

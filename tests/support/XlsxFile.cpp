@@ -18,12 +18,7 @@ const std::string kHead = "<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\
 
 std::string Escaped(const std::string& value) {
     std::string xml;
-    for (const char c : value) {
-        if (c == '&') xml += "&amp;";
-        if (c == '<') xml += "&lt;";
-        if (c == '"') xml += "&quot;";
-        if (c != '&' && c != '<' && c != '"') xml += c;
-    }
+    for (const char c : value) xml += c == '&' ? "&amp;" : c == '<' ? "&lt;" : c == '"' ? "&quot;" : std::string(1, c);
     return xml;
 }
 
@@ -115,13 +110,9 @@ XlsxFile& XlsxFile::SharedXml(const std::string& items) {
     return *this;
 }
 
-XlsxFile& XlsxFile::Formats(const std::vector<std::string>& codes) {
+XlsxFile& XlsxFile::Formats(const std::vector<std::string>& codes, const std::vector<int>& builtIn) {
     formats_ = codes;
-    return *this;
-}
-
-XlsxFile& XlsxFile::BuiltInFormats(const std::vector<int>& formats) {
-    builtIn_ = formats;
+    builtIn_ = builtIn;
     return *this;
 }
 

@@ -25,10 +25,8 @@ public:
     /// Texts for cells of type "s", as XML of `si` elements, before those of Sheet.
     XlsxFile& SharedXml(const std::string& items);
     /// Number formats beside the built-in ones: cells of style n + 2 have the n-th of them, from 0. Style 0 is
-    /// general, style 1 the built-in date.
-    XlsxFile& Formats(const std::vector<std::string>& codes);
-    /// Styles with built-in formats, after those of Formats.
-    XlsxFile& BuiltInFormats(const std::vector<int>& formats);
+    /// general, style 1 the built-in date. Styles with built-in formats come after them.
+    XlsxFile& Formats(const std::vector<std::string>& codes, const std::vector<int>& builtIn = {});
     XlsxFile& From1904();
 
     std::map<std::string, std::string> Parts() const;

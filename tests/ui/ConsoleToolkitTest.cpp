@@ -4,6 +4,7 @@
 #include "platform/ui/console/ConsoleToolkit.h"
 #include "platform/ui/console/JsonEventLog.h"
 #include "platform/ui/console/LoggedProgramStarter.h"
+#include "support/Caught.h"
 #include "ui/SampleDialog.h"
 
 namespace vlm::ui::test {
@@ -21,9 +22,10 @@ struct Desk {
         return unused.str();
     }
     /// The script's sentence; "" when it went through.
-    std::string Show(Dialog& dialog) {
+    std::string Show() { return Show(dialog); }
+    std::string Show(Dialog& shown) {
         try {
-            toolkit.ShowModal(dialog);
+            toolkit.ShowModal(shown);
             return {};
         } catch (const ScriptError& error) {
             return error.what();
@@ -40,6 +42,7 @@ struct Desk {
     std::ostringstream out;
     JsonEventLog log{out};
     ConsoleToolkit toolkit;
+    SampleDialog dialog;
 };
 
 constexpr const char* kOpened = R"({"event":"dialog","name":"frmProva","title":"Finestra di prova"})"
@@ -107,10 +110,7 @@ TEST(ConsoleToolkit, EveryKindOfControlIsSetAndTold) {
 
 TEST(ConsoleToolkit, ControlsWithoutValueAndThoseOutOfReachAnswerToo) {
     struct Case {
-        const char* name;
-        const char* value;
-        const char* reach;
-        const char* caption;
+        const char *name, *value, *reach, *caption;
         const char* rest = "0";
     };
     constexpr const char* kReached = R"("enabled":true,"visible":true)";
@@ -175,12 +175,11 @@ TEST(ConsoleToolkit, StepsThatCannotBeDoneCloseTheDialogAndSaySo) {
     };
     for (const auto& [step, reason] : cases) {
         Desk desk({step, "cmdOk!"});
-        SampleDialog dialog;
-        const std::string sentence = desk.Show(dialog);
+        const std::string sentence = desk.Show();
         EXPECT_NE(sentence.find(reason), std::string::npos) << step << ": " << sentence;
         EXPECT_NE(sentence.find("\"" + std::string(step) + "\""), std::string::npos) << sentence;
         EXPECT_EQ(desk.out.str(), kOpened + std::string(kClosed)) << step;
-        EXPECT_EQ(dialog.calls, Words{"Closed"}) << step << " must change nothing and close once";
+        EXPECT_EQ(desk.dialog.calls, Words{"Closed"}) << step << " must change nothing and close once";
         EXPECT_EQ(desk.Unused(), "") << "after a failure its sentence stands alone";
         ASSERT_NE(desk.toolkit.Failure(), nullptr);
         EXPECT_EQ(desk.toolkit.Failure()->what(), sentence);
@@ -198,8 +197,7 @@ TEST(ConsoleToolkit, ControlsInAHiddenOrDisabledFrameAreOutOfReach) {
 
 TEST(ConsoleToolkit, EveryWayOfClosingRunsClosedOnce) {
     struct Case {
-        Words words;
-        Words calls;
+        Words words, calls;
         std::string unused;
     };
     const std::vector<Case> cases{
@@ -215,9 +213,8 @@ TEST(ConsoleToolkit, EveryWayOfClosingRunsClosedOnce) {
     };
     for (const Case& each : cases) {
         Desk desk(each.words);
-        SampleDialog dialog;
-        EXPECT_EQ(desk.Show(dialog), "");
-        EXPECT_EQ(dialog.calls, each.calls);
+        EXPECT_EQ(desk.Show(), "");
+        EXPECT_EQ(desk.dialog.calls, each.calls);
         EXPECT_EQ(desk.Unused(), each.unused);
         EXPECT_EQ(desk.out.str(), kOpened + std::string(kClosed));
     }
@@ -247,12 +244,7 @@ TEST(ConsoleToolkit, ErrorsOfHandlersCloseTheDialogsAndGoThrough) {
     outer.cmdApri.OnChange = [&] { desk.toolkit.ShowModal(inner); };
     inner.onFrameClose = [] { throw Error("rotto"); };
     inner.onClosed = [] { throw std::runtime_error("secondo errore"); };
-    try {
-        desk.toolkit.ShowModal(outer);
-        FAIL() << "the error must go through";
-    } catch (const Error& error) {
-        EXPECT_STREQ(error.what(), "rotto");
-    }
+    EXPECT_EQ(vlm::test::CaughtText([&] { desk.toolkit.ShowModal(outer); }), "rotto");
     EXPECT_EQ(inner.calls, (Words{"FrameClose", "Closed"}));
     EXPECT_EQ(outer.calls, Words{"Closed"});
     EXPECT_EQ(desk.Events(),
@@ -264,14 +256,13 @@ TEST(ConsoleToolkit, ErrorsOfHandlersCloseTheDialogsAndGoThrough) {
 TEST(ConsoleToolkit, NestedDialogsTakeTheirBlocksInOrderAndCloseWithoutOne) {
     Desk desk({"in:frmFile", "txtNome=uno", "txtNome?", "cmdChiudi!", "end:", "in:FRMFILE", "txtNome=due",
                "end:", "cmdApri!", "cmdApri!", "cmdApri!", "in:frmFile", "txtNome=tre", "end:", "in:frmMai", "end:"});
-    SampleDialog dialog;
     Words taken;
-    dialog.cmdApri.OnChange = [&] {
+    desk.dialog.cmdApri.OnChange = [&] {
         SampleDialog inner("frmFile");
         desk.toolkit.ShowModal(inner);
         taken.push_back(inner.txtNome.Text());
     };
-    EXPECT_EQ(desk.Show(dialog), "");
+    EXPECT_EQ(desk.Show(), "");
     EXPECT_EQ(taken, (Words{"uno", "due", ""})) << "a block is there from its own step on, not before";
     EXPECT_EQ(desk.Unused(),
               "Passi non usati, perché la finestra frmFile non si è aperta: in:frmFile txtNome=... end:\n"
@@ -329,12 +320,11 @@ TEST(ConsoleToolkit, MessagesTakeTheirAnswersInOrder) {
     const Message plain{"Fatto.\r\nVedi \"file\"", "Aldra", Icon::Information, Buttons::Ok};
     const Message question{"Procedere?", "Attenzione!", Icon::Question, Buttons::YesNo};
     Desk desk({"answer:yes", "cmdOk!", "cmdOk!", "answer:OK", "answer:No", "cmdOk!", "answer:yes"});
-    SampleDialog dialog;
-    dialog.cmdOk.OnChange = [&] {
+    desk.dialog.cmdOk.OnChange = [&] {
         desk.toolkit.Show(plain);
         desk.toolkit.Show(question);
     };
-    EXPECT_EQ(desk.Show(dialog), "");
+    EXPECT_EQ(desk.Show(), "");
     const std::string told =
         R"({"event":"message","text":"Fatto.\r\nVedi \"file\"","caption":"Aldra","icon":"information",)"
         R"("buttons":"ok","answer":"ok"})"
@@ -360,14 +350,13 @@ TEST(ConsoleToolkit, EveryIconHasItsWord) {
 
 TEST(ConsoleToolkit, ChoosersTakeAPathOrCancel) {
     Desk desk({"answer:C:\\dati\\a.csv", "cmdOk!", "answer:cancel", "answer:C:\\dati", "cmdOk!", "cmdOk!"});
-    SampleDialog dialog;
-    dialog.cmdOk.OnChange = [&] {
+    desk.dialog.cmdOk.OnChange = [&] {
         const auto file = desk.toolkit.ChooseFile({"Tutti|*.*", 1, "csv", "C:\\x", "f.csv"});
         const auto folder = desk.toolkit.ChooseFolder("C:\\y");
-        dialog.calls.push_back(file.value_or("-") + " " + folder.value_or("-"));
+        desk.dialog.calls.push_back(file.value_or("-") + " " + folder.value_or("-"));
     };
-    EXPECT_EQ(desk.Show(dialog), "");
-    EXPECT_EQ(dialog.calls, (Words{"C:\\dati\\a.csv -", "- C:\\dati", "- -", "FrameClose", "Closed"}));
+    EXPECT_EQ(desk.Show(), "");
+    EXPECT_EQ(desk.dialog.calls, (Words{"C:\\dati\\a.csv -", "- C:\\dati", "- -", "FrameClose", "Closed"}));
     const std::string file = R"({"event":"choose","kind":"file","filter":"Tutti|*.*","filterIndex":1,)"
                              R"("folder":"C:\\x","fileName":"f.csv","answer":")";
     const std::string folder = R"({"event":"choose","kind":"folder","filter":"","filterIndex":0,"folder":"C:\\y",)"
@@ -395,27 +384,25 @@ TEST(ConsoleToolkit, AnswersOfTheWrongKindFailTheScript) {
 
 TEST(ConsoleToolkit, AnswersAreThereBeforeTheDialogOpens) {
     Desk desk({"answer:yes", "txtNome=a"});
-    SampleDialog dialog;
-    dialog.onOpening = [&] {
+    desk.dialog.onOpening = [&] {
         EXPECT_EQ(desk.toolkit.Show({"Continuare?", "", Icon::None, Buttons::YesNo}), Answer::Yes);
     };
-    EXPECT_EQ(desk.Show(dialog), "");
-    EXPECT_EQ(dialog.txtNome.Text(), "a");
+    EXPECT_EQ(desk.Show(), "");
+    EXPECT_EQ(desk.dialog.txtNome.Text(), "a");
 }
 
 TEST(ConsoleToolkit, EventsStandInTheOrderTheyHappen) {
     Desk desk({"cmdOk!", "help:"});
-    SampleDialog dialog;
     LoggedProgramStarter starter(desk.log);
-    dialog.cmdOk.OnChange = [&] {
+    desk.dialog.cmdOk.OnChange = [&] {
         const HourglassScope hourglass(desk.toolkit);
-        dialog.prgLettura.SetVisible(false);
-        for (const int percent : {10, 10, 100, 0}) dialog.prgLettura.SetValue(percent);
-        dialog.txtNome.SetFocus();
+        desk.dialog.prgLettura.SetVisible(false);
+        for (const int percent : {10, 10, 100, 0}) desk.dialog.prgLettura.SetValue(percent);
+        desk.dialog.txtNome.SetFocus();
         starter.Start("Notepad.exe C:\\a.txt");
         desk.log.Help(5920);
     };
-    EXPECT_EQ(desk.Show(dialog), "");
+    EXPECT_EQ(desk.Show(), "");
     EXPECT_EQ(desk.out.str(), kOpened + std::string(R"({"event":"pointer","shape":"hourglass"}
 {"event":"progress","value":10}
 {"event":"progress","value":100}
@@ -425,7 +412,7 @@ TEST(ConsoleToolkit, EventsStandInTheOrderTheyHappen) {
 {"event":"help","context":5920}
 {"event":"pointer","shape":"normal"}
 )") + kClosed);
-    EXPECT_EQ(dialog.calls, (Words{"prgLettura", "prgLettura", "prgLettura", "Help", "FrameClose", "Closed"}));
+    EXPECT_EQ(desk.dialog.calls, (Words{"prgLettura", "prgLettura", "prgLettura", "Help", "FrameClose", "Closed"}));
 }
 
 TEST(ConsoleToolkit, KeysArePressedAndReleased) {
@@ -447,26 +434,34 @@ TEST(ConsoleToolkit, KeysArePressedAndReleased) {
         {"key:=Alt+F", {"cmdApri", "up - 70 4", "FrameClose", "Closed"}},  // the check box of that letter is disabled
         {"key:=Alt+Z", {"up - 90 4", "FrameClose", "Closed"}},
         {"key:=Esc", {"Closed"}},
+        // With another modifier these are no keys of every dialog's.
+        {"key:=F4", {"up - 115 0", "FrameClose", "Closed"}},
+        {"key:=Alt+Esc", {"up - 27 4", "FrameClose", "Closed"}},
+        {"key:=Ctrl+Enter", {"up - 13 2", "FrameClose", "Closed"}},
     };
     for (const Case& each : cases) {
         Desk desk({each.step});
-        SampleDialog dialog;
-        EXPECT_EQ(desk.Show(dialog), "");
-        EXPECT_EQ(dialog.calls, each.calls) << each.step;
+        EXPECT_EQ(desk.Show(), "");
+        EXPECT_EQ(desk.dialog.calls, each.calls) << each.step;
     }
-    Desk desk({"key:=Alt+A"});
-    SampleDialog swallowing;
-    swallowing.onPreview = [](KeyEvent& key) { key.Swallow(); };
-    desk.Show(swallowing);
-    EXPECT_EQ(swallowing.calls, (Words{"up - 65 4", "FrameClose", "Closed"}));
+    for (const char* key : {"key:=Alt+A", "key:=Esc", "key:=Enter", "key:=F1", "key:=Alt+F4"}) {
+        Desk desk({key});
+        SampleDialog swallowing;
+        swallowing.onPreview = [](KeyEvent& event) { event.Swallow(); };
+        desk.Show(swallowing);
+        ASSERT_EQ(swallowing.calls.size(), 3U) << key;
+        EXPECT_EQ(swallowing.calls[0].substr(0, 5), "up - ") << key;
+        EXPECT_EQ(swallowing.calls[1], "FrameClose") << key;
+    }
 }
 
 TEST(ConsoleToolkit, AGridsButtonRunsItsHandler) {
     Desk desk({"grdElenco!2", "grdElenco!2", "grdElenco!"});
-    SampleDialog dialog;
-    dialog.grdElenco.OnChange = [&] { dialog.calls.push_back(std::to_string(dialog.grdElenco.CurrentRow())); };
-    EXPECT_EQ(desk.Show(dialog), "");
-    EXPECT_EQ(dialog.calls, (Words{"1", "1", "FrameClose", "Closed"})) << "moved once, pressed once";
+    desk.dialog.grdElenco.OnChange = [&] {
+        desk.dialog.calls.push_back(std::to_string(desk.dialog.grdElenco.CurrentRow()));
+    };
+    EXPECT_EQ(desk.Show(), "");
+    EXPECT_EQ(desk.dialog.calls, (Words{"1", "1", "FrameClose", "Closed"})) << "moved once, pressed once";
 }
 
 }  // namespace

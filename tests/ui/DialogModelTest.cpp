@@ -124,39 +124,6 @@ TEST(DialogModel, PickListsThatCannotLoadAreEmpty) {
     }
 }
 
-TEST(DialogModel, KeysDoWhatEveryDialogDoesUnlessItsPreviewTakesThem) {
-    struct Case {
-        KeyEvent key;
-        Calls calls;
-        bool closes;
-        bool used;
-    };
-    const std::vector<Case> cases{{{kKeyEscape, kShiftNone}, {"Close"}, true, true},
-                                  {{kKeyReturn, kShiftNone}, {"cmdOk"}, false, true},
-                                  {{kKeyF1, kShiftNone}, {"Help"}, false, true},
-                                  {{kKeyF4, kAlt}, {"FrameClose"}, true, true},
-                                  {{kKeyF4, kShiftNone}, {}, false, false},
-                                  {{kKeyF3, kShiftNone}, {}, false, false},
-                                  {{kKeyEscape, kAlt}, {}, false, false},
-                                  {{kKeyReturn, kCtrl}, {}, false, false}};
-    for (const Case& each : cases) {
-        SampleDialog dialog;
-        dialog.cmdChiudi.OnChange = [&] {
-            dialog.calls.push_back("Close");
-            dialog.Close();
-        };
-        EXPECT_EQ(dialog.KeyDown(nullptr, each.key), each.used) << each.key.code;
-        EXPECT_EQ(dialog.calls, each.calls) << each.key.code;
-        EXPECT_EQ(dialog.IsClosing(), each.closes) << each.key.code;
-
-        SampleDialog swallowing;
-        swallowing.onPreview = [](KeyEvent& key) { key.Swallow(); };
-        EXPECT_TRUE(swallowing.KeyDown(nullptr, each.key));
-        EXPECT_EQ(swallowing.calls, Calls()) << each.key.code;
-        EXPECT_FALSE(swallowing.IsClosing());
-    }
-}
-
 TEST(DialogModel, KeysDoNotReachButtonsThatCannotBeClicked) {
     SampleDialog dialog;
     dialog.cmdOk.SetEnabled(false);
@@ -209,17 +176,9 @@ TEST(DialogModel, ClosingTellsTheViewOnceAndEndsTheKey) {
     EXPECT_EQ(dialog.calls, Calls()) << "the default button of a closing dialog stays untouched";
 }
 
-TEST(DialogModel, ControlsAreFoundWithoutRegardToCase) {
-    SampleDialog dialog;
-    EXPECT_EQ(dialog.Find("CMDOK"), &dialog.cmdOk);
-    EXPECT_EQ(dialog.Find("cmd"), nullptr);
-    EXPECT_EQ(dialog.Find(""), nullptr);
-}
-
 TEST(DialogModel, MnemonicsStandBehindSingleAmpersands) {
     struct Case {
-        const char* caption;
-        const char* plain;
+        const char *caption, *plain;
         int key;
     };
     for (const Case& each :

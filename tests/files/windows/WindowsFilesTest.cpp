@@ -1,12 +1,12 @@
 #include <cerrno>
 #include <gtest/gtest.h>
 
-#include "platform/Error.h"
 #include "platform/files/FileLock.h"
 #include "platform/files/LineReader.h"
 #include "platform/files/LineWriter.h"
 #include "platform/files/Machine.h"
 #include "platform/files/Paths.h"
+#include "support/Caught.h"
 #include "support/TempFolder.h"
 
 namespace vlm::files {
@@ -52,12 +52,7 @@ TEST(WindowsFiles, AFileInUseIsNeitherLockedNorReplaced) {
     LineWriter writer;
     writer.Open(path);
     writer.WriteLine("nuovo");
-    try {
-        writer.Deliver();
-        ADD_FAILURE();
-    } catch (const Error& error) {
-        EXPECT_NE(std::string(error.what()).find(path), std::string::npos) << error.what();
-    }
+    EXPECT_NE(test::CaughtText([&] { writer.Deliver(); }).find(path), std::string::npos);
     writer.Revert();
     std::fclose(held);
     EXPECT_EQ(NamesIn(folder.Path().string()), std::vector<std::string>{"f.txt"});
@@ -69,12 +64,8 @@ TEST(WindowsFiles, ErrorsOfTheSystemHaveTheirReason) {
     EXPECT_EQ(ReasonOf(std::error_code(5, std::system_category())), "accesso negato");
     const TempFolder folder;
     LineWriter writer;
-    try {
-        writer.Open(folder / "nessuna\\f.txt");
-        ADD_FAILURE();
-    } catch (const Error& error) {
-        EXPECT_NE(std::string(error.what()).find("percorso inesistente"), std::string::npos) << error.what();
-    }
+    EXPECT_NE(test::CaughtText([&] { writer.Open(folder / "nessuna\\f.txt"); }).find("percorso inesistente"),
+              std::string::npos);
 }
 
 }  // namespace

@@ -7,6 +7,7 @@
 #include <QListWidget>
 #include <QRadioButton>
 #include <QTest>
+#include <functional>
 #include <set>
 #include <sstream>
 #include <stdexcept>
@@ -39,27 +40,25 @@ void Choose(QComboBox& box, int position) {
     ClickItem(*box.view(), box.model()->index(position, 0));
 }
 
-template <class List>
-int PositionOf(const List& list, const std::string& value);
-
-template <>
-int PositionOf(const PickList& list, const std::string& value) {
+/// "#2" is a position, "" none; other values are what `is` says of an entry.
+int PositionOf(const std::string& value, int count, const std::function<bool(int)>& is) {
     if (value.empty()) return -1;
     if (value[0] == '#') return std::stoi(value.substr(1));
-    for (int i = 0; i < list.RowCount(); ++i) {
-        if (std::to_string(list.KeyAt(i)) == value || list.TextAt(i) == value) return i;
+    for (int i = 0; i < count; ++i) {
+        if (is(i)) return i;
     }
     throw std::runtime_error("the list has no " + value);
 }
 
-template <>
-int PositionOf(const ChoiceControl& list, const std::string& value) {
-    if (value.empty()) return -1;
-    if (value[0] == '#') return std::stoi(value.substr(1));
-    for (std::size_t i = 0; i < list.Items().size(); ++i) {
-        if (list.Items()[i] == value) return static_cast<int>(i);
-    }
-    return std::stoi(value);
+int PositionIn(const PickList& list, const std::string& value) {
+    return PositionOf(value, list.RowCount(),
+                      [&](int i) { return std::to_string(list.KeyAt(i)) == value || list.TextAt(i) == value; });
+}
+
+int PositionIn(const ChoiceControl& list, const std::string& value) {
+    const auto& items = list.Items();
+    return PositionOf(value, static_cast<int>(items.size()),
+                      [&](int i) { return items[static_cast<std::size_t>(i)] == value || std::to_string(i) == value; });
 }
 
 void ChooseSeveral(QListWidget& list, const std::string& value) {
@@ -101,14 +100,14 @@ void Enter(ControlWidget& widget, const std::string& value) {
         case ControlKind::CheckBox:
             return Tick(outer, As<CheckBox>(control).Checked(), value == "1");
         case ControlKind::OptionGroup: {
-            QWidget* option = widget.FocusStops().at(
-                static_cast<std::size_t>(PositionOf<ChoiceControl>(As<ChoiceControl>(control), value)));
+            QWidget* option =
+                widget.FocusStops().at(static_cast<std::size_t>(PositionIn(As<ChoiceControl>(control), value)));
             return Click(*option, MarkOf(*option));
         }
         case ControlKind::FixedList:
-            return Choose(static_cast<QComboBox&>(outer), PositionOf<ChoiceControl>(As<ChoiceControl>(control), value));
+            return Choose(static_cast<QComboBox&>(outer), PositionIn(As<ChoiceControl>(control), value));
         case ControlKind::PickList:
-            return Choose(static_cast<QComboBox&>(outer), PositionOf<PickList>(As<PickList>(control), value));
+            return Choose(static_cast<QComboBox&>(outer), PositionIn(As<PickList>(control), value));
         case ControlKind::MultiList:
             return ChooseSeveral(static_cast<QListWidget&>(outer), value);
         default:

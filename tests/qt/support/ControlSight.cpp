@@ -26,41 +26,65 @@ namespace vlm::ui::test {
 
 namespace {
 
-std::string LinesOf(std::vector<std::string> texts) {
+using TextAt = std::function<std::string(int)>;
+using ChosenAt = std::function<bool(int)>;
+
+/// A line for each entry, with a mark at those that are chosen.
+std::string Marked(int count, const TextAt& text, const ChosenAt& chosen) {
     std::string lines;
-    for (const std::string& text : texts) lines += text + "\n";
+    for (int i = 0; i < count; ++i) lines += (chosen(i) ? "x " : "- ") + text(i) + "\n";
     return lines;
 }
 
-std::string EntriesOf(const QComboBox& box) {
-    std::vector<std::string> texts{std::to_string(box.currentIndex())};
-    for (int i = 0; i < box.count(); ++i) texts.push_back(FromQt(box.itemText(i)));
-    return LinesOf(texts);
+std::string Marked(const std::vector<std::string>& items, const ChosenAt& chosen) {
+    const TextAt text = [&items](int i) { return items[static_cast<std::size_t>(i)]; };
+    return Marked(static_cast<int>(items.size()), text, chosen);
 }
 
-std::string EntriesOf(const QListWidget& list) {
-    std::vector<std::string> texts;
-    for (int i = 0; i < list.count(); ++i) {
-        texts.push_back((list.item(i)->isSelected() ? "x " : "- ") + FromQt(list.item(i)->text()));
+std::string Marked(const QComboBox& box) {
+    const TextAt text = [&box](int i) { return FromQt(box.itemText(i)); };
+    return Marked(box.count(), text, [&box](int i) { return i == box.currentIndex(); });
+}
+
+std::string Marked(const QListWidget& list) {
+    const TextAt text = [&list](int i) { return FromQt(list.item(i)->text()); };
+    return Marked(list.count(), text, [&list](int i) { return list.item(i)->isSelected(); });
+}
+
+std::string Marked(const std::vector<QWidget*>& options) {
+    const auto option = [&options](int i) { return qobject_cast<QRadioButton*>(options[static_cast<std::size_t>(i)]); };
+    const TextAt text = [&option](int i) { return FromQt(option(i)->text()); };
+    return Marked(static_cast<int>(options.size()), text, [&option](int i) { return option(i)->isChecked(); });
+}
+
+/// The current row, then the cells of every row.
+std::string Rows(int current, int rows, int columns, const std::function<std::string(int, int)>& cell) {
+    std::string lines = "current " + std::to_string(current) + "\n";
+    for (int row = 0; row < rows; ++row) {
+        for (int column = 0; column < columns; ++column) lines += cell(row, column) + "|";
+        lines += "\n";
     }
-    return LinesOf(texts);
+    return lines;
 }
 
 std::string RowsOf(const GridTable& table) {
-    std::ostringstream rows;
-    rows << "current " << table.CurrentPlace() << '\n';
     const QAbstractItemModel& model = *table.model();
-    for (int row = 0; row < model.rowCount(); ++row) {
-        for (int column = 0; column < model.columnCount(); ++column) {
-            const QModelIndex index = model.index(row, column);
-            const QVariant box = index.data(Qt::CheckStateRole);
-            const std::string cell =
-                box.isValid() ? (box.toInt() == Qt::Checked ? "1" : "0") : FromQt(index.data().toString());
-            rows << (table.isColumnHidden(column) ? "hidden " : "") << cell << '|';
-        }
-        rows << '\n';
-    }
-    return rows.str();
+    return Rows(table.CurrentPlace(), model.rowCount(), model.columnCount(), [&](int row, int column) {
+        const QModelIndex index = model.index(row, column);
+        const QVariant box = index.data(Qt::CheckStateRole);
+        const std::string text =
+            box.isValid() ? (box.toInt() == Qt::Checked ? "1" : "0") : FromQt(index.data().toString());
+        return (table.isColumnHidden(column) ? "hidden " : "") + text;
+    });
+}
+
+std::string RowsOf(const Grid& grid) {
+    if (grid.Model() == nullptr) return Rows(grid.CurrentRow(), 0, 0, {});
+    const auto& columns = grid.Model()->Columns();
+    return Rows(grid.CurrentRow(), grid.RowCount(), static_cast<int>(columns.size()), [&](int row, int column) {
+        const bool visible = columns[static_cast<std::size_t>(column)].visible;
+        return (visible ? "" : "hidden ") + grid.Model()->Cell(row, column);
+    });
 }
 
 /// What the user sees, read from the widget.
@@ -72,41 +96,13 @@ std::string Seen(ControlWidget& control) {
     if (const auto* edit = qobject_cast<QLineEdit*>(&widget)) return FromQt(edit->text());
     if (const auto* note = qobject_cast<QPlainTextEdit*>(&widget)) return FromQt(note->toPlainText());
     if (const auto* box = qobject_cast<QCheckBox*>(&widget)) return box->isChecked() ? "1" : "0";
-    if (const auto* box = qobject_cast<QComboBox*>(&widget)) return EntriesOf(*box);
-    if (const auto* list = qobject_cast<QListWidget*>(&widget)) return EntriesOf(*list);
+    if (const auto* box = qobject_cast<QComboBox*>(&widget)) return Marked(*box);
+    if (const auto* list = qobject_cast<QListWidget*>(&widget)) return Marked(*list);
     if (const auto* bar = qobject_cast<QProgressBar*>(&widget)) return std::to_string(bar->value());
     if (const auto* table = dynamic_cast<GridTable*>(&widget)) return RowsOf(*table);
-    if (control.Shown().Kind() == ControlKind::OptionGroup) {
-        std::vector<std::string> texts;
-        for (QWidget* stop : control.FocusStops()) {
-            const auto* option = qobject_cast<QRadioButton*>(stop);
-            texts.push_back((option->isChecked() ? "x " : "- ") + FromQt(option->text()));
-        }
-        return LinesOf(texts);
-    }
+    if (control.Shown().Kind() == ControlKind::OptionGroup) return Marked(control.FocusStops());
     if (const auto* edit = widget.findChild<QLineEdit*>()) return FromQt(edit->text());
     return {};
-}
-
-std::string Marked(const std::vector<std::string>& items, const std::function<bool(int)>& chosen) {
-    std::vector<std::string> texts;
-    for (const std::string& item : items)
-        texts.push_back((chosen(static_cast<int>(texts.size())) ? "x " : "- ") + item);
-    return LinesOf(texts);
-}
-
-std::string GridHeld(const Grid& grid) {
-    std::ostringstream rows;
-    rows << "current " << grid.CurrentRow() << '\n';
-    for (int row = 0; row < grid.RowCount(); ++row) {
-        const auto& columns = grid.Model()->Columns();
-        for (std::size_t column = 0; column < columns.size(); ++column) {
-            rows << (columns[column].visible ? "" : "hidden ") << grid.Model()->Cell(row, static_cast<int>(column))
-                 << '|';
-        }
-        rows << '\n';
-    }
-    return rows.str();
 }
 
 /// What there is to see, from the control.
@@ -118,25 +114,21 @@ std::string Held(const Control& control) {
             return std::string(text::Trim(control.Caption()));
         case ControlKind::Button:
             return control.Caption();
-        case ControlKind::FixedList: {
-            std::vector<std::string> texts = As<FixedList>(control).Items();
-            texts.insert(texts.begin(), std::to_string(As<FixedList>(control).Position()));
-            return LinesOf(texts);
+        case ControlKind::FixedList:
+        case ControlKind::OptionGroup: {
+            const auto& list = As<ChoiceControl>(control);
+            return Marked(list.Items(), [&list](int i) { return i == list.Position(); });
         }
         case ControlKind::PickList: {
             const auto& list = As<PickList>(control);
-            std::vector<std::string> texts{std::to_string(list.SelectedIndex())};
-            for (int i = 0; i < list.RowCount(); ++i) texts.push_back(list.TextAt(i));
-            return LinesOf(texts);
+            const TextAt text = [&list](int i) { return std::string(list.TextAt(i)); };
+            return Marked(list.RowCount(), text, [&list](int i) { return i == list.SelectedIndex(); });
         }
-        case ControlKind::OptionGroup:
-            return Marked(As<OptionGroup>(control).Items(),
-                          [&](int position) { return As<OptionGroup>(control).Position() == position; });
         case ControlKind::MultiList:
             return Marked(As<MultiList>(control).Items(),
                           [&](int position) { return As<MultiList>(control).IsSelected(position); });
         case ControlKind::Grid:
-            return GridHeld(As<Grid>(control));
+            return RowsOf(As<Grid>(control));
         case ControlKind::Text:
             return As<TextField>(control).Text();
         default:

@@ -8,6 +8,7 @@
 
 #include "platform/ui/qt/QtToolkit.h"
 #include "support/FakeServices.h"
+#include "ui/SampleDialog.h"
 
 namespace vlm::ui::test {
 
@@ -30,6 +31,16 @@ struct Screen {
 
     QWidget& WidgetOf(const Control& control) const { return toolkit.Find(control)->Widget(); }
     ControlWidget& Of(const Control& control) const { return *toolkit.Find(control); }
+};
+
+/// One dialog with a control of every kind, and windows to show it in.
+class SampleShown : public testing::Test {
+protected:
+    void Show(const std::function<void(QWidget& window)>& deeds) { screen.Show(dialog, deeds); }
+    void Click(const Control& control) { QTest::mouseClick(&screen.WidgetOf(control), Qt::LeftButton); }
+
+    Screen screen;
+    SampleDialog dialog;
 };
 
 /// Does `deeds` once a modal window of that kind is up, in the event loop that it runs.

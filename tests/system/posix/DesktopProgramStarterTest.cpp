@@ -8,8 +8,8 @@
 #include <sys/wait.h>
 #include <vector>
 
-#include "platform/Error.h"
 #include "platform/system/DesktopProgramStarter.h"
+#include "support/Caught.h"
 
 namespace vlm::sys::test {
 namespace {
@@ -45,13 +45,8 @@ TEST(DesktopProgramStarter, StartsWithoutWaitingAndLeavesNoChild) {
 
 TEST(DesktopProgramStarter, AProgramThatIsNotThereIsAnErrorThatNamesIt) {
     for (const char* line : {"there-is-no-such-program x", ""}) {
-        try {
-            DesktopProgramStarter().Start(line);
-            ADD_FAILURE() << line;
-        } catch (const Error& error) {
-            EXPECT_NE(std::string(error.what()).find(DesktopProgramStarter::ArgumentsOf(line).front()),
-                      std::string::npos);
-        }
+        const std::string text = vlm::test::CaughtText([line] { DesktopProgramStarter().Start(line); });
+        EXPECT_NE(text.find(DesktopProgramStarter::ArgumentsOf(line).front()), std::string::npos) << text;
     }
 }
 

@@ -5,7 +5,7 @@
 #include "platform/system/windows/RegistryInstallFolder.h"
 #include "platform/system/windows/RegistrySettingsStore.h"
 #include "platform/system/windows/ShellProgramStarter.h"
-#include "support/TempFolder.h"
+#include "support/Caught.h"
 
 namespace vlm::sys {
 namespace {
@@ -41,12 +41,9 @@ TEST(ShellProgramStarter, FindsProgramsByNameAndTellsWhichIsNotThere) {
     ShellProgramStarter().Start("cmd.exe /c exit");
     ShellProgramStarter().Start("\"C:\\windows\\system32\\cmd.exe\" /c exit");
     for (const char* line : {"there-is-no-such-program.exe x", "\"C:\\no such\\program.exe\" x", ""}) {
-        try {
-            ShellProgramStarter().Start(line);
-            ADD_FAILURE() << line;
-        } catch (const Error& error) {
-            EXPECT_NE(std::string(error.what()).find("programma non trovato"), std::string::npos) << error.what();
-        }
+        EXPECT_NE(vlm::test::CaughtText([&] { ShellProgramStarter().Start(line); }).find("programma non trovato"),
+                  std::string::npos)
+            << line;
     }
 }
 

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include "platform/Error.h"
+
+namespace vlm::test {
+
+/// The error that an action throws, which it must.
+template <typename Action>
+Error Caught(Action action) {
+    try {
+        action();
+    } catch (const Error& error) {
+        return error;
+    }
+    ADD_FAILURE() << "no error";
+    return Error("");
+}
+
+/// What it says.
+template <typename Action>
+std::string CaughtText(Action action) {
+    return Caught(action).what();
+}
+
+}  // namespace vlm::test
