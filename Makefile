@@ -50,7 +50,7 @@ windows: deps
 	cmake --preset windows64
 	cmake --build --preset windows64 -j $(JOBS)
 	cmake --preset windows32
-	cmake --build --preset windows32 -j $(JOBS) --target VlmASLServicesLib
+	cmake --build --preset windows32 -j $(JOBS) --target VlmASLServicesLib vlm_odbc
 	windows/check-exports.sh x86_64-w64-mingw32 build/windows64/VlmASLServicesLib.dll
 	windows/check-exports.sh i686-w64-mingw32 build/windows32/VlmASLServicesLib.dll
 	windows/with-wine.sh build/wine ctest --test-dir build/windows64 --output-on-failure

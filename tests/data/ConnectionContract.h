@@ -20,8 +20,9 @@ public:
 
 /// Where a driver of single files cannot give what a server gives. The suite expects the difference as it is.
 struct DriverDifferences {
-    bool amountsAreText = false;  // it knows no MONEY: such a cell is a text, read as an amount all the same
-    bool catalogIsFile = false;   // its database is a path
+    bool amountsAreText = false;   // it knows no MONEY: such a cell is a text, read as an amount all the same
+    bool catalogIsFile = false;    // its database is a path
+    bool latinStatements = false;  // it takes no wide statements: what is not Latin-1 can only be a parameter
 };
 
 struct ConnectionAdapter {

@@ -57,6 +57,25 @@ TEST_P(OdbcContract, AStatementInTheMiddleLeavesTheRowsAsTheyAre) {
     EXPECT_FALSE(rows->NextRecordset());
 }
 
+TEST_P(OdbcContract, ReadsFurtherTypes) {
+    const std::string more = GetParam().differs.latinStatements ? "" : " 漢";
+    fixture->Run("Studio0012",
+                 "CREATE TABLE Vari (ID INT, Giorno DATE, Ora DATETIME, Reale REAL, Nome NVARCHAR(20), "
+                 "Prezzo DECIMAL(10, 2), Piccolo TINYINT)");
+    fixture->Run("Studio0012", "INSERT INTO Vari VALUES (1, '2012-02-29', '1899-12-30 23:59:59', -0.5, 'Ragò" + more +
+                                   "', "
+                                   "1234567.89, 255), (2, NULL, NULL, NULL, '', NULL, NULL)");
+    const RecordsetPtr rows = connection->Open("SELECT * FROM Vari ORDER BY ID");
+    EXPECT_EQ(rows->DateOf(1), Date::FromYmd(2012, 2, 29));
+    EXPECT_EQ(rows->CivilOf(2), (Date::Civil{1899, 12, 30, 23, 59, 59}));
+    EXPECT_EQ(rows->NumberOf(3), -0.5);
+    EXPECT_EQ(rows->TextOf(4), "Ragò" + more);
+    EXPECT_EQ(rows->AmountOf(5).Units(), 12345678900);
+    EXPECT_EQ(rows->IntegerOf(6), 255);
+    rows->MoveNext();
+    EXPECT_EQ(RowText(*rows), "2|NULL|NULL|NULL||NULL|NULL");
+}
+
 TEST_P(OdbcContract, RowsOfATableAreKnownByItsKey) {
     fixture->Run("Studio0012", "CREATE TABLE Senza (A INT, B VARCHAR(5))");
     fixture->Run("Studio0012",

@@ -32,7 +32,7 @@ private:
 
 const ConnectionAdapter kFiles = {"files",
                                   [] { return std::unique_ptr<ConnectionFixture>(std::make_unique<OdbcFiles>()); },
-                                  {.amountsAreText = true, .catalogIsFile = true}};
+                                  {.amountsAreText = true, .catalogIsFile = true, .latinStatements = true}};
 
 INSTANTIATE_TEST_SUITE_P(OdbcFiles, ConnectionContract, ::testing::Values(kFiles));
 INSTANTIATE_TEST_SUITE_P(OdbcFiles, OdbcContract, ::testing::Values(kFiles));
