@@ -280,43 +280,37 @@ TEST(PugliaFailingRunTest, ACellThatCannotBeReadNamesItsColumn) {
     }
 }
 
-TEST(PugliaFailingRunTest, EightServicesAreOnePrescription) {
+TEST(PugliaFailingRunTest, ANinthServiceNamesItsDocument) {
     PugliaClinic eight;
     eight.Create(std::vector<Row>(8, ServiceClinic::Service()));
     EXPECT_EQ(eight.Export().Of("message"), std::vector{Done(1)});
-}
-
-/// One more than a prescription takes, and another document.
-std::vector<Row> NineAndOne() {
+    PugliaClinic nine;
     std::vector<Row> services(9, Document(2));
     services.push_back(Document(1));
-    return services;
+    ExpectFailed(nine, services, "Indice non compreso nell'intervallo: Fattura A-125 del 16/03/2011: ");
 }
 
-TEST(PugliaFailingRunTest, WhatCannotBeDoneIsNamed) {
-    const struct {
-        std::string sql, reason;
-        std::vector<Row> services;
-    } cases[] = {
-        {"", "Indice non compreso nell'intervallo: Fattura A-125 del 16/03/2011: ", NineAndOne()},
-        {"CREATE TRIGGER Vieta BEFORE UPDATE ON Parcella WHEN NEW.IDParcella = 2 BEGIN SELECT RAISE(ABORT, 'vietato');"
-         " END;",
-         "vietato",
-         {Document(1), Document(2)}},
-        {"ALTER TABLE VwPrestazionePerASL DROP COLUMN IDTipoAccesso;", "IDTipoAccesso", {Document(1)}},
-        // A prescription's number never wraps.
-        {"UPDATE VwPrestazionePerASL SET IDParcella = 0; WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n"
-         " WHERE i < 32767) INSERT INTO VwPrestazionePerASL SELECT v.* FROM n, VwPrestazionePerASL v;"
-         " UPDATE VwPrestazionePerASL SET IDParcella = rowid;",
-         "32768",
-         {Document(1)}},
-    };
-    for (const auto& each : cases) {
-        SCOPED_TRACE(each.reason);
-        PugliaClinic clinic;
-        clinic.extraSql = each.sql;
-        ExpectFailed(clinic, each.services, each.reason);
-    }
+TEST(PugliaFailingRunTest, AMarkingThatFailsTakesEverythingBack) {
+    PugliaClinic clinic;
+    clinic.extraSql =
+        "CREATE TRIGGER Vieta BEFORE UPDATE ON Parcella WHEN NEW.IDParcella = 2 BEGIN SELECT RAISE(ABORT, 'vietato');"
+        " END;";
+    ExpectFailed(clinic, {Document(1), Document(2)}, "vietato");
+}
+
+TEST(PugliaFailingRunTest, AMissingColumnIsNamed) {
+    PugliaClinic clinic;
+    clinic.extraSql = "ALTER TABLE VwPrestazionePerASL DROP COLUMN IDTipoAccesso;";
+    ExpectFailed(clinic, {Document(1)}, "IDTipoAccesso");
+}
+
+TEST(PugliaFailingRunTest, APrescriptionNumberNeverWraps) {
+    PugliaClinic clinic;
+    clinic.extraSql =
+        "UPDATE VwPrestazionePerASL SET IDParcella = 0; WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n"
+        " WHERE i < 32767) INSERT INTO VwPrestazionePerASL SELECT v.* FROM n, VwPrestazionePerASL v;"
+        " UPDATE VwPrestazionePerASL SET IDParcella = rowid;";
+    ExpectFailed(clinic, {Document(1)}, "32768");
 }
 
 }  // namespace
