@@ -14,7 +14,7 @@ namespace vlm::data::odbc {
 
 namespace {
 
-constexpr std::size_t kBlockBytes = std::size_t{256} << 10;  // what a processor keeps at hand
+constexpr std::size_t kBlockBytes = std::size_t{48} << 10;  // what a processor keeps close at hand
 constexpr std::size_t kBlockRows = 512;
 constexpr std::size_t kUnit = sizeof(std::uint64_t);
 
