@@ -2,6 +2,7 @@
 
 #include "platform/Error.h"
 #include "platform/data/MemoryRecordset.h"
+#include "platform/data/odbc/OdbcError.h"
 #include "platform/data/odbc/OdbcRecordset.h"
 #include "platform/data/odbc/OdbcUpdatableRecordset.h"
 #include "platform/data/odbc/SchemaQualifier.h"
@@ -22,9 +23,12 @@ bool TakeDialect(OdbcText& text) {
     return !dialect.empty();
 }
 
-/// The system's date literals have the month first, whatever language the login has; changed rows are counted; long
-/// texts come whole. The server's or the driver's own settings may say otherwise.
-constexpr std::string_view kSettings = "SET DATEFORMAT mdy; SET NOCOUNT OFF; SET TEXTSIZE 2147483647";
+/// The system's date literals have the month first, whatever language the login has.
+constexpr std::string_view kMonthFirst = "SET DATEFORMAT mdy";
+
+/// Changed rows are counted and long texts come whole, whatever server and driver are set to. An engine of the dialect
+/// that does not know such a setting has none to be changed.
+constexpr std::string_view kGuards[] = {"SET NOCOUNT OFF", "SET TEXTSIZE 2147483647"};
 
 bool SpeaksTransactSql(OdbcSession& session) {
     const auto holds = [&](SQLUSMALLINT what, std::string_view part) {
@@ -43,10 +47,21 @@ OdbcConnection::OdbcConnection(OdbcText text)
     : qualifySchema_(TakeDialect(text)),
       database_(text.ValueOf("Database")),
       session_(std::make_shared<OdbcSession>(text)) {
-    if (SpeaksTransactSql(*session_)) Execute(kSettings);
+    if (SpeaksTransactSql(*session_)) Prepare();
 }
 
 OdbcConnection::~OdbcConnection() = default;
+
+void OdbcConnection::Prepare() {
+    Execute(kMonthFirst);
+    for (const std::string_view guard : kGuards) {
+        try {
+            Execute(guard);
+        } catch (const OdbcError&) {
+            if (session_->Lost()) throw;
+        }
+    }
+}
 
 bool OdbcConnection::IsOpen() const { return !session_->Lost(); }
 

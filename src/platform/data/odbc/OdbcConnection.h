@@ -35,6 +35,8 @@ public:
     void RollbackTransaction() override;
 
 private:
+    /// Settings of the session that the system's statements rely on.
+    void Prepare();
     std::string Statement(std::string_view sql) const;
 
     bool qualifySchema_;
