@@ -4,7 +4,7 @@
 #include <exception>
 #include <memory>
 
-#include "platform/data/ForwardingRecordset.h"
+#include "platform/data/Recordset.h"
 #include "platform/data/odbc/OdbcStatement.h"
 
 namespace vlm::data::odbc {
