@@ -76,4 +76,4 @@ format:
 screenshots: deps
 	cmake --preset dev
 	cmake --build --preset dev -j $(JOBS) --target vlm_screenshots
-	LSAN_OPTIONS=suppressions=tests/qt/leaks.supp:print_suppressions=0 build/dev/tests/qt/vlm_screenshots docs/images
+	LSAN_OPTIONS=suppressions=libs/dialogs/qt/tests/leaks.supp:print_suppressions=0 build/dev/tests/vlm_screenshots docs/images

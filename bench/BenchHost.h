@@ -3,11 +3,11 @@
 #include <iostream>
 #include <string>
 
+#include "detect/DetectingOpener.h"
 #include "frame/Library.h"
 #include "frame/MissingComponents.h"
 #include "frame/PlainHostUtility.h"
-#include "platform/data/sqlite/SqliteConnection.h"
-#include "platform/files/spreadsheet/detect/DetectingOpener.h"
+#include "sqlite/SqliteConnection.h"
 
 namespace vlm::bench {
 

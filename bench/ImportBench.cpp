@@ -12,8 +12,8 @@
 #include "ImportSources.h"
 #include "Measure.h"
 #include "PlainImport.h"
+#include "elements/ArchiveMatcher.h"
 #include "import/ASLImportPatient.h"
-#include "import/elements/ArchiveMatcher.h"
 
 namespace {
 

@@ -3,9 +3,9 @@
 #include <cstdio>
 #include <fstream>
 
-#include "host/SqliteWriter.h"
-#include "host/schema/ClinicSchema.h"
-#include "host/schema/MasterSchema.h"
+#include "databases/ClinicSchema.h"
+#include "databases/MasterSchema.h"
+#include "databases/SqliteWriter.h"
 
 namespace vlm::bench {
 

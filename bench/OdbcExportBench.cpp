@@ -10,9 +10,9 @@
 #include "Measure.h"
 #include "OdbcBareLoop.h"
 #include "ServiceRun.h"
-#include "host/DemoClinic.h"
-#include "host/tds/TdsServer.h"
-#include "platform/data/odbc/OdbcConnection.h"
+#include "asltds/TdsServer.h"
+#include "demo/DemoClinic.h"
+#include "odbc/OdbcConnection.h"
 
 namespace {
 

@@ -3,9 +3,9 @@
 #include <filesystem>
 
 #include "BenchHost.h"
+#include "demo/DemoClinic.h"
 #include "export/ASLExport.h"
-#include "host/DemoClinic.h"
-#include "regions/sicilia/ASLExportSicilia.h"
+#include "sicilia/ASLExportSicilia.h"
 
 namespace vlm::bench {
 

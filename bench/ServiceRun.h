@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <string>
 
-#include "platform/data/Connection.h"
+#include "database/Connection.h"
 
 namespace vlm::bench {
 

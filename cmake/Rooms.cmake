@@ -1,7 +1,7 @@
-# A room is a static library of the sources in one folder. It sees only the rooms that it names.
+# A room is a static library of the sources in one folder. What it offers to others stands in include/NAME below the
+# folder; that folder is all that others see of it, and only those who name it.
 
 add_library(vlm_options INTERFACE)
-target_include_directories(vlm_options INTERFACE ${PROJECT_SOURCE_DIR}/src)
 target_compile_options(vlm_options INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wno-sign-conversion
                                              -Wnon-virtual-dtor -Woverloaded-virtual -Werror)
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
@@ -17,7 +17,6 @@ if(VLM_SANITIZE)
                                                -fno-omit-frame-pointer)
   target_link_options(vlm_options INTERFACE -fsanitize=address,undefined)
 endif()
-
 if(VLM_FUZZ)
   target_compile_options(vlm_options INTERFACE -fsanitize=fuzzer-no-link)
 endif()
@@ -29,11 +28,59 @@ else()
   set(VLM_MACHINE posix)
 endif()
 
-# vlm_room(NAME [LINKS ...]): sources of the current folder and of its machine's folder, not of others below it.
+# vlm_room(NAME [PUBLIC ROOM ...] [PRIVATE ROOM ...] [FOLDERS ...]): the target vlm_NAME of the sources in the current
+# folder, in its machine's folder and in FOLDERS. PUBLIC are the rooms that its own include/NAME needs. Tests stand in the
+# folder tests.
 function(vlm_room name)
-  cmake_parse_arguments(ROOM "" "" "LINKS" ${ARGN})
-  file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.cpp
-                                      ${CMAKE_CURRENT_SOURCE_DIR}/${VLM_MACHINE}/*.cpp)
-  add_library(${name} STATIC ${sources})
-  target_link_libraries(${name} PUBLIC vlm_options ${ROOM_LINKS})
+  cmake_parse_arguments(ROOM "" "" "PUBLIC;PRIVATE;FOLDERS" ${ARGN})
+  list(TRANSFORM ROOM_PUBLIC PREPEND vlm_)
+  list(TRANSFORM ROOM_PRIVATE PREPEND vlm_)
+  set(patterns ${CMAKE_CURRENT_SOURCE_DIR}/*.cpp)
+  foreach(folder ${VLM_MACHINE} ${ROOM_FOLDERS})
+    list(APPEND patterns ${CMAKE_CURRENT_SOURCE_DIR}/${folder}/*.cpp)
+  endforeach()
+  file(GLOB sources CONFIGURE_DEPENDS ${patterns})
+  add_library(vlm_${name} STATIC ${sources})
+  target_include_directories(vlm_${name} PUBLIC include PRIVATE .)
+  target_link_libraries(vlm_${name} PUBLIC ${ROOM_PUBLIC} PRIVATE vlm_options ${ROOM_PRIVATE})
+  if(VLM_TESTS AND EXISTS ${CMAKE_CURRENT_SOURCE_DIR}/tests/CMakeLists.txt)
+    add_subdirectory(tests)
+  endif()
+endfunction()
+
+# vlm_tests(NAME [SOURCES ...] [ROOMS ROOM ...] [INSIDE ROOM ...] [LINKS ...]): the test program NAME_tests, of the
+# sources in the current folder and in its machine's folder unless they are named. ROOMS it sees from outside, INSIDE
+# with everything in their folders.
+function(vlm_tests name)
+  cmake_parse_arguments(TESTS "" "" "SOURCES;ROOMS;INSIDE;LINKS" ${ARGN})
+  if(NOT TESTS_SOURCES)
+    file(GLOB TESTS_SOURCES CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.cpp
+                                              ${CMAKE_CURRENT_SOURCE_DIR}/${VLM_MACHINE}/*.cpp)
+  endif()
+  add_executable(${name}_tests ${TESTS_SOURCES})
+  # A test runs once for each time that it is compiled: optimising it costs more than it gains.
+  target_compile_options(${name}_tests PRIVATE -O0)
+  target_include_directories(${name}_tests PRIVATE ${PROJECT_SOURCE_DIR}/tests ${CMAKE_CURRENT_SOURCE_DIR})
+  foreach(room ${TESTS_INSIDE})
+    target_include_directories(${name}_tests PRIVATE $<TARGET_PROPERTY:vlm_${room},SOURCE_DIR>)
+  endforeach()
+  list(TRANSFORM TESTS_ROOMS PREPEND vlm_)
+  list(TRANSFORM TESTS_INSIDE PREPEND vlm_)
+  target_link_libraries(${name}_tests PRIVATE vlm_options ${TESTS_ROOMS} ${TESTS_INSIDE} ${TESTS_LINKS}
+                                              GTest::gtest_main)
+  set_target_properties(${name}_tests PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/tests
+                                                 BUILD_RPATH_USE_ORIGIN ON)
+  add_test(NAME ${name} COMMAND ${name}_tests)
+endfunction()
+
+# vlm_windows_tests(NAME): the tests of NAME_tests bring windows up; they run without a screen, and once more on one
+# where there is a program that makes one in memory.
+function(vlm_windows_tests name)
+  set(leaks "LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/libs/dialogs/qt/tests/leaks.supp:print_suppressions=0")
+  set_tests_properties(${name} PROPERTIES ENVIRONMENT "${leaks}")
+  find_program(XVFB_RUN xvfb-run)
+  if(XVFB_RUN)
+    add_test(NAME ${name}_on_a_screen COMMAND ${XVFB_RUN} -a -s "-screen 0 1280x1024x24" $<TARGET_FILE:${name}_tests>)
+    set_tests_properties(${name}_on_a_screen PROPERTIES TIMEOUT 600 ENVIRONMENT "QT_QPA_PLATFORM=xcb;${leaks}")
+  endif()
 endfunction()

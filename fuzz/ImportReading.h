@@ -5,10 +5,10 @@
 #include <string>
 
 #include "import/ASLImportPatient.h"
-#include "platform/Error.h"
 #include "support/EmptyArchive.h"
 #include "support/FakeServices.h"
 #include "support/TempFolder.h"
+#include "values/Error.h"
 
 namespace vlm::fuzz {
 

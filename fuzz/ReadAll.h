@@ -2,8 +2,8 @@
 
 #include <string>
 
-#include "platform/Error.h"
-#include "platform/files/spreadsheet/detect/DetectingOpener.h"
+#include "detect/DetectingOpener.h"
+#include "values/Error.h"
 
 namespace vlm::fuzz {
 

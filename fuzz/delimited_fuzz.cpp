@@ -1,4 +1,4 @@
-#include "fuzz/ImportReading.h"
+#include "ImportReading.h"
 
 /// A delimited list, read by the authorities' delimited formats and by a template with every column.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {

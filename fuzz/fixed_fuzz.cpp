@@ -1,4 +1,4 @@
-#include "fuzz/ImportReading.h"
+#include "ImportReading.h"
 
 /// A fixed-width list, read by every authority's own format.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {

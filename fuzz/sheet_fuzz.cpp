@@ -2,9 +2,9 @@
 #include <cstdint>
 #include <string>
 
-#include "fuzz/ReadAll.h"
+#include "ReadAll.h"
+#include "XlsxFile.h"
 #include "support/TempFolder.h"
-#include "support/XlsxFile.h"
 
 /// The XML inside an archive, which broken archives hide: shared texts, a zero byte, the sheet.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {

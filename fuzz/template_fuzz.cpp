@@ -1,4 +1,4 @@
-#include "fuzz/ImportReading.h"
+#include "ImportReading.h"
 
 /// A template of the clinic's own, then, behind a zero byte, the list that it describes.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {

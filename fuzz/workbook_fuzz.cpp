@@ -4,7 +4,7 @@
 #include <sys/mman.h>
 #include <unistd.h>
 
-#include "fuzz/ReadAll.h"
+#include "ReadAll.h"
 
 namespace {
 

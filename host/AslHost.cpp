@@ -3,16 +3,16 @@
 #include <memory>
 #include <ostream>
 
-#include "host/DemoClinic.h"
-#include "host/DemoClinicImport.h"
-#include "host/HostSession.h"
-#include "host/frmStart.h"
-#include "platform/Error.h"
-#include "platform/text/Number.h"
-#include "platform/ui/console/ConsoleToolkit.h"
-#include "platform/ui/console/JsonEventLog.h"
-#include "platform/ui/console/LoggedProgramStarter.h"
-#include "platform/ui/console/TextEventLog.h"
+#include "HostSession.h"
+#include "console/ConsoleToolkit.h"
+#include "console/JsonEventLog.h"
+#include "console/LoggedProgramStarter.h"
+#include "console/TextEventLog.h"
+#include "demo/DemoClinic.h"
+#include "demo/DemoClinicImport.h"
+#include "frmStart.h"
+#include "values/Error.h"
+#include "values/Number.h"
 
 namespace vlm::host {
 

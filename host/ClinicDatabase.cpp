@@ -1,12 +1,12 @@
-#include "host/ClinicDatabase.h"
+#include "ClinicDatabase.h"
 
 #include <algorithm>
 #include <filesystem>
 
-#include "host/OdbcServer.h"
-#include "platform/data/sqlite/SqliteConnection.h"
-#include "platform/text/Number.h"
-#include "platform/text/Utf8.h"
+#include "databases/OdbcServer.h"
+#include "sqlite/SqliteConnection.h"
+#include "values/Number.h"
+#include "values/Utf8.h"
 
 namespace vlm::host {
 

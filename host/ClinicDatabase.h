@@ -3,8 +3,8 @@
 #include <string>
 #include <vector>
 
+#include "database/Connection.h"
 #include "host/HostOptions.h"
-#include "platform/data/Connection.h"
 
 namespace vlm::host {
 

@@ -1,7 +1,7 @@
 #include "host/HostOptions.h"
 
-#include "platform/text/Number.h"
-#include "platform/text/Utf8.h"
+#include "values/Number.h"
+#include "values/Utf8.h"
 
 namespace vlm::host {
 

@@ -1,15 +1,15 @@
-#include "host/HostSession.h"
+#include "HostSession.h"
 
 #include <filesystem>
 #include <optional>
 
-#include "host/ClinicDatabase.h"
-#include "host/DemoClinicImport.h"
-#include "host/LoadedLibrary.h"
-#include "host/LoggedHelp.h"
-#include "host/services/LockService.h"
-#include "host/services/UserRights.h"
-#include "platform/data/ado/ConnectionObject.h"
+#include "ClinicDatabase.h"
+#include "LoadedLibrary.h"
+#include "LoggedHelp.h"
+#include "ado/ConnectionObject.h"
+#include "demo/DemoClinicImport.h"
+#include "services/LockService.h"
+#include "services/UserRights.h"
 
 namespace vlm::host {
 

@@ -3,16 +3,16 @@
 #include <cstdint>
 #include <functional>
 
+#include "database/Connection.h"
+#include "detect/DetectingOpener.h"
+#include "dialogs/Toolkit.h"
 #include "frame/PlainHostUtility.h"
 #include "host/HostOptions.h"
-#include "host/services/ReferenceHostComponents.h"
-#include "platform/data/Connection.h"
-#include "platform/files/spreadsheet/detect/DetectingOpener.h"
-#include "platform/system/Clock.h"
-#include "platform/system/InstallFolder.h"
-#include "platform/system/ProgramStarter.h"
-#include "platform/system/SettingsStore.h"
-#include "platform/ui/Toolkit.h"
+#include "services/ReferenceHostComponents.h"
+#include "system/Clock.h"
+#include "system/InstallFolder.h"
+#include "system/ProgramStarter.h"
+#include "system/SettingsStore.h"
 
 namespace vlm::com {
 class LateBound;

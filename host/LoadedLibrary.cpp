@@ -1,6 +1,6 @@
-#include "host/LoadedLibrary.h"
+#include "LoadedLibrary.h"
 
-#include "platform/automation/ErrorReport.h"
+#include "automation/ErrorReport.h"
 
 namespace vlm::host {
 

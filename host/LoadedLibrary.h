@@ -3,7 +3,7 @@
 #include <optional>
 #include <string>
 
-#include "platform/automation/LateBound.h"
+#include "automation/LateBound.h"
 #include "server/VlmASLServicesLib.h"
 
 namespace vlm::host {

@@ -1,6 +1,6 @@
-#include "host/LoggedHelp.h"
+#include "LoggedHelp.h"
 
-#include "platform/automation/ErrorReport.h"
+#include "automation/ErrorReport.h"
 #include "server/VlmASLServicesLib.h"
 
 namespace vlm::host {

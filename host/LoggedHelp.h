@@ -2,7 +2,7 @@
 
 #include <functional>
 
-#include "platform/automation/Object.h"
+#include "automation/Object.h"
 
 namespace vlm::host {
 

@@ -1,9 +1,9 @@
-#include "host/frmStart.h"
+#include "frmStart.h"
 
 #include <algorithm>
 
-#include "host/DemoClinic.h"
-#include "host/LoadedLibrary.h"
+#include "LoadedLibrary.h"
+#include "demo/DemoClinic.h"
 
 namespace vlm::host {
 

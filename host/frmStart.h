@@ -3,10 +3,10 @@
 #include <functional>
 #include <vector>
 
-#include "host/ClinicDatabase.h"
+#include "ClinicDatabase.h"
+#include "dialogs/Dialog.h"
+#include "dialogs/Toolkit.h"
 #include "host/HostOptions.h"
-#include "platform/ui/Dialog.h"
-#include "platform/ui/Toolkit.h"
 
 namespace vlm::host {
 

@@ -8,12 +8,12 @@
 #include <map>
 #include <sstream>
 
+#include "console/JsonEventLog.h"
+#include "demo/DemoClinic.h"
+#include "desktop/WindowedProgramStarter.h"
 #include "host/AslHost.h"
-#include "host/DemoClinic.h"
-#include "host/desktop/WindowedProgramStarter.h"
-#include "platform/ui/console/JsonEventLog.h"
-#include "platform/ui/qt/QtApplication.h"
-#include "qt/support/QtUser.h"
+#include "qt/QtApplication.h"
+#include "support/QtUser.h"
 #include "support/TempFolder.h"
 
 /// Pictures of every dialog at work on the demo clinic, for the documentation: vlm_screenshots FOLDER

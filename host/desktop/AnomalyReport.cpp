@@ -1,10 +1,10 @@
-#include "host/desktop/AnomalyReport.h"
+#include "AnomalyReport.h"
 
 #include <set>
 
-#include "platform/files/LineReader.h"
-#include "platform/text/DateText.h"
-#include "platform/text/Utf8.h"
+#include "files/LineReader.h"
+#include "values/DateText.h"
+#include "values/Utf8.h"
 
 namespace vlm::host {
 

@@ -4,7 +4,7 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/ui/Grid.h"
+#include "dialogs/Grid.h"
 
 namespace vlm::host {
 

@@ -1,4 +1,4 @@
-#include "host/desktop/QtDesktop.h"
+#include "desktop/QtDesktop.h"
 
 namespace vlm::host {
 

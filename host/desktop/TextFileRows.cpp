@@ -1,9 +1,9 @@
-#include "host/desktop/TextFileRows.h"
+#include "TextFileRows.h"
 
 #include <algorithm>
 
-#include "platform/text/Number.h"
-#include "platform/text/Utf8.h"
+#include "values/Number.h"
+#include "values/Utf8.h"
 
 namespace vlm::host {
 

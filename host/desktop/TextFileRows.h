@@ -4,8 +4,8 @@
 #include <string>
 #include <vector>
 
-#include "platform/files/LineReader.h"
-#include "platform/ui/Grid.h"
+#include "dialogs/Grid.h"
+#include "files/LineReader.h"
 
 namespace vlm::host {
 

@@ -1,11 +1,11 @@
-#include "host/desktop/WindowedProgramStarter.h"
+#include "desktop/WindowedProgramStarter.h"
 
 #include <string_view>
 
-#include "host/desktop/frmAnomalie.h"
-#include "host/desktop/frmTesto.h"
-#include "platform/Error.h"
-#include "platform/text/Utf8.h"
+#include "frmAnomalie.h"
+#include "frmTesto.h"
+#include "values/Error.h"
+#include "values/Utf8.h"
 
 namespace vlm::host {
 

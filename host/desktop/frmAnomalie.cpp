@@ -1,6 +1,6 @@
-#include "host/desktop/frmAnomalie.h"
+#include "frmAnomalie.h"
 
-#include "platform/text/Number.h"
+#include "values/Number.h"
 
 namespace vlm::host {
 

@@ -3,8 +3,8 @@
 #include <functional>
 #include <memory>
 
-#include "host/desktop/AnomalyReport.h"
-#include "platform/ui/Dialog.h"
+#include "AnomalyReport.h"
+#include "dialogs/Dialog.h"
 
 namespace vlm::host {
 

@@ -1,8 +1,8 @@
-#include "host/desktop/frmTesto.h"
+#include "frmTesto.h"
 
+#include "TextFileRows.h"
+#include "files/Paths.h"
 #include "frame/ModGeneral.h"
-#include "host/desktop/TextFileRows.h"
-#include "platform/files/Paths.h"
 
 namespace vlm::host {
 

@@ -3,8 +3,8 @@
 #include <functional>
 #include <string>
 
-#include "platform/ui/Dialog.h"
-#include "platform/ui/Grid.h"
+#include "dialogs/Dialog.h"
+#include "dialogs/Grid.h"
 
 namespace vlm::host {
 

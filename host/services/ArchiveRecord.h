@@ -4,9 +4,9 @@
 #include <optional>
 #include <string>
 
+#include "ArchiveTable.h"
+#include "RecordLock.h"
 #include "frame/HostServices.h"
-#include "host/services/ArchiveTable.h"
-#include "host/services/RecordLock.h"
 
 namespace vlm::host {
 

@@ -1,6 +1,6 @@
-#include "host/services/ArchiveTable.h"
+#include "ArchiveTable.h"
 
-#include "platform/text/Utf8.h"
+#include "values/Utf8.h"
 
 namespace vlm::host {
 

@@ -1,10 +1,10 @@
-#include "host/services/HealthCardFile.h"
+#include "HealthCardFile.h"
 
 #include <fstream>
 #include <nlohmann/json.hpp>
 
-#include "platform/Error.h"
-#include "platform/files/Paths.h"
+#include "files/Paths.h"
+#include "values/Error.h"
 
 namespace vlm::host {
 

@@ -1,12 +1,12 @@
-#include "host/services/LockService.h"
+#include "services/LockService.h"
 
+#include "ArchiveTable.h"
+#include "automation/ErrorReport.h"
 #include "frame/PlainHostUtility.h"
-#include "host/services/ArchiveTable.h"
-#include "platform/Error.h"
-#include "platform/automation/ErrorReport.h"
-#include "platform/text/DateText.h"
-#include "platform/text/Utf8.h"
 #include "server/VlmASLServicesLib.h"
+#include "values/DateText.h"
+#include "values/Error.h"
+#include "values/Utf8.h"
 
 namespace vlm::host {
 

@@ -1,7 +1,7 @@
-#include "host/services/ParametersOfSpecialist.h"
+#include "ParametersOfSpecialist.h"
 
-#include "platform/Error.h"
-#include "platform/text/Utf8.h"
+#include "values/Error.h"
+#include "values/Utf8.h"
 
 namespace vlm::host {
 

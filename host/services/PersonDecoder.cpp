@@ -1,9 +1,9 @@
-#include "host/services/PersonDecoder.h"
+#include "PersonDecoder.h"
 
 #include "frame/PlainHostUtility.h"
-#include "host/FiscalCode.h"
-#include "platform/Error.h"
-#include "platform/text/DateText.h"
+#include "services/FiscalCode.h"
+#include "values/DateText.h"
+#include "values/Error.h"
 
 namespace vlm::host {
 

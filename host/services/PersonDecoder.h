@@ -1,7 +1,7 @@
 #pragma once
 
 #include "frame/HostServices.h"
-#include "platform/system/Clock.h"
+#include "system/Clock.h"
 
 namespace vlm::host {
 

@@ -1,4 +1,4 @@
-#include "host/services/RecordLock.h"
+#include "RecordLock.h"
 
 namespace vlm::host {
 

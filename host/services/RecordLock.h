@@ -3,8 +3,8 @@
 #include <cstdint>
 #include <string>
 
+#include "automation/LateBound.h"
 #include "frame/HostServices.h"
-#include "platform/automation/LateBound.h"
 
 namespace vlm::host {
 

@@ -1,9 +1,9 @@
-#include "host/services/ReferenceHostComponents.h"
+#include "services/ReferenceHostComponents.h"
 
-#include "host/services/ArchiveRecord.h"
-#include "host/services/HealthCardFile.h"
-#include "host/services/ParametersOfSpecialist.h"
-#include "host/services/PersonDecoder.h"
+#include "ArchiveRecord.h"
+#include "HealthCardFile.h"
+#include "ParametersOfSpecialist.h"
+#include "PersonDecoder.h"
 
 namespace vlm::host {
 

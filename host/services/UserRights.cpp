@@ -1,6 +1,6 @@
-#include "host/services/UserRights.h"
+#include "services/UserRights.h"
 
-#include "platform/automation/ErrorReport.h"
+#include "automation/ErrorReport.h"
 #include "server/VlmASLServicesLib.h"
 
 namespace vlm::host {

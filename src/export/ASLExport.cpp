@@ -1,8 +1,8 @@
 #include "export/ASLExport.h"
 
-#include "export/frmASLExport.h"
 #include "frame/Messages.h"
 #include "frame/ModGeneral.h"
+#include "frmASLExport.h"
 
 namespace vlm {
 

@@ -1,9 +1,9 @@
 #include "export/RegionRun.h"
 
+#include "files/Paths.h"
 #include "frame/Messages.h"
 #include "frame/ModGeneral.h"
-#include "platform/Error.h"
-#include "platform/files/Paths.h"
+#include "values/Error.h"
 
 namespace vlm {
 

@@ -1,7 +1,7 @@
 #include "export/RowReads.h"
 
-#include "platform/text/DateText.h"
-#include "platform/text/Number.h"
+#include "values/DateText.h"
+#include "values/Number.h"
 
 namespace vlm {
 

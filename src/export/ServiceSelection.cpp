@@ -1,6 +1,6 @@
 #include "export/ServiceSelection.h"
 
-#include "platform/text/DateText.h"
+#include "values/DateText.h"
 
 namespace vlm {
 

@@ -1,9 +1,9 @@
-#include "export/ViewedFile.h"
+#include "ViewedFile.h"
 
 #include <algorithm>
 #include <limits>
 
-#include "platform/Error.h"
+#include "values/Error.h"
 
 namespace vlm {
 

@@ -6,7 +6,7 @@
 
 #include "export/IRegionASLExport.h"
 #include "export/ViewGrid.h"
-#include "platform/files/LineReader.h"
+#include "files/LineReader.h"
 
 namespace vlm {
 

@@ -1,11 +1,11 @@
-#include "export/frmASLExport.h"
+#include "frmASLExport.h"
 
-#include "export/frmSelectFile.h"
 #include "frame/Messages.h"
 #include "frame/ModGeneral.h"
 #include "frame/ModSysTables.h"
 #include "frame/Settings.h"
-#include "platform/text/Utf8.h"
+#include "frmSelectFile.h"
+#include "values/Utf8.h"
 
 namespace vlm {
 

@@ -3,9 +3,9 @@
 #include <cstdint>
 #include <string>
 
+#include "dialogs/PickList.h"
 #include "export/ASLExport.h"
 #include "frame/FormDialog.h"
-#include "platform/ui/PickList.h"
 
 namespace vlm {
 

@@ -1,9 +1,9 @@
-#include "export/frmSelectFile.h"
+#include "frmSelectFile.h"
 
+#include "files/Paths.h"
 #include "frame/ModGeneral.h"
-#include "platform/files/Paths.h"
-#include "platform/text/DateText.h"
-#include "platform/text/Number.h"
+#include "values/DateText.h"
+#include "values/Number.h"
 
 namespace vlm {
 

@@ -1,6 +1,6 @@
 #include "export/frmViewData.h"
 
-#include "export/ViewedFile.h"
+#include "ViewedFile.h"
 
 namespace vlm {
 

@@ -1,6 +1,6 @@
 #include "frame/Library.h"
 
-#include "platform/Error.h"
+#include "values/Error.h"
 
 namespace vlm {
 

@@ -1,9 +1,9 @@
 #include "frame/ModGeneral.h"
 
+#include "files/Paths.h"
 #include "frame/Settings.h"
-#include "platform/files/Paths.h"
-#include "platform/text/Number.h"
-#include "platform/text/Utf8.h"
+#include "values/Number.h"
+#include "values/Utf8.h"
 
 namespace vlm {
 

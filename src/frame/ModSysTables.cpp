@@ -33,6 +33,23 @@ constexpr std::array kSources = {
 
 }  // namespace
 
+void LoadPickList(ui::PickList& list, data::Connection& connection) {
+    list.SetRows({}, {});
+    const data::RecordsetPtr recordset = connection.Open(list.rowSource);
+    const int key = recordset->Ordinal(ui::WithoutTable(list.keyColumn));
+    const int display = recordset->Ordinal(ui::WithoutTable(list.displayColumn));
+    std::vector<std::string> columns;
+    for (int i = 0; i < recordset->FieldCount(); ++i) columns.emplace_back(recordset->FieldName(i));
+    std::vector<ui::PickList::Row> rows;
+    for (; !recordset->AtEnd(); recordset->MoveNext()) {
+        ui::PickList::Row row{recordset->Int32Of(key), std::string(recordset->TextOf(display)), {}};
+        row.cells.reserve(columns.size());
+        for (int i = 0; i < recordset->FieldCount(); ++i) row.cells.emplace_back(recordset->TextOf(i));
+        rows.push_back(std::move(row));
+    }
+    list.SetRows(std::move(columns), std::move(rows));
+}
+
 void FillPickList(const Library& library, ui::PickList& list, PickListKind kind, const std::string& condition) {
     for (const Source& source : kSources) {
         if (source.kind != kind) continue;
@@ -41,7 +58,7 @@ void FillPickList(const Library& library, ui::PickList& list, PickListKind kind,
         list.keyColumn = source.key;
         list.displayColumn = source.display;
     }
-    list.Load(library.RequireConnection());
+    LoadPickList(list, library.RequireConnection());
 }
 
 void FillSpecialistsOfBranch(const Library& library, ui::PickList& list, const std::string& furtherColumns,
@@ -49,7 +66,7 @@ void FillSpecialistsOfBranch(const Library& library, ui::PickList& list, const s
     list.rowSource = "SELECT Specialista.IDSpecialista, Cognome + ' ' + Nome AS Specialista" + furtherColumns +
                      kSpecialistsOfBranch + condition + " ORDER BY Cognome + ' ' + Nome";
     list.displayColumn = "Specialista";
-    list.Load(library.RequireConnection());
+    LoadPickList(list, library.RequireConnection());
     if (list.RowCount() == 1) list.SelectIndex(0);
 }
 

@@ -3,9 +3,9 @@
 #include <filesystem>
 #include <random>
 
+#include "files/Paths.h"
 #include "frame/ModGeneral.h"
-#include "platform/Error.h"
-#include "platform/files/Paths.h"
+#include "values/Error.h"
 
 namespace vlm {
 

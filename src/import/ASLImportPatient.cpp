@@ -1,13 +1,13 @@
 #include "import/ASLImportPatient.h"
 
+#include "creation/ExemptionCreation.h"
+#include "creation/PatientCreation.h"
 #include "frame/Messages.h"
-#include "import/creation/ExemptionCreation.h"
-#include "import/creation/PatientCreation.h"
-#include "import/frmASLImportPatient.h"
-#include "import/readers/AslFormats.h"
-#include "import/readers/SourceReaders.h"
-#include "import/readers/TemplateFormat.h"
-#include "platform/Error.h"
+#include "frmASLImportPatient.h"
+#include "readers/AslFormats.h"
+#include "readers/SourceReaders.h"
+#include "readers/TemplateFormat.h"
+#include "values/Error.h"
 
 namespace vlm {
 

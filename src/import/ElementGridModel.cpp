@@ -1,4 +1,4 @@
-#include "import/ElementGridModel.h"
+#include "ElementGridModel.h"
 
 #include <algorithm>
 #include <numeric>

@@ -4,8 +4,8 @@
 #include <string>
 #include <vector>
 
-#include "import/elements/ElementList.h"
-#include "platform/ui/Grid.h"
+#include "dialogs/Grid.h"
+#include "elements/ElementList.h"
 
 namespace vlm {
 

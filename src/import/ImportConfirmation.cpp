@@ -1,10 +1,10 @@
-#include "import/ImportConfirmation.h"
+#include "ImportConfirmation.h"
 
 #include <array>
 #include <span>
 
 #include "frame/Messages.h"
-#include "platform/Error.h"
+#include "values/Error.h"
 
 namespace vlm {
 

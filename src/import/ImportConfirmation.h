@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
+#include "ElementGridModel.h"
 #include "import/ASLImportPatient.h"
-#include "import/ElementGridModel.h"
 
 namespace vlm {
 

@@ -2,7 +2,7 @@
 
 #include <vector>
 
-#include "import/ElementGridModel.h"
+#include "ElementGridModel.h"
 
 /// What the import dialog's grids of elements show.
 namespace vlm {

@@ -1,8 +1,8 @@
-#include "import/PrintedTable.h"
+#include "PrintedTable.h"
 
 #include <algorithm>
 
-#include "platform/text/Utf8.h"
+#include "values/Utf8.h"
 
 namespace vlm {
 

@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/ui/Grid.h"
+#include "dialogs/Grid.h"
 
 namespace vlm {
 

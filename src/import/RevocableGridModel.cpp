@@ -1,9 +1,9 @@
-#include "import/RevocableGridModel.h"
+#include "RevocableGridModel.h"
 
 #include <algorithm>
 #include <unordered_set>
 
-#include "platform/Error.h"
+#include "values/Error.h"
 
 namespace vlm {
 

@@ -4,9 +4,9 @@
 #include <string>
 #include <vector>
 
-#include "import/elements/ElementList.h"
-#include "platform/data/Connection.h"
-#include "platform/ui/Grid.h"
+#include "database/Connection.h"
+#include "dialogs/Grid.h"
+#include "elements/ElementList.h"
 
 namespace vlm {
 

@@ -1,9 +1,9 @@
-#include "import/TemplateFolder.h"
+#include "TemplateFolder.h"
 
 #include <algorithm>
 
-#include "platform/files/Paths.h"
-#include "platform/text/Utf8.h"
+#include "files/Paths.h"
+#include "values/Utf8.h"
 
 namespace vlm {
 

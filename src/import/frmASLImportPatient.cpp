@@ -1,14 +1,14 @@
-#include "import/frmASLImportPatient.h"
+#include "frmASLImportPatient.h"
 
 #include <array>
 
+#include "ImportGrids.h"
+#include "TemplateFolder.h"
+#include "files/Paths.h"
 #include "frame/Messages.h"
 #include "frame/ModGeneral.h"
 #include "frame/ModSysTables.h"
-#include "import/ImportGrids.h"
-#include "import/TemplateFolder.h"
-#include "import/healthcard/GetPIN.h"
-#include "platform/files/Paths.h"
+#include "healthcard/GetPIN.h"
 
 namespace vlm {
 

@@ -4,11 +4,11 @@
 #include <string>
 #include <vector>
 
+#include "ElementGridModel.h"
+#include "RevocableGridModel.h"
+#include "dialogs/PickList.h"
 #include "frame/FormDialog.h"
 #include "import/ASLImportPatient.h"
-#include "import/ElementGridModel.h"
-#include "import/RevocableGridModel.h"
-#include "platform/ui/PickList.h"
 
 namespace vlm {
 

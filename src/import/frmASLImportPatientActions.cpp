@@ -1,11 +1,11 @@
+#include "ImportConfirmation.h"
+#include "PrintedTable.h"
+#include "files/LineWriter.h"
 #include "frame/Messages.h"
 #include "frame/ModGeneral.h"
-#include "import/ImportConfirmation.h"
-#include "import/PrintedTable.h"
-#include "import/frmASLImportPatient.h"
-#include "import/frmRevoca.h"
-#include "platform/Error.h"
-#include "platform/files/LineWriter.h"
+#include "frmASLImportPatient.h"
+#include "frmRevoca.h"
+#include "values/Error.h"
 
 /// What the import dialog does with the rows that it shows: selecting, confirming, revoking, printing.
 namespace vlm {

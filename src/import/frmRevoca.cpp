@@ -1,4 +1,4 @@
-#include "import/frmRevoca.h"
+#include "frmRevoca.h"
 
 #include "frame/ModSysTables.h"
 

@@ -2,8 +2,8 @@
 
 #include <string>
 
+#include "dialogs/PickList.h"
 #include "frame/FormDialog.h"
-#include "platform/ui/PickList.h"
 
 namespace vlm {
 

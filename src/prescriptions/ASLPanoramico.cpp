@@ -3,9 +3,9 @@
 #include "frame/Messages.h"
 #include "frame/RunFile.h"
 #include "frame/WorkFiles.h"
-#include "platform/Error.h"
+#include "frmASLPanoramico.h"
 #include "prescriptions/ASLPanoramicoLine.h"
-#include "prescriptions/frmASLPanoramico.h"
+#include "values/Error.h"
 
 namespace vlm {
 

@@ -1,10 +1,10 @@
 #include "prescriptions/ASLPanoramicoLine.h"
 
-#include "frame/FieldFormat.h"
-#include "platform/Error.h"
-#include "platform/text/DateText.h"
-#include "platform/text/Number.h"
-#include "prescriptions/PrescriptionLayout.h"
+#include "PrescriptionLayout.h"
+#include "record/FieldFormat.h"
+#include "values/DateText.h"
+#include "values/Error.h"
+#include "values/Number.h"
 
 namespace vlm {
 

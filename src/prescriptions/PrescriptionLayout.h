@@ -3,8 +3,8 @@
 #include <array>
 #include <variant>
 
-#include "frame/Layout.h"
 #include "prescriptions/ASLPanoramicoLine.h"
+#include "record/Layout.h"
 
 /// The line of the drug-prescription file.
 namespace vlm::prescriptions {

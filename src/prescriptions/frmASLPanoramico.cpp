@@ -1,11 +1,11 @@
-#include "prescriptions/frmASLPanoramico.h"
+#include "frmASLPanoramico.h"
 
+#include "files/Paths.h"
 #include "frame/Messages.h"
 #include "frame/ModGeneral.h"
 #include "frame/ModSysTables.h"
 #include "frame/Settings.h"
-#include "platform/files/Paths.h"
-#include "platform/text/Utf8.h"
+#include "values/Utf8.h"
 
 namespace vlm {
 

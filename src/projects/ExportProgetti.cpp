@@ -1,12 +1,12 @@
 #include "projects/ExportProgetti.h"
 
+#include "ProjectLine.h"
 #include "frame/Messages.h"
 #include "frame/ModGeneral.h"
 #include "frame/RunFile.h"
-#include "platform/Error.h"
-#include "platform/text/Number.h"
-#include "projects/ProjectLine.h"
-#include "projects/frmExportProgetti.h"
+#include "frmExportProgetti.h"
+#include "values/Error.h"
+#include "values/Number.h"
 
 namespace vlm {
 

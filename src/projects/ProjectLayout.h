@@ -3,7 +3,7 @@
 #include <array>
 #include <string_view>
 
-#include "frame/Layout.h"
+#include "record/Layout.h"
 
 /// The line of the project file: each field with the column of the services view that it comes from.
 namespace vlm::projects {

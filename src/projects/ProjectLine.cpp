@@ -1,7 +1,7 @@
-#include "projects/ProjectLine.h"
+#include "ProjectLine.h"
 
-#include "frame/FieldFormat.h"
-#include "platform/text/Number.h"
+#include "record/FieldFormat.h"
+#include "values/Number.h"
 
 namespace vlm {
 

@@ -4,9 +4,9 @@
 #include <optional>
 #include <string>
 
-#include "platform/data/Recordset.h"
-#include "platform/text/Currency.h"
-#include "projects/ProjectLayout.h"
+#include "ProjectLayout.h"
+#include "database/Recordset.h"
+#include "values/Currency.h"
 
 namespace vlm {
 

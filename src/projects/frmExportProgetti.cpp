@@ -1,11 +1,11 @@
-#include "projects/frmExportProgetti.h"
+#include "frmExportProgetti.h"
 
 #include "frame/Messages.h"
 #include "frame/ModGeneral.h"
 #include "frame/ModSysTables.h"
 #include "frame/Settings.h"
-#include "platform/text/Number.h"
-#include "platform/text/Utf8.h"
+#include "values/Number.h"
+#include "values/Utf8.h"
 
 namespace vlm {
 

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "dialogs/PickList.h"
 #include "frame/FormDialog.h"
-#include "platform/ui/PickList.h"
 #include "projects/ExportProgetti.h"
 
 namespace vlm {

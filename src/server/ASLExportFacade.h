@@ -1,8 +1,8 @@
 #pragma once
 
+#include "Facade.h"
+#include "Regions.h"
 #include "export/ASLExport.h"
-#include "server/Facade.h"
-#include "server/Regions.h"
 
 namespace vlm::server {
 

@@ -1,8 +1,8 @@
-#include "server/ASLImportPatientFacade.h"
+#include "ASLImportPatientFacade.h"
 
-#include "platform/data/ado/AdoTypes.h"
-#include "platform/data/ado/HostRecordset.h"
-#include "platform/data/ado/RecordsetObject.h"
+#include "ado/AdoTypes.h"
+#include "ado/HostRecordset.h"
+#include "ado/RecordsetObject.h"
 
 namespace vlm::server {
 

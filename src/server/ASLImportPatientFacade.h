@@ -1,9 +1,9 @@
 #pragma once
 
+#include "Facade.h"
+#include "HostReference.h"
+#include "automation/EventSource.h"
 #include "import/ASLImportPatient.h"
-#include "platform/automation/EventSource.h"
-#include "server/Facade.h"
-#include "server/HostReference.h"
 
 namespace vlm::server {
 

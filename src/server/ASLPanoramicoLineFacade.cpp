@@ -1,6 +1,6 @@
-#include "server/ASLPanoramicoLineFacade.h"
+#include "ASLPanoramicoLineFacade.h"
 
-#include "platform/data/ColumnConversion.h"
+#include "values/ColumnConversion.h"
 
 namespace vlm::server {
 

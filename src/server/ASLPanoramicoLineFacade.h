@@ -1,8 +1,8 @@
 #pragma once
 
-#include "platform/data/ado/HostRecordset.h"
+#include "Facade.h"
+#include "ado/HostRecordset.h"
 #include "prescriptions/ASLPanoramicoLine.h"
-#include "server/Facade.h"
 
 namespace vlm::server {
 

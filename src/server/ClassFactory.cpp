@@ -1,6 +1,6 @@
-#include "server/ClassFactory.h"
+#include "ClassFactory.h"
 
-#include "platform/automation/ErrorReport.h"
+#include "automation/ErrorReport.h"
 #include "server/VlmASLServicesLib.h"
 
 namespace vlm::server {

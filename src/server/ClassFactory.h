@@ -1,8 +1,8 @@
 #pragma once
 
-#include "platform/automation/Object.h"
-#include "server/Classes.h"
-#include "server/Module.h"
+#include "Classes.h"
+#include "Module.h"
+#include "automation/Object.h"
 
 namespace vlm::server {
 

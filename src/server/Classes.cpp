@@ -1,13 +1,13 @@
-#include "server/Classes.h"
+#include "Classes.h"
 
 #include <algorithm>
 #include <array>
 
-#include "server/ASLExportFacade.h"
-#include "server/ASLImportPatientFacade.h"
-#include "server/ASLPanoramicoFacade.h"
-#include "server/ASLPanoramicoLineFacade.h"
-#include "server/ExportProgettiFacade.h"
+#include "ASLExportFacade.h"
+#include "ASLImportPatientFacade.h"
+#include "ASLPanoramicoFacade.h"
+#include "ASLPanoramicoLineFacade.h"
+#include "ExportProgettiFacade.h"
 
 namespace vlm::server {
 

@@ -3,7 +3,7 @@
 #include <span>
 #include <string_view>
 
-#include "platform/automation/Ref.h"
+#include "automation/Ref.h"
 
 namespace vlm::server {
 

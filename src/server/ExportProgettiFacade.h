@@ -1,7 +1,7 @@
 #pragma once
 
+#include "Facade.h"
 #include "projects/ExportProgetti.h"
-#include "server/Facade.h"
 
 namespace vlm::server {
 

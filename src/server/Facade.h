@@ -1,12 +1,12 @@
 #pragma once
 
-#include "platform/automation/ErrorReport.h"
-#include "platform/automation/Object.h"
-#include "server/HelpReference.h"
-#include "server/HostConnection.h"
-#include "server/MemberTables.h"
-#include "server/Module.h"
-#include "server/TypeLibrary.h"
+#include "HelpReference.h"
+#include "HostConnection.h"
+#include "MemberTables.h"
+#include "Module.h"
+#include "TypeLibrary.h"
+#include "automation/ErrorReport.h"
+#include "automation/Object.h"
 #include "server/VlmASLServicesLib.h"
 
 namespace vlm::server {

@@ -1,7 +1,7 @@
-#include "server/HelpReference.h"
+#include "HelpReference.h"
 
-#include "platform/Error.h"
 #include "server/VlmASLServicesLib.h"
+#include "values/Error.h"
 
 namespace vlm::server {
 

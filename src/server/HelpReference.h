@@ -2,8 +2,8 @@
 
 #include <memory>
 
+#include "automation/LateBound.h"
 #include "frame/HostServices.h"
-#include "platform/automation/LateBound.h"
 
 namespace vlm::server {
 

@@ -1,7 +1,7 @@
-#include "server/HostConnection.h"
+#include "HostConnection.h"
 
-#include "platform/Error.h"
-#include "platform/data/ado/AdoConnection.h"
+#include "ado/AdoConnection.h"
+#include "values/Error.h"
 
 namespace vlm::server {
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/automation/Ref.h"
-#include "platform/data/Connection.h"
+#include "automation/Ref.h"
+#include "database/Connection.h"
 
 namespace vlm::server {
 

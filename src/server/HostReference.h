@@ -2,8 +2,8 @@
 
 #include <memory>
 
+#include "automation/Ref.h"
 #include "frame/HostServices.h"
-#include "platform/automation/Ref.h"
 
 namespace vlm::server {
 

@@ -1,6 +1,6 @@
-#include "server/MemberTables.h"
+#include "MemberTables.h"
 
-#include "platform/data/ado/AdoTypes.h"
+#include "ado/AdoTypes.h"
 #include "server/VlmASLServicesLib.h"
 
 namespace vlm::server {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/automation/Members.h"
+#include "automation/Members.h"
 
 namespace vlm::server {
 

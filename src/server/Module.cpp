@@ -1,4 +1,4 @@
-#include "server/Module.h"
+#include "Module.h"
 
 namespace vlm::server {
 

@@ -3,8 +3,8 @@
 #include <memory>
 #include <optional>
 
+#include "DefaultHost.h"
 #include "frame/Library.h"
-#include "server/DefaultHost.h"
 
 namespace vlm::server {
 

@@ -1,7 +1,7 @@
-#include "server/Regions.h"
+#include "Regions.h"
 
-#include "regions/puglia/ASLExportPuglia.h"
-#include "regions/sicilia/ASLExportSicilia.h"
+#include "puglia/ASLExportPuglia.h"
+#include "sicilia/ASLExportSicilia.h"
 
 namespace vlm::server {
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/automation/Automation.h"
+#include "automation/Automation.h"
 
 namespace vlm::server {
 

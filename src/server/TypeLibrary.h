@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/automation/Automation.h"
+#include "automation/Automation.h"
 
 /// The description of the classes and interfaces that hosts compile against. It is part of the library on Windows;
 /// elsewhere nobody reads such descriptions and there is none.

@@ -4,19 +4,19 @@
 #include <string>
 #include <vector>
 
+#include "HostReference.h"
+#include "databases/ClinicSchema.h"
+#include "databases/MasterSchema.h"
+#include "databases/SqliteWriter.h"
+#include "detect/DetectingOpener.h"
 #include "frame/HostServices.h"
-#include "host/SqliteWriter.h"
-#include "host/schema/ClinicSchema.h"
-#include "host/schema/MasterSchema.h"
-#include "host/services/LockService.h"
-#include "host/services/UserRights.h"
-#include "platform/data/sqlite/SqliteConnection.h"
-#include "platform/files/spreadsheet/detect/DetectingOpener.h"
-#include "platform/system/Clock.h"
-#include "server/HostReference.h"
+#include "services/LockService.h"
+#include "services/UserRights.h"
+#include "sqlite/SqliteConnection.h"
 #include "support/FakeServices.h"
 #include "support/ImportComponents.h"
 #include "support/TempFolder.h"
+#include "system/Clock.h"
 
 namespace vlm::test {
 

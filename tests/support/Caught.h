@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/Error.h"
+#include "values/Error.h"
 
 namespace vlm::test {
 

@@ -2,8 +2,8 @@
 
 #include <memory>
 
-#include "platform/data/Connection.h"
-#include "platform/data/MemoryRecordset.h"
+#include "database/Connection.h"
+#include "database/MemoryRecordset.h"
 
 namespace vlm::test {
 

@@ -6,9 +6,9 @@
 #include <string>
 #include <vector>
 
-#include "platform/Error.h"
-#include "platform/data/Connection.h"
-#include "ui/FakeConnection.h"
+#include "database/Connection.h"
+#include "support/FakeConnection.h"
+#include "values/Error.h"
 
 namespace vlm::test {
 
@@ -48,7 +48,7 @@ private:
             found_ = {{"name"}, {}};
             for (const std::string& name : server_.databases)
                 if (sql.find("'" + name + "'") != std::string_view::npos) found_.rows.push_back({name});
-            return std::make_unique<ui::test::FakeRecordset>(found_);
+            return std::make_unique<test::FakeRecordset>(found_);
         }
         std::int64_t Execute(std::string_view sql) override {
             server_.Step();
@@ -73,7 +73,7 @@ private:
         FakeServer& server_;
         std::string database_;
         std::vector<std::string> written_;
-        ui::test::FakeTable found_;
+        test::FakeTable found_;
         bool inTransaction_ = false;
     };
 

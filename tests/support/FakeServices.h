@@ -6,7 +6,7 @@
 #include "frame/Library.h"
 #include "frame/MissingComponents.h"
 #include "frame/PlainHostUtility.h"
-#include "platform/Error.h"
+#include "values/Error.h"
 
 namespace vlm::test {
 

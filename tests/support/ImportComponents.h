@@ -1,7 +1,7 @@
 #pragma once
 
-#include "host/services/ReferenceHostComponents.h"
-#include "platform/Error.h"
+#include "services/ReferenceHostComponents.h"
+#include "values/Error.h"
 
 namespace vlm::test {
 

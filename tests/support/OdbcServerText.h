@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "host/tds/TdsServer.h"
+#include "asltds/TdsServer.h"
 
 namespace vlm::test {
 

@@ -4,7 +4,7 @@
 #include <tuple>
 #include <vector>
 
-#include "platform/data/MemoryRecordset.h"
+#include "database/MemoryRecordset.h"
 
 namespace vlm::test {
 

@@ -3,10 +3,10 @@
 #include <cstdio>
 #include <sstream>
 
+#include "databases/MasterSchema.h"
+#include "databases/SqliteWriter.h"
 #include "host/AslHost.h"
-#include "host/SqliteWriter.h"
-#include "host/schema/MasterSchema.h"
-#include "platform/data/sqlite/SqliteConnection.h"
+#include "sqlite/SqliteConnection.h"
 #include "support/Insertion.h"
 #include "support/Words.h"
 

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/data/Connection.h"
+#include "database/Connection.h"
 #include "support/TempFolder.h"
 
 namespace vlm::test {

@@ -4,10 +4,10 @@
 #include <gtest/gtest.h>
 #include <string>
 
-#include "automation/ForeignObject.h"
-#include "platform/automation/LateBound.h"
-#include "server/MemberTables.h"
+#include "MemberTables.h"
+#include "automation/LateBound.h"
 #include "server/VlmASLServicesLib.h"
+#include "support/ForeignObject.h"
 
 namespace vlm::test {
 

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "platform/automation/Automation.h"
+#include "automation/Automation.h"
 
 /// The tests run in a single-threaded apartment, as the host's interface does.
 int main(int argc, char** argv) {

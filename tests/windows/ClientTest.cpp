@@ -1,8 +1,8 @@
-#include "platform/data/ado/ConnectionObject.h"
-#include "server/Listener.h"
+#include "Client.h"
+#include "ado/ConnectionObject.h"
 #include "support/EmptyArchive.h"
+#include "support/Listener.h"
 #include "support/TempFolder.h"
-#include "windows/Client.h"
 
 namespace vlm::server {
 namespace {

@@ -1,4 +1,4 @@
-#include "windows/Client.h"
+#include "Client.h"
 
 namespace vlm::test {
 

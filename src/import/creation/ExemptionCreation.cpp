@@ -1,7 +1,7 @@
-#include "import/creation/ExemptionCreation.h"
+#include "creation/ExemptionCreation.h"
 
-#include "import/elements/ElementList.h"
-#include "platform/Error.h"
+#include "elements/ElementList.h"
+#include "values/Error.h"
 
 namespace vlm {
 

@@ -1,11 +1,11 @@
-#include "import/creation/PatientCreation.h"
+#include "creation/PatientCreation.h"
 
 #include <array>
 
+#include "elements/ElementList.h"
 #include "frame/ModGeneral.h"
-#include "import/elements/ElementList.h"
-#include "platform/Error.h"
-#include "platform/text/DateText.h"
+#include "values/DateText.h"
+#include "values/Error.h"
 
 namespace vlm {
 

@@ -1,8 +1,8 @@
-#include "import/elements/ArchiveMatcher.h"
+#include "elements/ArchiveMatcher.h"
 
 #include <algorithm>
 
-#include "platform/text/Utf8.h"
+#include "values/Utf8.h"
 
 namespace vlm {
 

@@ -1,4 +1,4 @@
-#include "import/elements/ComuneFinder.h"
+#include "elements/ComuneFinder.h"
 
 #include <algorithm>
 

@@ -1,4 +1,4 @@
-#include "import/elements/ElementList.h"
+#include "elements/ElementList.h"
 
 namespace vlm {
 

@@ -1,6 +1,6 @@
-#include "import/elements/Findings.h"
+#include "elements/Findings.h"
 
-#include "platform/text/Utf8.h"
+#include "values/Utf8.h"
 
 namespace vlm {
 

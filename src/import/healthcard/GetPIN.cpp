@@ -1,6 +1,6 @@
-#include "import/healthcard/GetPIN.h"
+#include "healthcard/GetPIN.h"
 
-#include "import/healthcard/frmInpsPIN.h"
+#include "frmInpsPIN.h"
 
 namespace vlm {
 

@@ -1,7 +1,7 @@
-#include "import/healthcard/ModCrypt.h"
+#include "ModCrypt.h"
 
-#include "platform/Error.h"
-#include "platform/text/CodePage1252.h"
+#include "values/CodePage1252.h"
+#include "values/Error.h"
 
 namespace vlm {
 

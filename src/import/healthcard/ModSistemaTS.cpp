@@ -1,11 +1,11 @@
-#include "import/healthcard/ModSistemaTS.h"
+#include "healthcard/ModSistemaTS.h"
 
 #include <cmath>
 
+#include "ModCrypt.h"
 #include "frame/Messages.h"
-#include "import/healthcard/ModCrypt.h"
-#include "platform/Error.h"
-#include "platform/text/Utf8.h"
+#include "values/Error.h"
+#include "values/Utf8.h"
 
 namespace vlm {
 

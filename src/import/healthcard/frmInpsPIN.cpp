@@ -1,4 +1,4 @@
-#include "import/healthcard/frmInpsPIN.h"
+#include "frmInpsPIN.h"
 
 #include "frame/Settings.h"
 

@@ -1,6 +1,6 @@
-#include "import/readers/AslFormats.h"
+#include "readers/AslFormats.h"
 
-#include "platform/text/Utf8.h"
+#include "values/Utf8.h"
 
 namespace vlm::asl {
 

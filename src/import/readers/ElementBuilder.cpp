@@ -1,8 +1,8 @@
-#include "import/readers/ElementBuilder.h"
+#include "ElementBuilder.h"
 
-#include "import/readers/SourceDate.h"
-#include "import/readers/SourceText.h"
-#include "platform/text/Utf8.h"
+#include "SourceDate.h"
+#include "SourceText.h"
+#include "values/Utf8.h"
 
 namespace vlm {
 

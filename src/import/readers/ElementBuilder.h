@@ -1,7 +1,7 @@
 #pragma once
 
-#include "import/readers/ReadContext.h"
-#include "import/readers/SourceFormat.h"
+#include "readers/ReadContext.h"
+#include "readers/SourceFormat.h"
 
 namespace vlm {
 

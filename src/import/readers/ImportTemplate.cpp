@@ -1,8 +1,8 @@
-#include "import/readers/ImportTemplate.h"
+#include "readers/ImportTemplate.h"
 
-#include "platform/Error.h"
-#include "platform/files/LineReader.h"
-#include "platform/text/Utf8.h"
+#include "files/LineReader.h"
+#include "values/Error.h"
+#include "values/Utf8.h"
 
 namespace vlm {
 

@@ -1,8 +1,8 @@
-#include "import/readers/SourceDate.h"
+#include "SourceDate.h"
 
 #include <array>
 
-#include "platform/text/Utf8.h"
+#include "values/Utf8.h"
 
 namespace vlm {
 

@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "platform/text/Date.h"
+#include "values/Date.h"
 
 namespace vlm {
 

@@ -4,8 +4,8 @@
 #include <utility>
 #include <vector>
 
-#include "import/elements/ArchiveMatcher.h"
-#include "import/readers/SourceFormat.h"
+#include "elements/ArchiveMatcher.h"
+#include "readers/SourceFormat.h"
 
 namespace vlm {
 

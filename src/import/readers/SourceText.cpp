@@ -1,6 +1,6 @@
-#include "import/readers/SourceText.h"
+#include "SourceText.h"
 
-#include "platform/text/Utf8.h"
+#include "values/Utf8.h"
 
 namespace vlm {
 

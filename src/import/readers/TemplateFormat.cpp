@@ -1,11 +1,11 @@
-#include "import/readers/TemplateFormat.h"
+#include "readers/TemplateFormat.h"
 
 #include <array>
 
-#include "platform/Error.h"
-#include "platform/files/spreadsheet/CellReference.h"
-#include "platform/text/Number.h"
-#include "platform/text/Utf8.h"
+#include "values/Error.h"
+#include "values/Number.h"
+#include "values/Utf8.h"
+#include "workbooks/CellReference.h"
 
 namespace vlm {
 

@@ -1,10 +1,10 @@
 #include <cmath>
 
-#include "import/readers/ElementBuilder.h"
-#include "import/readers/SourceKeys.h"
-#include "import/readers/SourceReaders.h"
-#include "import/readers/TextRows.h"
-#include "platform/text/Utf8.h"
+#include "ElementBuilder.h"
+#include "SourceKeys.h"
+#include "TextRows.h"
+#include "readers/SourceReaders.h"
+#include "values/Utf8.h"
 
 namespace vlm {
 

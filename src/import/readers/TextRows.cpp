@@ -1,9 +1,9 @@
-#include "import/readers/TextRows.h"
+#include "TextRows.h"
 
 #include <algorithm>
 
-#include "platform/text/Number.h"
-#include "platform/text/Utf8.h"
+#include "values/Number.h"
+#include "values/Utf8.h"
 
 namespace vlm {
 

@@ -3,8 +3,8 @@
 #include <string>
 #include <vector>
 
-#include "import/readers/SourceFormat.h"
-#include "platform/files/LineReader.h"
+#include "files/LineReader.h"
+#include "readers/SourceFormat.h"
 
 namespace vlm {
 

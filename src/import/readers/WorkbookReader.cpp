@@ -1,8 +1,8 @@
-#include "import/readers/ElementBuilder.h"
-#include "import/readers/SourceKeys.h"
-#include "import/readers/SourceReaders.h"
-#include "platform/text/Number.h"
-#include "platform/text/Utf8.h"
+#include "ElementBuilder.h"
+#include "SourceKeys.h"
+#include "readers/SourceReaders.h"
+#include "values/Number.h"
+#include "values/Utf8.h"
 
 namespace vlm {
 

@@ -1,12 +1,12 @@
-#include "regions/puglia/ASLExportPuglia.h"
+#include "puglia/ASLExportPuglia.h"
 
+#include "MonthlyRun.h"
+#include "PreviewGrid.h"
+#include "PugliaLayout.h"
 #include "export/frmViewData.h"
 #include "frame/ModGeneral.h"
-#include "platform/text/Number.h"
-#include "platform/text/Utf8.h"
-#include "regions/puglia/MonthlyRun.h"
-#include "regions/puglia/PreviewGrid.h"
-#include "regions/puglia/PugliaLayout.h"
+#include "values/Number.h"
+#include "values/Utf8.h"
 
 namespace vlm {
 

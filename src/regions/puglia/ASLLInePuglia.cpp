@@ -1,15 +1,15 @@
-#include "regions/puglia/ASLLInePuglia.h"
+#include "ASLLInePuglia.h"
 
 #include <algorithm>
 
+#include "Priorita.h"
+#include "PugliaChecks.h"
+#include "PugliaLayout.h"
 #include "export/DocumentLabel.h"
 #include "export/RowReads.h"
-#include "platform/Error.h"
-#include "platform/text/Number.h"
-#include "platform/text/Utf8.h"
-#include "regions/puglia/Priorita.h"
-#include "regions/puglia/PugliaChecks.h"
-#include "regions/puglia/PugliaLayout.h"
+#include "values/Error.h"
+#include "values/Number.h"
+#include "values/Utf8.h"
 
 namespace vlm {
 

@@ -4,11 +4,11 @@
 #include <optional>
 #include <string>
 
+#include "PugliaColumns.h"
+#include "Ricetta.h"
+#include "database/Recordset.h"
 #include "frame/ExportTypes.h"
-#include "frame/FieldFormat.h"
-#include "platform/data/Recordset.h"
-#include "regions/puglia/PugliaColumns.h"
-#include "regions/puglia/Ricetta.h"
+#include "record/FieldFormat.h"
 
 namespace vlm {
 

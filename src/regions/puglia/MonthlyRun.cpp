@@ -1,7 +1,7 @@
-#include "regions/puglia/MonthlyRun.h"
+#include "MonthlyRun.h"
 
-#include "platform/text/Number.h"
-#include "regions/puglia/ASLExportPuglia.h"
+#include "puglia/ASLExportPuglia.h"
+#include "values/Number.h"
 
 namespace vlm::puglia {
 

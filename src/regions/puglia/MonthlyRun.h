@@ -3,9 +3,9 @@
 #include <string>
 #include <vector>
 
+#include "ASLLInePuglia.h"
 #include "export/ParcellaElaborata.h"
 #include "export/RegionRun.h"
-#include "regions/puglia/ASLLInePuglia.h"
 
 namespace vlm::puglia {
 

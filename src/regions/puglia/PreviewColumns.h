@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <array>
 
-#include "regions/puglia/PugliaLayout.h"
+#include "PugliaLayout.h"
 
 /// The columns of the grid that shows a Puglia file, in the order in which they stand there. Where a column finds its
 /// field in a line, and how it shows it, comes from the line's layout.

@@ -1,12 +1,12 @@
-#include "regions/puglia/PreviewGrid.h"
+#include "PreviewGrid.h"
 
 #include <string>
 
-#include "frame/FieldFormat.h"
-#include "platform/text/Number.h"
-#include "platform/text/Utf8.h"
-#include "regions/puglia/PreviewColumns.h"
-#include "regions/puglia/Priorita.h"
+#include "PreviewColumns.h"
+#include "Priorita.h"
+#include "record/FieldFormat.h"
+#include "values/Number.h"
+#include "values/Utf8.h"
 
 namespace vlm::puglia {
 

@@ -1,10 +1,10 @@
-#include "regions/puglia/PugliaChecks.h"
+#include "PugliaChecks.h"
 
 #include <utility>
 
+#include "ASLLInePuglia.h"
 #include "frame/Messages.h"
-#include "platform/text/Utf8.h"
-#include "regions/puglia/ASLLInePuglia.h"
+#include "values/Utf8.h"
 
 namespace vlm {
 

@@ -1,4 +1,4 @@
-#include "regions/puglia/PugliaColumns.h"
+#include "PugliaColumns.h"
 
 namespace vlm::puglia {
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/data/Recordset.h"
+#include "database/Recordset.h"
 
 namespace vlm::puglia {
 

@@ -3,8 +3,8 @@
 #include <array>
 #include <variant>
 
-#include "frame/Layout.h"
-#include "regions/puglia/Ricetta.h"
+#include "Ricetta.h"
+#include "record/Layout.h"
 
 /// The line of the Puglia service file, as the region lays it out: one for each prescription.
 namespace vlm::puglia {

@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <string>
 
-#include "platform/text/Currency.h"
+#include "values/Currency.h"
 
 namespace vlm::puglia {
 

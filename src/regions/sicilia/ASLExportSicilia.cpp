@@ -1,11 +1,11 @@
-#include "regions/sicilia/ASLExportSicilia.h"
+#include "sicilia/ASLExportSicilia.h"
 
+#include "DecodedView.h"
+#include "DetailedRun.h"
+#include "SummaryRun.h"
 #include "frame/Messages.h"
-#include "platform/text/Number.h"
-#include "platform/text/Utf8.h"
-#include "regions/sicilia/DecodedView.h"
-#include "regions/sicilia/DetailedRun.h"
-#include "regions/sicilia/SummaryRun.h"
+#include "values/Number.h"
+#include "values/Utf8.h"
 
 namespace vlm {
 

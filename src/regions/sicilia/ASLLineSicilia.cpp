@@ -1,10 +1,10 @@
-#include "regions/sicilia/ASLLineSicilia.h"
+#include "ASLLineSicilia.h"
 
+#include "SiciliaChecks.h"
 #include "export/RowReads.h"
 #include "frame/ModGeneral.h"
-#include "platform/text/Number.h"
-#include "platform/text/Utf8.h"
-#include "regions/sicilia/SiciliaChecks.h"
+#include "values/Number.h"
+#include "values/Utf8.h"
 
 namespace vlm {
 

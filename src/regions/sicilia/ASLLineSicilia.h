@@ -4,11 +4,11 @@
 #include <string>
 #include <string_view>
 
+#include "SiciliaLayouts.h"
+#include "database/Recordset.h"
 #include "frame/ExportTypes.h"
-#include "frame/FieldFormat.h"
-#include "frame/FixedText.h"
-#include "platform/data/Recordset.h"
-#include "regions/sicilia/SiciliaLayouts.h"
+#include "record/FieldFormat.h"
+#include "record/FixedText.h"
 
 namespace vlm {
 

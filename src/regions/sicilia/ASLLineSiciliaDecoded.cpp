@@ -1,8 +1,8 @@
 // Reading written lines back and showing them: the other half of the record.
 
+#include "ASLLineSicilia.h"
 #include "frame/Messages.h"
-#include "platform/text/Number.h"
-#include "regions/sicilia/ASLLineSicilia.h"
+#include "values/Number.h"
 
 namespace vlm {
 

@@ -1,10 +1,10 @@
-#include "regions/sicilia/DecodedView.h"
+#include "DecodedView.h"
 
+#include "ASLLineSicilia.h"
+#include "files/LineReader.h"
+#include "files/LineWriter.h"
+#include "files/Paths.h"
 #include "frame/ModGeneral.h"
-#include "platform/files/LineReader.h"
-#include "platform/files/LineWriter.h"
-#include "platform/files/Paths.h"
-#include "regions/sicilia/ASLLineSicilia.h"
 
 namespace vlm::sicilia {
 

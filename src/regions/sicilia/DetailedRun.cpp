@@ -1,8 +1,8 @@
-#include "regions/sicilia/DetailedRun.h"
+#include "DetailedRun.h"
 
 #include "frame/ModGeneral.h"
-#include "platform/text/Number.h"
-#include "regions/sicilia/ASLExportSicilia.h"
+#include "sicilia/ASLExportSicilia.h"
+#include "values/Number.h"
 
 namespace vlm::sicilia {
 

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "ASLLineSicilia.h"
 #include "export/RegionRun.h"
-#include "regions/sicilia/ASLLineSicilia.h"
 
 namespace vlm::sicilia {
 

@@ -1,9 +1,9 @@
-#include "regions/sicilia/SiciliaChecks.h"
+#include "SiciliaChecks.h"
 
+#include "ASLLineSicilia.h"
 #include "export/DocumentLabel.h"
 #include "frame/Messages.h"
-#include "platform/text/Number.h"
-#include "regions/sicilia/ASLLineSicilia.h"
+#include "values/Number.h"
 
 namespace vlm {
 

@@ -2,7 +2,7 @@
 
 #include <array>
 
-#include "frame/Layout.h"
+#include "record/Layout.h"
 
 /// The lines of the Sicily service file and their readable forms, as the region lays them out.
 namespace vlm::sicilia {

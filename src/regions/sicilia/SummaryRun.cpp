@@ -1,10 +1,10 @@
-#include "regions/sicilia/SummaryRun.h"
+#include "SummaryRun.h"
 
 #include "frame/ModGeneral.h"
-#include "platform/Error.h"
-#include "platform/text/Number.h"
-#include "platform/text/Utf8.h"
-#include "regions/sicilia/ASLExportSicilia.h"
+#include "sicilia/ASLExportSicilia.h"
+#include "values/Error.h"
+#include "values/Number.h"
+#include "values/Utf8.h"
 
 namespace vlm::sicilia {
 

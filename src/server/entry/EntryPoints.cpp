@@ -1,7 +1,7 @@
 #include <new>
 
-#include "server/ClassFactory.h"
-#include "server/Registration.h"
+#include "ClassFactory.h"
+#include "Registration.h"
 #include "server/VlmASLServicesLib.h"
 
 using vlm::server::Module;

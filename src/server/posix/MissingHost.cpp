@@ -1,6 +1,6 @@
-#include "server/posix/MissingHost.h"
+#include "posix/MissingHost.h"
 
-#include "platform/Error.h"
+#include "values/Error.h"
 
 namespace vlm::server {
 

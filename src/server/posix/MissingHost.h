@@ -1,7 +1,7 @@
 #pragma once
 
+#include "DefaultHost.h"
 #include "frame/MissingComponents.h"
-#include "server/DefaultHost.h"
 
 namespace vlm::server {
 

@@ -1,4 +1,4 @@
-#include "server/Registration.h"
+#include "Registration.h"
 
 namespace vlm::server {
 

@@ -1,4 +1,4 @@
-#include "server/TypeLibrary.h"
+#include "TypeLibrary.h"
 
 namespace vlm::server {
 

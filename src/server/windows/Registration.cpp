@@ -1,12 +1,12 @@
-#include "server/Registration.h"
+#include "Registration.h"
 
 #include <string>
 
-#include "platform/automation/Bstr.h"
-#include "platform/system/windows/Registry.h"
-#include "server/Classes.h"
+#include "Classes.h"
+#include "automation/Bstr.h"
 #include "server/VlmASLServicesLib.h"
-#include "server/windows/ThisModule.h"
+#include "system/Registry.h"
+#include "windows/ThisModule.h"
 
 namespace vlm::server {
 

@@ -1,4 +1,4 @@
-#include "server/windows/ThisModule.h"
+#include "windows/ThisModule.h"
 
 namespace vlm::server {
 

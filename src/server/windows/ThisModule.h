@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "platform/automation/Ref.h"
+#include "automation/Ref.h"
 
 namespace vlm::server {
 

@@ -1,6 +1,6 @@
-#include "server/TypeLibrary.h"
+#include "TypeLibrary.h"
 
-#include "server/windows/ThisModule.h"
+#include "windows/ThisModule.h"
 
 namespace vlm::server {
 

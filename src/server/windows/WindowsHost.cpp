@@ -1,8 +1,8 @@
-#include "server/windows/WindowsHost.h"
+#include "windows/WindowsHost.h"
 
 #include <filesystem>
 
-#include "platform/files/Paths.h"
+#include "files/Paths.h"
 
 namespace vlm::server {
 

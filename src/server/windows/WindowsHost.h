@@ -2,15 +2,15 @@
 
 #include <iostream>
 
+#include "DefaultHost.h"
+#include "console/ConsoleToolkit.h"
+#include "console/TextEventLog.h"
 #include "frame/MissingComponents.h"
 #include "frame/PlainHostUtility.h"
-#include "platform/files/spreadsheet/xls/OpenXls.h"
-#include "platform/system/windows/RegistryInstallFolder.h"
-#include "platform/system/windows/RegistrySettingsStore.h"
-#include "platform/system/windows/ShellProgramStarter.h"
-#include "platform/ui/console/ConsoleToolkit.h"
-#include "platform/ui/console/TextEventLog.h"
-#include "server/DefaultHost.h"
+#include "system/RegistryInstallFolder.h"
+#include "system/RegistrySettingsStore.h"
+#include "system/ShellProgramStarter.h"
+#include "xls/OpenXls.h"
 
 namespace vlm::server {
 

@@ -1,0 +1,10 @@
+#pragma once
+
+#include "databases/DatabaseSchema.h"
+
+namespace vlm::host {
+
+/// `StudioNNNN`: one database for each clinic.
+const DatabaseSchema& ClinicSchema();
+
+}  // namespace vlm::host

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+
+#include "desktop/WindowedProgramStarter.h"
+#include "host/Desktop.h"
+#include "qt/QtApplication.h"
+#include "qt/QtToolkit.h"
+#include "system/DesktopProgramStarter.h"
+
+namespace vlm::host {
+
+class QtDesktop : public Desktop {
+public:
+    /// The program's own arguments, which outlive it.
+    QtDesktop(int& argc, char** argv) : argc_(argc), argv_(argv) {}
+
+    std::string Hindrance() const override { return ui::QtApplication::Hindrance(); }
+    void Open(sys::SettingsStore& settings) override;
+    ui::Toolkit& Toolkit() override { return *toolkit_; }
+    sys::ProgramStarter& Programs() override { return *programs_; }
+
+private:
+    int& argc_;
+    char** argv_;
+    std::unique_ptr<ui::QtApplication> application_;
+    std::unique_ptr<ui::QtToolkit> toolkit_;
+    sys::DesktopProgramStarter machine_;
+    std::unique_ptr<WindowedProgramStarter> programs_;
+};
+
+}  // namespace vlm::host

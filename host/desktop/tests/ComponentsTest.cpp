@@ -1,0 +1,144 @@
+#include <gtest/gtest.h>
+
+#include "console/LoggedProgramStarter.h"
+#include "demo/DemoClinic.h"
+#include "host/AslHost.h"
+#include "support/ServiceClinic.h"
+#include "support/WindowDesk.h"
+#include "support/Words.h"
+
+/// The library's own dialogs on a clinic's database, through the host: once on the console, once in windows.
+namespace vlm::test {
+namespace {
+
+using Words = std::vector<std::string>;
+
+/// A desktop with a user who does the steps.
+class UserDesktop : public host::Desktop {
+public:
+    explicit UserDesktop(const Words& words) : words_(words) {}
+
+    std::string Hindrance() const override { return {}; }
+    void Open(sys::SettingsStore& settings) override {
+        toolkit_ = std::make_unique<ui::QtToolkit>(settings);
+        user_ = std::make_unique<ui::test::QtUser>(*toolkit_, words_, log_);
+    }
+    ui::Toolkit& Toolkit() override { return *user_; }
+    sys::ProgramStarter& Programs() override { return programs_; }
+
+    Words Events() const { return LinesOf(out_.str()); }
+    const Words& Focuses() const { return user_->Focuses(); }
+
+private:
+    Words words_;
+    std::ostringstream out_;
+    ui::JsonEventLog log_{out_};
+    ui::LoggedProgramStarter programs_{log_};
+    std::unique_ptr<ui::QtToolkit> toolkit_;
+    std::unique_ptr<ui::test::QtUser> user_;
+};
+
+/// The same steps on the console and in windows, from the same state: same events, same files. In the steps, OUT is
+/// the clinic's folder for files.
+void ExpectTheSameIn(const ServiceClinic& clinic, const Words& steps, const std::string& component) {
+    Words words = steps;
+    for (std::string& word : words) {
+        if (const std::size_t at = word.find("OUT"); at != std::string::npos) word.replace(at, 3, clinic.out);
+    }
+    const std::string folder = clinic.folder.Path().string();
+    const std::string kept = folder + "-kept";
+    std::filesystem::copy(folder, kept, std::filesystem::copy_options::recursive);
+    const HostRun console = clinic.Run(words, component);
+    const Words files = NamesIn(clinic.out);
+    std::filesystem::remove_all(folder);
+    std::filesystem::rename(kept, folder);
+
+    UserDesktop desktop(words);
+    std::ostringstream out, errors;
+    const int status = host::RunHost(Words{"--ui", "qt"} + clinic.Arguments(component), out, errors, true, &desktop);
+    EXPECT_EQ(status, console.status) << errors.str();
+    EXPECT_EQ(ui::test::WithoutFocus(desktop.Events()), ui::test::WithoutFocus(console.events))
+        << testing::PrintToString(words);
+    EXPECT_EQ(NamesIn(clinic.out), files);
+    // Where the last step left the focus by a word of the dialog's.
+    const std::string last = console.events.size() < 2 ? "" : console.events[console.events.size() - 2];
+    if (last.find(R"("event":"focus")") == std::string::npos) return;
+    ASSERT_FALSE(desktop.Focuses().empty());
+    EXPECT_NE(last.find('"' + desktop.Focuses().back() + '"'), std::string::npos) << last << desktop.Focuses().back();
+}
+
+constexpr int kSicily = 19;
+constexpr int kPuglia = 13;
+
+void ExpectTheSame(const Words& steps, int region = kSicily, const std::string& masterSql = {}) {
+    ServiceClinic clinic;
+    clinic.idRegioneTariffario = region;
+    clinic.masterSql = masterSql;
+    clinic.Create(
+        {ServiceClinic::Service(), ServiceClinic::Service({{"IDParcella", "2"}, {"NumeroDocumento", "126"}})});
+    WriteBytes(clinic.out + "/altro.txt", "x");
+    ExpectTheSameIn(clinic, steps, "ASLExport");
+}
+
+TEST(Components, TheServiceExportFromOpeningToExport) {
+    for (const int region : {kSicily, kPuglia}) {
+        for (const char* steps :
+             {"optTipoExport? cboMese? numAnno? cboTrimestre? numAnnoTrimestre? cboBranca? txtPath? lstTipoOperazione? "
+              "chkIncludiElaborate? cboSpecialista? cmdConferma? chkSimulazione?",
+              "cboBranca=1 cboMese=3 numAnno=2011 cboSpecialista=7 txtPath=OUT chkVisualizza=0 cmdConferma!",
+              "cboBranca=1 cboMese=3 numAnno=2011 lstTipoOperazione=0,2 answer:yes txtPath=OUT chkSimulazione=1 "
+              "cmdConferma!"}) {
+            ExpectTheSame(WordsOf(steps), region);
+        }
+    }
+    ExpectTheSame(
+        WordsOf("optTipoExport=1 cboMese? numAnnoTrimestre=2011 cboTrimestre=#0 cboBranca=1 txtPath=OUT cmdConferma! "
+                "optTipoExport=0 cboTrimestre?"));
+    ExpectTheSame(WordsOf("answer:OUT key:txtPath=F5 txtPath? key:txtPath=Ctrl+R txtPath?"));
+    ExpectTheSame({"cboMese?"}, kSicily, "DROP TABLE Mese;");
+}
+
+TEST(Components, ChecksThatFailMoveTheFocus) {
+    ExpectTheSame({"cboBranca=#-1", "txtPath=", "cmdConferma!"});
+    ExpectTheSame({"txtPath=   ", "cmdConferma!"});
+    ExpectTheSame({"cboBranca=#-1", "txtPath=/", "cmdConferma!"});
+}
+
+TEST(Components, FileSelectionAndViewer) {
+    const Words before =
+        WordsOf("cboBranca=1 cboMese=3 numAnno=2011 cboSpecialista=7 txtPath=OUT cmdConferma! in:frmSelectFile");
+    const Words after = WordsOf("end: in:frmViewData grdList? cmdAnnulla! end: cmdVisualizza!");
+    for (const char* inside : {"lblNonTrovato? lblData? txtPath? cmdConferma!", "cmdAnnulla!",
+                               "key:txtPath=F3 key:=Escape", "txtPath= lblNonTrovato?"}) {
+        for (const int region : {kSicily, kPuglia}) ExpectTheSame(before + WordsOf(inside) + after, region);
+    }
+    ExpectTheSame(
+        WordsOf("txtPath=OUT in:frmSelectFile answer:OUT/altro.txt key:txtPath=Ctrl+R txtPath? lblDimensioneValore? "
+                "end: cmdVisualizza!"));
+}
+
+TEST(Components, PrescriptionsProjectsAndTheImportOnTheDemoClinic) {
+    ServiceClinic clinic;
+    host::CreateDemo(clinic.data, *Date::FromYmd(2011, 4, 10));
+    const std::pair<const char*, Words> runs[] = {
+        {"ASLPanoramico",
+         WordsOf("cmdConferma! cboBranca=3 cboSpecialista? cmdConferma! dtFromDate=01/03/2011 dtToDate=31/3/2011 "
+                 "cmdConferma! txtPath=OUT/ricette.txt cmdConferma!")},
+        {"ExportProgetti",
+         WordsOf("cboStudio? cboStatoProgetto=#1 txtPath=OUT cmdConferma! numAnno=2011 cmdConferma! cboDaTrimestre=#0 "
+                 "cboATrimestre=#0 cmdConferma!")},
+        {"ASLImportPatient",
+         WordsOf("cboASL? fraFile? cboImportazione=#1 cboASL? cboFiltro? cboImportazione=#0 cmdElabora!") +
+             Words{"cboASL=Elenco assistiti", "txtPath=" + clinic.data + "/Sorgenti/assistiti.txt"} +
+             WordsOf("cmdElabora! lblConteggio? grdList? cboFiltro=#1 grdList? grdList!2 cmdSeleziona! "
+                     "lblSelezionati? cmdSelezionaTutti! grdList? cboFiltro=#2 grdList2? cmdConferma? cmdConferma! "
+                     "grdList2!1 in:frmRevoca dtDataRevoca? chkRevocato=1 dtDataRevoca=10/04/2011 "
+                     "cboTipoRevocaPaziente=#0 txtNoteRevoca=altrove cmdConferma! end: cmdConferma! grdList2?")},
+        {"ASLImportPatient",
+         WordsOf("cboTipoImportazione=#1 cboSpecialista=#0 fraFile? txtPath? in:frmInpsPIN txtConferma=1234567890 "
+                 "cmdConferma! end: cmdElabora! grdList?")}};
+    for (const auto& [component, steps] : runs) ExpectTheSameIn(clinic, steps, component);
+}
+
+}  // namespace
+}  // namespace vlm::test

@@ -1,0 +1,53 @@
+#include "ado/AdoConnection.h"
+
+#include "AdoRecordset.h"
+#include "AdoUpdatableRecordset.h"
+#include "ado/AdoTypes.h"
+#include "ado/NativeData.h"
+#include "values/Error.h"
+
+namespace vlm::data::ado {
+
+bool AdoConnection::IsOpen() const {
+    return (static_cast<std::int32_t>(NumberOf(connection_.Get("State").Value())) & kStateOpen) != 0;
+}
+
+std::string AdoConnection::InitialCatalog() const {
+    const com::LateBound properties = connection_.ObjectOf("Properties");
+    const com::LateBound property(properties.Item(com::Variant("Initial Catalog")).Object());
+    if (!property) throw Error("La connessione non dice il nome del database.");
+    return property.Get("Value").Text();
+}
+
+RecordsetPtr AdoConnection::Open(std::string_view sql) {
+    com::LateBound rows =
+        AdoRecordset::FirstOpen(com::LateBound(connection_.Call("Execute", {com::Variant(sql)}).Object()));
+    if (!rows) throw Error("L'istruzione SQL non dà righe: " + std::string(sql.substr(0, 80)));
+    return std::make_unique<AdoRecordset>(std::move(rows));
+}
+
+std::int64_t AdoConnection::Execute(std::string_view sql) {
+    com::Variant changed(std::int32_t{0});
+    com::Variant place;
+    place.Get().vt = VT_BYREF | VT_VARIANT;
+    place.Get().pvarVal = &changed.Get();
+    connection_.Call("Execute", {com::Variant(sql), place, com::Variant(kCommandText | kExecuteNoRecords)});
+    const double count = NumberOf(changed.Value());
+    return count > 0 ? static_cast<std::int64_t>(count) : 0;  // an engine that does not count gives -1
+}
+
+UpdatableRecordsetPtr AdoConnection::OpenForUpdate(std::string_view sql) {
+    com::LateBound rows = newRecordset_();
+    rows.Call("Open", {com::Variant(sql), com::Variant(connection_.Object().Get()), com::Variant(kOpenKeyset),
+                       com::Variant(kLockOptimistic)});
+    return std::make_unique<AdoUpdatableRecordset>(std::move(rows));
+}
+
+ConnectionPtr ConnectionOf(IUnknown* object) {
+    if (const auto native = com::Query<INativeConnection>(object)) return native->Native();
+    if (!com::Query<IUnknown>(object, kConnectionId)) return nullptr;
+    com::Ref<IDispatch> late = com::Query<IDispatch>(object);
+    return late ? std::make_shared<AdoConnection>(std::move(late)) : nullptr;
+}
+
+}  // namespace vlm::data::ado

@@ -1,0 +1,188 @@
+#include "ado/RecordsetObject.h"
+
+#include <vector>
+
+#include "FieldsObject.h"
+#include "ado/AdoTypes.h"
+#include "automation/ErrorReport.h"
+#include "values/Error.h"
+
+namespace vlm::data::ado {
+
+namespace {
+
+constexpr std::int32_t kRestOfRows = -1;
+
+template <typename Body>
+HRESULT Guarded(Body&& body) {
+    return com::Guarded(kErrorSource, kRecordsetId, std::forward<Body>(body));
+}
+
+VARIANT_BOOL Truth(bool truth) { return truth ? VARIANT_TRUE : VARIANT_FALSE; }
+
+/// Columns by rows.
+VARIANT BlockOf(std::vector<com::Variant>& cells, std::size_t columns) {
+    SAFEARRAYBOUND bounds[2]{};
+    bounds[0].cElements = static_cast<decltype(bounds[0].cElements)>(columns);
+    bounds[1].cElements = static_cast<decltype(bounds[1].cElements)>(cells.size() / columns);
+    SAFEARRAY* const array = SafeArrayCreate(VT_VARIANT, 2, bounds);
+    if (array == nullptr) throw std::bad_alloc();
+    auto* place = static_cast<VARIANT*>(array->pvData);
+    for (com::Variant& cell : cells) *place++ = cell.Detach();
+    VARIANT block;
+    VariantInit(&block);
+    block.vt = VT_ARRAY | VT_VARIANT;
+    block.parray = array;
+    return block;
+}
+
+}  // namespace
+
+RecordsetObject::RecordsetObject(std::unique_ptr<Recordset> rows, std::shared_ptr<void> owner)
+    : owner_(std::move(owner)),
+      rows_(std::move(rows)),
+      memory_(dynamic_cast<MemoryRecordset*>(rows_.get())),
+      updatable_(dynamic_cast<UpdatableRecordset*>(rows_.get())) {}
+
+MemoryRecordset& RecordsetObject::Memory() {
+    if (memory_ != nullptr) return *memory_;
+    throw Error("L'insieme di righe si può solo leggere in avanti.", kNotSupported);
+}
+
+void RecordsetObject::SetValue(int ordinal, const Value& value) {
+    updatable_ != nullptr ? updatable_->SetValue(ordinal, value) : Memory().SetValue(ordinal, value);
+}
+
+std::span<const com::Member> RecordsetObject::Members() const noexcept {
+    using Self = RecordsetObject;
+    static constexpr std::array kMembers = {
+        com::Get<&Self::Fields>("Fields", DISPID_VALUE, VT_DISPATCH, {{"Index", VT_VARIANT, true}}),
+        com::Get<&Self::State>("State", 1, VT_I4),
+        com::Get<&Self::AtEnd>("EOF", 2, VT_BOOL),
+        com::Get<&Self::AtStart>("BOF", 3, VT_BOOL),
+        com::Get<&Self::RecordCount>("RecordCount", 4, VT_I4),
+        com::Get<&Self::GetFilter>("Filter", 5, VT_VARIANT),
+        com::Put<&Self::PutFilter>("Filter", 5, VT_VARIANT),
+        com::Method<&Self::MoveNext>("MoveNext", 6),
+        com::Method<&Self::MoveFirst>("MoveFirst", 7),
+        com::Method<&Self::MovePrevious>("MovePrevious", 8),
+        com::Method<&Self::AddNew>("AddNew", 9),
+        com::Method<&Self::Update>("Update", 10),
+        com::Method<&Self::CancelUpdate>("CancelUpdate", 11),
+        com::Method<&Self::Open>("Open", 12),
+        com::Method<&Self::Close>("Close", 13),
+        com::Method<&Self::GetRows>("GetRows", 14, VT_VARIANT, {{"Rows", VT_I4, true, kRestOfRows}}),
+        com::Method<&Self::NextRecordset>("NextRecordset", 15, VT_DISPATCH, {{"RecordsAffected", VT_VARIANT, true}}),
+    };
+    return kMembers;
+}
+
+void* RecordsetObject::Find(const IID& iid) noexcept {
+    if (com::Same(iid, kRecordsetId)) return static_cast<IDispatch*>(this);
+    return DispatchObject::Find(iid);
+}
+
+HRESULT RecordsetObject::Fields(const VARIANT& index, IDispatch** fields) {
+    return Guarded([&] {
+        const com::Ref<RecordsetObject> self(this);
+        if (com::IsMissing(index)) {
+            *fields = com::Make<FieldsObject>(self).Detach();
+        } else {
+            *fields = FieldAt(self, index).Detach();
+        }
+    });
+}
+
+HRESULT RecordsetObject::State(std::int32_t* state) {
+    return Guarded([&] { *state = rows_->IsOpen() ? kStateOpen : 0; });
+}
+
+HRESULT RecordsetObject::AtEnd(VARIANT_BOOL* atEnd) {
+    return Guarded([&] { *atEnd = Truth(rows_->AtEnd()); });
+}
+
+HRESULT RecordsetObject::AtStart(VARIANT_BOOL* atStart) {
+    return Guarded([&] {
+        // Without rows a row set stands before its first and after its last at once.
+        const bool empty = memory_ != nullptr && memory_->RecordCount() == 0 && memory_->AtEnd();
+        *atStart = Truth(memory_ != nullptr && (empty || memory_->AtStart()));
+    });
+}
+
+HRESULT RecordsetObject::RecordCount(std::int32_t* count) {
+    // Rows that are read forward are not counted before the last.
+    return Guarded([&] { *count = memory_ == nullptr ? -1 : static_cast<std::int32_t>(memory_->RecordCount()); });
+}
+
+HRESULT RecordsetObject::GetFilter(VARIANT* filter) {
+    return Guarded([&] { *filter = com::Variant(Memory().Filter()).Detach(); });
+}
+
+HRESULT RecordsetObject::PutFilter(const VARIANT& filter) {
+    return Guarded([&] {
+        const Value value = com::ToValue(filter);
+        const bool none = !std::holds_alternative<std::string>(value) && NumberOf(value) == 0;  // adFilterNone
+        Memory().SetFilter(none ? std::string() : TextOf(value));
+    });
+}
+
+HRESULT RecordsetObject::MoveNext() {
+    return Guarded([&] {
+        if (rows_->AtEnd()) throw Error("Non c'è una riga corrente.", kNoCurrentRow);
+        rows_->MoveNext();
+    });
+}
+
+HRESULT RecordsetObject::MoveFirst() {
+    return Guarded([&] { Memory().MoveFirst(); });
+}
+
+HRESULT RecordsetObject::MovePrevious() {
+    return Guarded([&] { Memory().MovePrevious(); });
+}
+
+HRESULT RecordsetObject::AddNew() {
+    return Guarded([&] { updatable_ != nullptr ? updatable_->AddNew() : Memory().AddNew(); });
+}
+
+HRESULT RecordsetObject::Update() {
+    return Guarded([&] { updatable_ != nullptr ? updatable_->Update() : Memory().Update(); });
+}
+
+HRESULT RecordsetObject::CancelUpdate() {
+    return Guarded([&] { updatable_ != nullptr ? updatable_->CancelUpdate() : Memory().CancelUpdate(); });
+}
+
+HRESULT RecordsetObject::Open() {
+    return Guarded([&] { Memory().Open(); });
+}
+
+HRESULT RecordsetObject::Close() {
+    return Guarded([&] { rows_->Close(); });
+}
+
+HRESULT RecordsetObject::GetRows(std::int32_t rows, VARIANT* block) {
+    return Guarded([&] {
+        if (rows_->AtEnd()) throw Error("Non c'è una riga corrente.", kNoCurrentRow);
+        const int columns = rows_->FieldCount();
+        std::vector<com::Variant> cells;
+        for (std::int32_t count = 0; count != rows && !rows_->AtEnd(); ++count, rows_->MoveNext()) {
+            for (int i = 0; i < columns; ++i) cells.push_back(com::FromValue(rows_->ValueOf(i), rows_->TypeOf(i)));
+        }
+        *block = BlockOf(cells, static_cast<std::size_t>(columns));
+    });
+}
+
+HRESULT RecordsetObject::NextRecordset(const VARIANT&, IDispatch** next) {
+    return Guarded([&] {
+        if (!rows_->NextRecordset()) return;
+        // The rows go on in a new object; this one is closed from now on.
+        std::unique_ptr<Recordset> rest = std::move(rows_);
+        rows_ = std::make_unique<MemoryRecordset>();
+        memory_ = nullptr;
+        updatable_ = nullptr;
+        *next = com::Make<RecordsetObject>(std::move(rest), owner_).Detach();
+    });
+}
+
+}  // namespace vlm::data::ado

@@ -1,0 +1,34 @@
+#pragma once
+
+#include "ado/RecordsetMaker.h"
+#include "database/Connection.h"
+
+namespace vlm::data::ado {
+
+/// A host's connection, called by name. Errors keep the number, the source and the description that it gives. Never
+/// opened and never closed here.
+class AdoConnection final : public Connection {
+public:
+    /// `newRecordset` makes the row sets that are opened for update.
+    explicit AdoConnection(com::Ref<IDispatch> connection, RecordsetMaker newRecordset = NewMachineRecordset)
+        : connection_(std::move(connection)), newRecordset_(std::move(newRecordset)) {}
+
+    bool IsOpen() const override;
+    std::string InitialCatalog() const override;
+    RecordsetPtr Open(std::string_view sql) override;
+    std::int64_t Execute(std::string_view sql) override;
+    UpdatableRecordsetPtr OpenForUpdate(std::string_view sql) override;
+    void BeginTransaction() override { connection_.Call("BeginTrans"); }
+    void CommitTransaction() override { connection_.Call("CommitTrans"); }
+    void RollbackTransaction() override { connection_.Call("RollbackTrans"); }
+
+private:
+    com::LateBound connection_;
+    RecordsetMaker newRecordset_;
+};
+
+/// A connection as the library uses it: the native one inside an object of ours, else an AdoConnection. The object
+/// must offer the connection interface and IDispatch: nothing when it does not.
+ConnectionPtr ConnectionOf(IUnknown* object);
+
+}  // namespace vlm::data::ado

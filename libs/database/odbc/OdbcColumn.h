@@ -1,0 +1,30 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+
+#include "OdbcStatement.h"
+#include "values/Value.h"
+
+namespace vlm::data::odbc {
+
+/// How a cell lies in a row's buffer. Amounts come as the decimal digits that the server holds; they never pass through
+/// floating point.
+enum class CellKind { Boolean, Short, Integer, Big, Double, Decimal, Moment, Text };
+
+/// One column of a result.
+struct OdbcColumn {
+    std::string name;
+    FieldType type = FieldType::Text;
+    CellKind kind = CellKind::Text;
+    bool unbounded = false;  // text of a length that is not known before it is read
+    std::size_t width = 0;   // bytes of a cell, a text's closing zero counted
+    std::size_t place = 0;   // of the cell in its row; its length stands right before
+
+    /// Columns count from 1.
+    static OdbcColumn Describe(const OdbcStatement& statement, int number);
+    /// The form in which the driver writes the cell.
+    SQLSMALLINT BufferType() const;
+};
+
+}  // namespace vlm::data::odbc

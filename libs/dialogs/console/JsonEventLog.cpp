@@ -1,0 +1,102 @@
+#include "console/JsonEventLog.h"
+
+#include <ostream>
+
+#include "ControlState.h"
+
+namespace vlm::ui {
+
+namespace {
+
+JsonWriter Event(std::string_view event) {
+    JsonWriter json;
+    json.BeginObject().String("event", event);
+    return json;
+}
+
+std::string_view Word(Icon icon) {
+    switch (icon) {
+        case Icon::Critical:
+            return "critical";
+        case Icon::Question:
+            return "question";
+        case Icon::Exclamation:
+            return "exclamation";
+        case Icon::Information:
+            return "information";
+        case Icon::None:
+            break;
+    }
+    return "none";
+}
+
+std::string_view Word(Answer answer) {
+    switch (answer) {
+        case Answer::Yes:
+            return "yes";
+        case Answer::No:
+            return "no";
+        case Answer::Ok:
+            break;
+    }
+    return "ok";
+}
+
+}  // namespace
+
+void JsonEventLog::DialogOpened(const Dialog& dialog) {
+    WriteLine(Event("dialog").String("name", dialog.Name()).String("title", dialog.Title()));
+}
+
+void JsonEventLog::DialogClosed(const Dialog& dialog) { WriteLine(Event("closed").String("name", dialog.Name())); }
+
+void JsonEventLog::MessageShown(const Message& message, Answer answer) {
+    JsonWriter json = Event("message");
+    json.String("text", message.text).String("caption", message.caption).String("icon", Word(message.icon));
+    json.String("buttons", message.buttons == Buttons::YesNo ? "yesno" : "ok").String("answer", Word(answer));
+    WriteLine(json);
+}
+
+void JsonEventLog::FileChosen(const FileChoice& choice, const std::optional<std::string>& answer) {
+    Choose("file", choice, answer);
+}
+
+void JsonEventLog::FolderChosen(const std::string& startFolder, const std::optional<std::string>& answer) {
+    FileChoice choice;
+    choice.filterIndex = 0;
+    choice.folder = startFolder;
+    Choose("folder", choice, answer);
+}
+
+void JsonEventLog::Choose(std::string_view kind, const FileChoice& choice, const std::optional<std::string>& answer) {
+    JsonWriter json = Event("choose");
+    json.String("kind", kind).String("filter", choice.filter).Number("filterIndex", choice.filterIndex);
+    json.String("folder", choice.folder).String("fileName", choice.fileName);
+    json.String("answer", answer.value_or("cancel"));
+    WriteLine(json);
+}
+
+void JsonEventLog::State(const Control& control) {
+    JsonWriter json = Event("state");
+    ControlState(control).Write(json);
+    WriteLine(json);
+}
+
+void JsonEventLog::FocusMoved(const Control& control) { WriteLine(Event("focus").String("name", control.Name())); }
+
+void JsonEventLog::Run(const std::string& command) { WriteLine(Event("run").String("command", command)); }
+
+void JsonEventLog::Progress(int percent) { WriteLine(Event("progress").Number("value", percent)); }
+
+void JsonEventLog::Help(int context) { WriteLine(Event("help").Number("context", context)); }
+
+void JsonEventLog::PointerChanged(Pointer pointer) {
+    WriteLine(Event("pointer").String("shape", pointer == Pointer::Hourglass ? "hourglass" : "normal"));
+}
+
+void JsonEventLog::WriteLine(JsonWriter& json) {
+    json.EndObject();
+    out_ << json.Json() << '\n' << std::flush;
+}
+
+}  // namespace vlm::ui

@@ -1,0 +1,178 @@
+#include <functional>
+#include <gtest/gtest.h>
+
+#include "console/ConsoleToolkit.h"
+#include "support/SampleDialog.h"
+#include "support/TempFolder.h"
+#include "support/WindowDesk.h"
+#include "support/Words.h"
+
+/// The same dialog, the same steps: through the console, and through windows by mouse and keys.
+namespace vlm::ui::test {
+namespace {
+
+using vlm::test::WordsOf;
+using vlm::test::operator+;
+using Words = std::vector<std::string>;
+using Arrange = std::function<void(SampleDialog&, Toolkit&)>;
+
+struct Outcome {
+    Words events;
+    Words calls;
+};
+
+/// Which handlers ran, in order. Typing changes a text letter by letter, and every key comes up again.
+Words Runs(const Words& calls) {
+    Words runs;
+    for (const std::string& call : calls) {
+        if (!call.starts_with("up ") && (runs.empty() || runs.back() != call)) runs.push_back(call);
+    }
+    return runs;
+}
+
+Outcome OnConsole(const Words& words, const Arrange& arrange) {
+    std::ostringstream out;
+    JsonEventLog log(out);
+    ConsoleToolkit toolkit(ConsoleScript(words), log);
+    SampleDialog dialog;
+    arrange(dialog, toolkit);
+    dialog.calls.clear();
+    toolkit.ShowModal(dialog);
+    return {WithoutFocus(vlm::test::LinesOf(out.str())), Runs(dialog.calls)};
+}
+
+Outcome InWindows(const Words& words, const Arrange& arrange) {
+    WindowDesk desk(words);
+    SampleDialog dialog;
+    arrange(dialog, desk.user);
+    dialog.calls.clear();
+    desk.user.ShowModal(dialog);
+    return {WithoutFocus(vlm::test::LinesOf(desk.out.str())), Runs(dialog.calls)};
+}
+
+void ExpectTheSame(
+    const Words& words, const Arrange& arrange = [](SampleDialog&, Toolkit&) {}) {
+    const Outcome console = OnConsole(words, arrange);
+    const Outcome windows = InWindows(words, arrange);
+    EXPECT_EQ(windows.events, console.events) << testing::PrintToString(words);
+    EXPECT_EQ(windows.calls, console.calls) << testing::PrintToString(words);
+}
+
+void Fill(SampleDialog& dialog) {
+    dialog.txtNome.SetText("prima");
+    dialog.numAnno.SetValue(1999);
+    dialog.dtData.SetValue(Date::FromYmd(2000, 1, 1));
+    dialog.lstTipi.SetSelected({1});
+    dialog.lstMese.SetPosition(1);
+    dialog.cboBranca.SelectKey(4);
+    dialog.prgLettura.SetValue(40);
+}
+
+TEST(Conformance, EveryKindOfControlIsSetAsOnTheConsole) {
+    const Words steps =
+        Words{"txtNome=C:\\a \"b\"=è!?"} +
+        WordsOf(
+            "txtNome= txtParola=segreta numAnno=2012 numAnno= numPeso=-2,5 numPeso=9,25 dtData=1/2/2012 "
+            "dtData=29/02/2012 dtData= chkSimula=1 chkSimula=0 optTipo=1 optTipo=#0 lstMese=#0 lstMese=Febbraio "
+            "lstMese=#-1 cboBranca=9 cboBranca=#0 cboBranca=#-1 lstTipi=2,0 lstTipi= lstTipi=1 grdElenco!2 "
+            "grdElenco!1");
+    for (const std::string& step : steps) {
+        const std::string name = step.substr(0, step.find_first_of("=!"));
+        ExpectTheSame({step, name + "?"});
+        ExpectTheSame({step, name + "?"}, [](SampleDialog& dialog, Toolkit&) { Fill(dialog); });
+    }
+}
+
+TEST(Conformance, EveryControlTellsTheSameState) {
+    SampleDialog names;
+    Words words;
+    for (const Control* control : names.Controls()) words.push_back(control->Name() + "?");
+    ExpectTheSame(words);
+    ExpectTheSame(words, [](SampleDialog& dialog, Toolkit&) { Fill(dialog); });
+    ExpectTheSame(words, [](SampleDialog& dialog, Toolkit&) {
+        dialog.fraDati.SetVisible(false);
+        dialog.grdElenco.SetModel(nullptr);
+        dialog.lstMese.SetItems({});
+    });
+}
+
+TEST(Conformance, HandlersThatChangeOtherControlsAreFollowed) {
+    ExpectTheSame(WordsOf("chkSimula=1 fraDati? txtNascosto? txtNascosto=dentro txtFermo=x cmdApri? optTipo=1 "
+                          "lstMese? lstMese=#2 numAnno? lblInfo? grdElenco!1 grdElenco?"),
+                  [](SampleDialog& dialog, Toolkit&) {
+                      dialog.chkSimula.OnChange = [&dialog] {
+                          dialog.txtNome.SetVisible(false);
+                          dialog.txtNascosto.SetVisible(true);
+                          dialog.txtFermo.SetEnabled(true);
+                          dialog.cmdApri.SetCaption("&Altro ...");
+                          dialog.cmdApri.SetEnabled(false);
+                      };
+                      dialog.optTipo.OnChange = [&dialog] { dialog.lstMese.SetItems({"Uno", "Due", "Tre"}); };
+                      dialog.lstMese.OnChange = [&dialog] {
+                          dialog.numAnno.SetValue(2020);
+                          dialog.lblInfo.SetCaption("Cambiato & fatto");
+                          dialog.model->cells.erase(dialog.model->cells.begin());
+                          dialog.grdElenco.Refresh();
+                      };
+                  });
+}
+
+TEST(Conformance, KeysReachTheDialogAlike) {
+    for (const std::string& key :
+         WordsOf("key:txtNome=Escape key:=Escape key:=Alt+F4 key:txtNome=F3 key:cboBranca=Return key:cmdApri=Return "
+                 "key:txtNome=F1 key:=Alt+A key:=Alt+S key:=Alt+F key:txtNome=Ctrl+R key:txtNome=Alt+O "
+                 "key:grdElenco=Escape key:lstTipi=Return")) {
+        ExpectTheSame({key, "chkSimula?"});
+    }
+    // A preview that swallows keys, and one that takes Escape for something else.
+    for (const int swallowed : {static_cast<int>(kKeyF3), static_cast<int>(kKeyEscape), static_cast<int>(kKeyReturn)}) {
+        for (const char* key : {"key:txtNome=F3", "key:txtNome=Escape", "key:txtNome=Return"}) {
+            ExpectTheSame({key}, [swallowed](SampleDialog& dialog, Toolkit&) {
+                dialog.onPreview = [swallowed, &dialog](KeyEvent& event) {
+                    dialog.calls.push_back("preview " + std::to_string(event.code));
+                    if (event.code == swallowed) event.Swallow();
+                };
+            });
+        }
+    }
+}
+
+TEST(Conformance, EveryWayOfClosingRunsClosedOnce) {
+    for (const Words& words : {Words{}, Words{"cmdOk!"}, Words{"cmdChiudi!"}, Words{"cmdChiudi!", "txtNome=a"},
+                               Words{"key:=Escape"}, Words{"key:=Alt+F4"}, Words{"key:cmdChiudi=Return"}}) {
+        ExpectTheSame(words);
+    }
+    ExpectTheSame({"cmdOk!"}, [](SampleDialog& dialog, Toolkit&) { dialog.onFrameClose = [] {}; });
+    ExpectTheSame({"cmdOk!"}, [](SampleDialog& dialog, Toolkit&) { dialog.onOpening = [&dialog] { dialog.Close(); }; });
+}
+
+TEST(Conformance, MessagesChoosersAndNestedDialogsAnswerAlike) {
+    const vlm::test::TempFolder folder;
+    vlm::test::WriteBytes(folder / "scelto.txt", "x");
+    const Arrange arrange = [](SampleDialog& dialog, Toolkit& toolkit) {
+        dialog.cmdOk.OnChange = [&dialog, &toolkit] {
+            const HourglassScope hourglass(toolkit);
+            const Answer answer = toolkit.Show({"Una riga\r\ndue < 3", "Attenzione!", Icon::Question, Buttons::YesNo});
+            toolkit.Show({"Fatto", "Aldra", Icon::Information, Buttons::Ok});
+            dialog.txtNome.SetText(answer == Answer::Yes ? "sì" : "no");
+        };
+        dialog.cmdApri.OnChange = [&dialog, &toolkit] {
+            if (const auto file = toolkit.ChooseFile({"All files (*.*)|*.*|Testi|*.txt", 2, "txt", "", ""})) {
+                dialog.txtNome.SetText(*file);
+            }
+            if (const auto chosen = toolkit.ChooseFolder("")) dialog.txtParola.SetText(*chosen);
+            SampleDialog inner("frmInterna");
+            toolkit.ShowModal(inner);
+            dialog.calls.push_back("inner " + inner.txtNome.Text());
+        };
+    };
+    ExpectTheSame({"answer:yes", "cmdOk!", "txtNome?", "cmdOk!", "txtNome?", "answer:no", "cmdOk!"}, arrange);
+    ExpectTheSame({"answer:" + (folder / "scelto.txt"), "answer:" + folder.Path().string(), "in:frmInterna",
+                   "txtNome=dentro", "cmdChiudi!", "end:", "cmdApri!", "txtNome?", "txtParola?"},
+                  arrange);
+    ExpectTheSame({"answer:cancel", "cmdApri!", "txtNome?"}, arrange);
+    ExpectTheSame({"answer:" + (folder / "nuovo.txt"), "cmdApri!", "txtNome?"}, arrange);
+}
+
+}  // namespace
+}  // namespace vlm::ui::test

@@ -1,0 +1,176 @@
+#include <gtest/gtest.h>
+#include <limits>
+
+#include "dialogs/Mnemonic.h"
+#include "support/SampleDialog.h"
+#include "values/Error.h"
+
+namespace vlm::ui::test {
+namespace {
+
+using Calls = std::vector<std::string>;
+
+/// Writes down what the dialog tells its view.
+class NotingView : public DialogView {
+public:
+    void ControlChanged(Control& control) override { seen.push_back(control.Name()); }
+    void FocusMoved(Control& control) override { seen.push_back("focus " + control.Name()); }
+    void Repaint() override { seen.push_back("repaint"); }
+    void Close() override { seen.push_back("close"); }
+
+    Calls seen;
+};
+
+TEST(DialogModel, HandlersRunWhenTheValueChangesAndChoicesAlwaysDo) {
+    SampleDialog dialog;
+    NotingView view;
+    dialog.Attach(&view);
+    for (int round = 0; round < 2; ++round) {  // the second round sets what is there already
+        dialog.txtNome.SetText("A");
+        dialog.numAnno.SetValue(2012);
+        dialog.dtData.SetValue(Date::FromYmd(2012, 2, 1));
+        dialog.chkSimula.SetChecked(true);
+        dialog.lstTipi.SetSelected({0, 2, 7, -1});
+        dialog.optTipo.SetPosition(1);
+        dialog.lstMese.SetPosition(9);
+        dialog.cboBranca.SelectKey(9);
+        dialog.cboBranca.SelectIndex(5);
+        dialog.grdElenco.SetCurrentRow(1);
+        dialog.prgLettura.SetValue(250);
+    }
+    const Calls calls{"txtNome",    "numAnno", "dtData",    "chkSimula", "lstTipi",
+                      "optTipo",    "lstMese", "cboBranca", "cboBranca", "grdElenco",
+                      "prgLettura", "optTipo", "lstMese",   "cboBranca", "cboBranca"};
+    EXPECT_EQ(dialog.calls, calls);
+    Calls seen = calls;
+    seen.insert(seen.begin() + 11, "repaint");
+    EXPECT_EQ(view.seen, seen);
+    EXPECT_EQ(dialog.lstTipi.Selected(), (std::set<int>{0, 2}));
+    EXPECT_EQ(dialog.lstMese.Position(), -1);
+    EXPECT_EQ(dialog.cboBranca.SelectedKey(), 0);
+    EXPECT_EQ(dialog.prgLettura.Value(), 100);
+}
+
+TEST(DialogModel, StatesAndNewEntriesTellTheViewButRunNoHandler) {
+    SampleDialog dialog;
+    dialog.optTipo.SetPosition(1);
+    dialog.lstTipi.SetSelected({1});
+    dialog.grdElenco.SetCurrentRow(1);
+    dialog.calls.clear();
+    NotingView view;
+    dialog.Attach(&view);
+    dialog.cmdOk.SetCaption("&Revoca");
+    dialog.cmdOk.SetEnabled(false);
+    dialog.cmdOk.SetVisible(false);
+    dialog.cmdOk.SetVisible(false);
+    dialog.optTipo.SetItems({"A", "B"});
+    dialog.lstTipi.SetItems({"A", "B"});
+    dialog.model->cells.pop_back();
+    dialog.grdElenco.Refresh();
+    dialog.txtNome.SetFocus();
+    EXPECT_EQ(dialog.calls, Calls());
+    EXPECT_EQ(view.seen, (Calls{"cmdOk", "cmdOk", "cmdOk", "optTipo", "lstTipi", "grdElenco", "focus txtNome"}));
+    EXPECT_EQ(dialog.optTipo.Position(), -1);
+    EXPECT_TRUE(dialog.lstTipi.Selected().empty());
+    EXPECT_EQ(dialog.grdElenco.CurrentRow(), -1);
+}
+
+TEST(DialogModel, NumberFieldsTakeOnlyWhatFits) {
+    struct Case {
+        double value;
+        bool taken;
+    };
+    SampleDialog dialog;
+    for (const Case& each :
+         {Case{-5, true}, Case{10, true}, Case{10.01, false}, Case{-5.01, false}, Case{1.25, true}, Case{0.07, true},
+          Case{1.255, false}, Case{0.001, false}, Case{0, true}, Case{std::numeric_limits<double>::quiet_NaN(), false},
+          Case{std::numeric_limits<double>::infinity(), false}}) {
+        dialog.numPeso.SetValue(3);
+        EXPECT_EQ(dialog.numPeso.SetValue(each.value), each.taken) << each.value;
+        EXPECT_EQ(dialog.numPeso.Value(), each.taken ? each.value : 3) << each.value;
+    }
+    EXPECT_TRUE(dialog.numAnno.SetValue(2012));
+    EXPECT_TRUE(dialog.numAnno.SetValue(0)) << "0 empties a field whose bounds do not reach it";
+    EXPECT_EQ(dialog.numAnno.Value(), 0);
+}
+
+TEST(DialogModel, PickListsKeepEveryColumnOfTheirRows) {
+    SampleDialog dialog;
+    PickList& list = dialog.cboBranca;
+    EXPECT_EQ(list.SelectedColumn("Codice"), "") << "nothing is chosen";
+    ASSERT_TRUE(list.SelectKey(4));
+    EXPECT_EQ(list.SelectedColumn("codice"), "008");
+    EXPECT_EQ(list.ColumnAt(1, "Branca.Codice"), "") << "Null";
+    EXPECT_EQ(list.ColumnAt(1, "IDBranca"), "9");
+    EXPECT_THROW(list.SelectedColumn("Sconosciuta"), Error);
+    EXPECT_FALSE(list.SelectKey(5));
+    EXPECT_EQ(list.SelectedKey(), 4) << "an unknown key leaves the choice";
+}
+
+TEST(DialogModel, KeysDoNotReachButtonsThatCannotBeClicked) {
+    SampleDialog dialog;
+    dialog.cmdOk.SetEnabled(false);
+    dialog.cmdChiudi.SetVisible(false);
+    EXPECT_FALSE(dialog.KeyDown(nullptr, {kKeyReturn, kShiftNone}));
+    EXPECT_FALSE(dialog.KeyDown(nullptr, {kKeyEscape, kShiftNone}));
+    EXPECT_FALSE(dialog.IsClosing());
+    EXPECT_EQ(dialog.calls, Calls());
+}
+
+TEST(DialogModel, ReturnClicksTheButtonThatHasTheFocus) {
+    SampleDialog dialog;
+    EXPECT_TRUE(dialog.KeyDown(&dialog.cmdApri, {kKeyReturn, kShiftNone}));
+    dialog.cmdApri.SetEnabled(false);
+    EXPECT_FALSE(dialog.KeyDown(&dialog.cmdApri, {kKeyReturn, kShiftNone}));
+    EXPECT_TRUE(dialog.KeyDown(&dialog.txtNome, {kKeyReturn, kShiftNone}));
+    EXPECT_EQ(dialog.calls, (Calls{"cmdApri", "cmdOk"}));
+}
+
+TEST(DialogModel, OnlyBoxesThatAreThereAreChecked) {
+    SampleDialog dialog;
+    const int version = dialog.grdElenco.Version();
+    dialog.grdElenco.Check(0, 0);  // without a handler
+    Calls checked;
+    dialog.grdElenco.OnCheck = [&](int row, int column) {
+        checked.push_back(std::to_string(row) + "/" + std::to_string(column));
+        dialog.model->cells[static_cast<std::size_t>(row)][0] = "0";
+        dialog.grdElenco.Refresh();
+    };
+    for (const auto& [row, column] : std::vector<std::pair<int, int>>{{1, 0}, {1, 1}, {2, 0}, {-1, 0}, {0, 3}}) {
+        dialog.grdElenco.Check(row, column);
+    }
+    EXPECT_EQ(checked, Calls{"1/0"});
+    EXPECT_NE(dialog.grdElenco.Version(), version);
+    dialog.grdElenco.SetModel(nullptr);
+    dialog.grdElenco.Check(0, 0);
+    EXPECT_EQ(checked, Calls{"1/0"});
+}
+
+TEST(DialogModel, ClosingTellsTheViewOnceAndEndsTheKey) {
+    SampleDialog dialog;
+    NotingView view;
+    dialog.Attach(&view);
+    dialog.onPreview = [&](KeyEvent&) {
+        dialog.Close();
+        dialog.Close();
+    };
+    EXPECT_TRUE(dialog.KeyDown(nullptr, {kKeyReturn, kShiftNone}));
+    EXPECT_EQ(view.seen, Calls{"close"});
+    EXPECT_EQ(dialog.calls, Calls()) << "the default button of a closing dialog stays untouched";
+}
+
+TEST(DialogModel, MnemonicsStandBehindSingleAmpersands) {
+    struct Case {
+        const char *caption, *plain;
+        int key;
+    };
+    for (const Case& each :
+         {Case{"&Avvia", "Avvia", 'A'}, Case{"S&foglia", "Sfoglia", 'F'}, Case{"Dati && &9", "Dati & 9", '9'},
+          Case{"Fine&", "Fine&", 0}, Case{"", "", 0}, Case{"&È", "È", 0}}) {
+        EXPECT_EQ(WithoutMnemonic(each.caption), each.plain);
+        EXPECT_EQ(MnemonicKey(each.caption), each.key) << each.caption;
+    }
+}
+
+}  // namespace
+}  // namespace vlm::ui::test

@@ -1,0 +1,37 @@
+#include "detect/DetectingOpener.h"
+
+#include <array>
+#include <cerrno>
+#include <cstdio>
+
+#include "files/Paths.h"
+#include "workbooks/WorkbookFault.h"
+#include "xls/OpenXls.h"
+#include "xlsx/OpenXlsx.h"
+
+namespace vlm::files {
+
+namespace {
+
+std::string FirstBytes(const std::string& path) {
+    struct Close {
+        void operator()(std::FILE* file) const noexcept { std::fclose(file); }
+    };
+    errno = 0;
+    const bool isFile = IsFile(path);
+    const std::unique_ptr<std::FILE, Close> file(isFile ? std::fopen(ToNative(path).string().c_str(), "rb") : nullptr);
+    if (!file) throw Error("Impossibile aprire il file " + path + ": " + ReasonOf(errno != 0 ? errno : EISDIR) + ".");
+    std::array<char, 4> bytes{};
+    return {bytes.data(), std::fread(bytes.data(), 1, bytes.size(), file.get())};
+}
+
+}  // namespace
+
+std::unique_ptr<Workbook> DetectingOpener::Open(const std::string& path) const {
+    const std::string start = FirstBytes(path);
+    if (start.starts_with("PK")) return OpenXlsx(path);
+    if (start == "\xD0\xCF\x11\xE0") return OpenXls(path);
+    throw UnreadableWorkbook(path, start.empty() ? "il file è vuoto" : "il suo formato non è né xlsx né xls");
+}
+
+}  // namespace vlm::files

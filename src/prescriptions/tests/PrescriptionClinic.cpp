@@ -1,0 +1,61 @@
+#include "PrescriptionClinic.h"
+
+namespace vlm::test {
+
+namespace {
+
+constexpr const char* kColumns =
+    "(IDRicettaFarmaci INT, IDBrancaPerStudio INT, IDSpecialista INT, DataRicetta DATETIME, NumRicetta INT,"
+    " CodiceRegionale VARCHAR(10), PAZ_CodiceFiscale VARCHAR(20), IDTipoRichiesta INT, CodiceAIC_1 VARCHAR(12),"
+    " IDPatologia_1 INT, Quantita_1 SMALLINT, CodiceAIC_2 VARCHAR(12), IDPatologia_2 INT, Quantita_2 SMALLINT,"
+    " PrescrivibileSSN BIT);";
+
+constexpr const char* kMaster =
+    "INSERT INTO Patologia (IDPatologia, CodificaCompleta) VALUES (1, '25000'), (2, '4019'), (3, '4019');";
+
+}  // namespace
+
+SqlRow PrescriptionClinic::Prescription(const std::string& id, const SqlRow& changes) {
+    SqlRow row = changes;
+    row.insert({{"IDRicettaFarmaci", id},
+                {"IDBrancaPerStudio", "2"},
+                {"IDSpecialista", "9"},
+                {"DataRicetta", "'2011-03-15'"},
+                {"NumRicetta", "400" + id},
+                {"CodiceRegionale", "'900009'"},
+                {"PAZ_CodiceFiscale", "'NCLMGR70E41G273K'"},
+                {"IDTipoRichiesta", "3"},
+                {"CodiceAIC_1", "'0239930131'"},
+                {"IDPatologia_1", "1"},
+                {"Quantita_1", "2"},
+                {"CodiceAIC_2", "'028519015'"},
+                {"IDPatologia_2", "2"},
+                {"Quantita_2", id},
+                {"PrescrivibileSSN", "1"}});
+    return row;
+}
+
+void PrescriptionClinic::Create(const std::vector<SqlRow>& prescriptions) {
+    masterSql = kMaster + masterSql;
+    std::string sql = std::string("CREATE TABLE RicettaFarmaci ") + kColumns + "CREATE TABLE AltreRighe " + kColumns +
+                      "CREATE TABLE StoredProcedure (Name VARCHAR, Ordinal INT, Body TEXT);";
+    for (const SqlRow& row : prescriptions) sql += InsertionInto("RicettaFarmaci", row);
+    int ordinal = 0;
+    for (const std::string& body : procedure) {
+        sql += InsertionInto(
+            "StoredProcedure",
+            {{"Name", "'SP_RicettaFarmaci2005'"}, {"Ordinal", std::to_string(++ordinal)}, {"Body", "'" + body + "'"}});
+    }
+    extraSql = sql + extraSql;
+    ServiceClinic::Create({});
+}
+
+HostRun PrescriptionClinic::Export(const std::vector<std::string>& more) const {
+    std::vector<std::string> steps = {"cboBranca=2", "dtFromDate=01/03/2011", "dtToDate=31/03/2011",
+                                      "txtPath=" + File()};
+    steps.insert(steps.end(), more.begin(), more.end());
+    steps.push_back("cmdConferma!");
+    return Show(steps);
+}
+
+}  // namespace vlm::test

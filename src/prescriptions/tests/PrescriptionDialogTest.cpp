@@ -1,0 +1,66 @@
+#include <gtest/gtest.h>
+
+#include "PrescriptionClinic.h"
+
+namespace vlm::test {
+namespace {
+
+TEST(PrescriptionDialogTest, OpensOnTheFirstBranchWithItsSpecialists) {
+    PrescriptionClinic clinic;
+    clinic.Create({});
+    WriteBytes(clinic.settings, "[Aldra\\Settings]\nASLPathPanoramico=/kept/file.txt\n");
+    const HostRun run = clinic.Show({"cboBranca?", "cboSpecialista?", "dtFromDate?", "dtToDate?", "txtPath?",
+                                     "chkVisualizza?", "cmdVisualizza!", "help:"});
+    EXPECT_EQ(StateOf(run, "cboBranca", "value"), "1");
+    EXPECT_EQ(StateOf(run, "cboBranca", "items"), R"([{"key":1,"text":"Cardiologia"},{"key":2,"text":"Oculistica"})");
+    EXPECT_EQ(StateOf(run, "cboSpecialista", "value"), "0");
+    EXPECT_EQ(StateOf(run, "cboSpecialista", "items"),
+              R"([{"key":8,"text":"Bianchi Ugo"},{"key":7,"text":"Rossi Anna"})");
+    EXPECT_EQ(StateOf(run, "dtFromDate", "value") + StateOf(run, "dtToDate", "value"), R"("""")");
+    EXPECT_EQ(StateOf(run, "txtPath", "value"), "\"/kept/file.txt\"");
+    EXPECT_EQ(StateOf(run, "chkVisualizza", "value"), "0");
+    // Neither the view button nor the help request does anything.
+    EXPECT_EQ(run.events.size(), 8U);
+
+    const HostRun other = clinic.Show({"cboBranca=2", "cboSpecialista?"});
+    EXPECT_EQ(StateOf(other, "cboSpecialista", "value"), "9");  // the only one is chosen
+    const HostRun none = clinic.Show({"cboBranca=#-1", "cboSpecialista?"});
+    EXPECT_EQ(StateOf(none, "cboSpecialista", "rows"), "0");
+}
+
+TEST(PrescriptionDialogTest, StopsAtTheFirstFieldThatIsNotRight) {
+    PrescriptionClinic clinic;
+    clinic.Create({PrescriptionClinic::Prescription("1")});
+    const std::vector<std::string> confirmations = {
+        "cboBranca=#-1", "cmdConferma!", "cboBranca=1", "cmdConferma!", "dtFromDate=31/03/2011", "cmdConferma!",
+        "dtToDate=01/03/2011", "cmdConferma!", "txtPath=   ", "cmdConferma!", "txtPath=ricette.txt", "cmdConferma!",
+        "txtPath=" + clinic.out + "/none/ricette.txt", "cmdConferma!",
+        // Dates in the wrong order and nobody chosen pass; they select nothing.
+        "txtPath=" + clinic.out + "\\ricette.txt", "cmdConferma!"};
+    const std::string path = FocusEvent("txtPath");
+    std::vector<std::string> events = Inside(clinic.Show(confirmations));
+    std::erase_if(events, [](const std::string& event) { return event.find("\"pointer\"") != std::string::npos; });
+    EXPECT_EQ(events, (std::vector{MissingEvent("Branca"), FocusEvent("cboBranca"), MissingEvent("Da data"),
+                                   FocusEvent("dtFromDate"), MissingEvent("A data"), FocusEvent("dtToDate"),
+                                   MissingEvent("Destinazione"), path, MissingEvent("Destinazione"), path,
+                                   kInvalidPathEvent, path, kInvalidPathEvent, path, kNoDataEvent, kConcludedEvent}));
+}
+
+TEST(PrescriptionDialogTest, BrowsesForAFileFromTheNameInTheField) {
+    PrescriptionClinic clinic;
+    clinic.Create({});
+    const HostRun run = clinic.Show({"txtPath=/some/where/ricette.txt", "answer:/chosen/file.txt", "key:txtPath=R",
+                                     "key:txtPath=Ctrl+R", "txtPath?", "cmdLink!", "txtPath?"});
+    const auto choice = [](const std::string& name, const std::string& answer) {
+        return R"({"event":"choose","kind":"file","filter":"All files (*.*)|*.*|File progetto panoramico|*.txt",)"
+               R"("filterIndex":2,"folder":"","fileName":")" +
+               name + R"(","answer":")" + answer + "\"}";
+    };
+    EXPECT_EQ(run.Of("choose"), (std::vector{choice("ricette.txt", "/chosen/file.txt"), choice("file.txt", "cancel")}));
+    ASSERT_EQ(run.Of("state").size(), 2U);
+    EXPECT_EQ(run.Of("state").at(0), run.Of("state").at(1));
+    EXPECT_EQ(StateOf(run, "txtPath", "value"), "\"/chosen/file.txt\"");
+}
+
+}  // namespace
+}  // namespace vlm::test

@@ -1,0 +1,91 @@
+#include <gtest/gtest.h>
+
+#include "record/FieldFormat.h"
+#include "record/Layout.h"
+#include "values/DateText.h"
+
+namespace vlm {
+namespace {
+
+constexpr FieldFormat kCommon(kCommonFields);
+constexpr FieldFormat kPuglia(kPugliaFields);
+
+data::Value Money(double value) { return Currency::FromDouble(value); }
+
+TEST(FieldFormatTest, WritesEveryKindInBothVariants) {
+    struct Case {
+        data::Value value;
+        int width;
+        FieldMode mode;
+        const char *common, *puglia;
+    };
+    const data::Value day = *Date::FromYmd(2003, 2, 1);
+    const data::Value none;
+    for (const Case& c : std::vector<Case>{
+             {std::int64_t{7}, 2, FieldMode::Number, "07", "07"},
+             {std::int64_t{123}, 2, FieldMode::Number, "23", "23"},
+             {std::int64_t{0}, 3, FieldMode::Number, "000", "000"},
+             {std::string(" 7 "), 4, FieldMode::Number, "0 7 ", "0007"},
+             {std::string("Nicolò"), 8, FieldMode::Number, "00Nicolò", "00Nicolò"},
+             {std::string("Rossi"), 3, FieldMode::Text, "Ros", "ROS"},
+             {std::string("nicolò"), 6, FieldMode::Text, "nicolò", "NICOLÒ"},
+             {std::string(), 3, FieldMode::Text, "", ""},
+             {day, 8, FieldMode::Date, "01022003", "01022003"},
+             {none, 8, FieldMode::Date, "", "00000000"},
+             {Money(12.5), 7, FieldMode::Amount, "0012,50", "0012500"},
+             {Money(12.5), 10, FieldMode::Amount, "0000012,50", "0000012500"},
+             {Money(-12.5), 8, FieldMode::Amount, "-0012,50", "-0012500"},
+             {Money(1234567.89), 7, FieldMode::Amount, "4567,89", "4567890"},
+             {Money(0), 7, FieldMode::Amount, "0000,00", "0000000"},
+             {Money(1234.5), 7, FieldMode::Amount, "1234,50", "1234500"},
+             {Money(0.0055), 6, FieldMode::Amount, "000,01", "000006"},
+         }) {
+        EXPECT_EQ(kCommon.FormatField(c.value, c.width, c.mode), c.common);
+        EXPECT_EQ(kPuglia.FormatField(c.value, c.width, c.mode), c.puglia);
+    }
+    EXPECT_EQ(kCommon.FormatAmount(Currency::FromDouble(1234.5)), "1.234,50");
+    EXPECT_EQ(kPuglia.FormatAmount(Currency::FromDouble(1234.5)), "1.234,500");
+}
+
+TEST(FieldFormatTest, ShowsAndReadsBack) {
+    EXPECT_EQ(kCommon.DisplayField("01022003", 8, FieldMode::Date), "01/02/03");
+    EXPECT_EQ(kPuglia.DisplayField("01022003", 8, FieldMode::Date), "01/02/2003");
+    EXPECT_EQ(kCommon.DisplayField("        ", 8, FieldMode::Date), "  /  /  ");
+    EXPECT_EQ(kPuglia.DisplayField("00000000", 8, FieldMode::Date), "");
+    EXPECT_EQ(kCommon.DisplayField("1234,5", 10, FieldMode::Amount), "   1234,50");
+    EXPECT_EQ(kCommon.DisplayField("1234,5", 5, FieldMode::Amount), "34,50");
+    EXPECT_EQ(kCommon.DisplayField("-0,5", 0, FieldMode::Amount), "-0,50");
+    EXPECT_EQ(kCommon.DisplayField("x", 3, FieldMode::Text), "");
+    for (const auto& [field, units] : std::vector<std::pair<const char*, std::int64_t>>{{"0001234,50", 12345000},
+                                                                                        {"-0012,50", -125000},
+                                                                                        {"4567,89", 45678900},
+                                                                                        {"       ", 0},
+                                                                                        {"x", 0},
+                                                                                        {"5", 500}}) {
+        EXPECT_EQ(kCommon.ParseAmount(field).Units(), units) << field;
+    }
+    EXPECT_EQ(kPuglia.ParseAmount("0000012500"), Currency::FromDouble(12.5));
+    EXPECT_EQ(kPuglia.ParseAmount("-000012345"), Currency::FromDouble(-12.345));
+}
+
+TEST(LayoutTest, FieldsAreReadBackByCharacters) {
+    enum class Field { A, B, Gap };
+    using Row = LayoutField<Field>;
+    constexpr std::array layout = {Row{2, 3, FieldRule::Text, Field::A}, Row{5, 2, FieldRule::Blank, Field::Gap},
+                                   Row{7, 2, FieldRule::Number, Field::B}};
+    static_assert(IsLayoutOf(layout, 8));
+    static_assert(!IsLayoutOf(layout, 9));
+    static_assert(
+        !IsLayoutOf(std::array{Row{1, 3, FieldRule::Text, Field::A}, Row{3, 2, FieldRule::Text, Field::B}}, 4));
+    std::string line;
+    WriteFields(line, layout, 8, false, [](FixedLine& to, const FieldPlace& place, Field field) {
+        to.Put(place, field == Field::A ? "àè" : "42");
+    });
+    EXPECT_EQ(line, " àè   42");
+    EXPECT_EQ(FieldOf<Field::A>(std::string_view(line), layout), "àè ");
+    EXPECT_EQ(FieldOf<Field::B>(std::string_view(line), layout), "42");
+    EXPECT_EQ(FieldOf<Field::B>(std::string_view(" à"), layout), "");
+}
+
+}  // namespace
+}  // namespace vlm

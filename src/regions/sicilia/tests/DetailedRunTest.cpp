@@ -1,0 +1,423 @@
+#include <csignal>
+#include <gtest/gtest.h>
+#include <memory>
+#include <optional>
+#include <sys/resource.h>
+
+#include "DetailedLines.h"
+#include "support/Events.h"
+
+namespace vlm::test {
+namespace {
+
+using Row = ServiceClinic::Row;
+
+std::string Done(int lines) {
+    return MessageEvent("Elaborazione terminata con successo\\r\\nElaborate " + std::to_string(lines) + " linee.",
+                        "Generazione file per ASL", "information");
+}
+
+class DetailedRunTest : public ::testing::Test {
+protected:
+    HostRun Export(std::vector<std::string> before = {}) {
+        before.insert(before.end(), {"txtPath=" + Clinic().out, "cmdConferma!"});
+        return Clinic().Run(before);
+    }
+    std::string Out() const { return ReadBytes(Clinic().out + "/2010311M.txt"); }
+    std::string Report() const { return ReadBytes(Clinic().work + "/2010311MErr.txt"); }
+    std::vector<std::string> Marks() const {
+        return Clinic().Query("SELECT IDParcella, ElaborataASL FROM Parcella ORDER BY IDParcella");
+    }
+
+    std::unique_ptr<ServiceClinic> held = std::make_unique<ServiceClinic>();
+    ServiceClinic& Clinic() const { return *held; }
+};
+
+TEST_F(DetailedRunTest, WritesEveryFieldAtItsPositionAndMarksTheDocument) {
+    Clinic().Create({ServiceClinic::Service()});
+    const HostRun run = Export();
+    EXPECT_EQ(run.errors, "");
+    EXPECT_EQ(Out(), ServiceLine().WithLineEnd() + ClosingLine().WithLineEnd());
+    EXPECT_EQ(run.Of("message"), std::vector{Done(2)});
+    EXPECT_EQ(Marks(), std::vector<std::string>{"1|True"});
+    EXPECT_EQ(NamesIn(Clinic().work), (std::vector<std::string>{"2010311M.txt", "2010311MErr.txt"}));
+    EXPECT_EQ(NamesIn(Clinic().out), std::vector<std::string>{"2010311M.txt"});
+    EXPECT_EQ(Report(), "");
+    EXPECT_EQ(Export().Of("message"), std::vector{kNoDataEvent});  // everything is sent now
+}
+
+TEST_F(DetailedRunTest, WritesTheRulesOfSingleFields) {
+    struct Case {
+        const char* what;
+        Row change;
+        std::size_t position;
+        std::string service;
+        std::optional<std::string> closing = std::nullopt;  // as the service line
+    };
+    const std::vector<Case> cases = {
+        {"anonymous without consent", {{"IDConsenso", "1"}}, 31, "ANONIMO "},
+        {"first name too", {{"IDConsenso", "NULL"}}, 61, "ANONIMO     "},
+        {"family doctor", {{"MED_CodiceFiscale", "NULL"}}, 15, "77001           "},
+        {"a blank doctor is a doctor", {{"MED_CodiceFiscale", "' '"}}, 15, "     "},
+        {"small letter is no sex", {{"PAZ_Sesso", "'m'"}}, 97, "0"},
+        {"male", {{"PAZ_Sesso", "'M'"}}, 97, "1"},
+        {"no birth date", {{"PAZ_DataNascita", "NULL"}}, 98, "        "},
+        {"birth moment", {{"PAZ_DataNascita", "'1970-05-01 23:59:59'"}}, 98, "01051970"},
+        {"no quantity is one", {{"Quantita", "NULL"}}, 162, "001", "000"},
+        {"quantity keeps its right digits", {{"Quantita", "1234"}}, 162, "234", "000"},
+        {"parts of the prescription number",
+         {{"NumRicetta1", "'12'"}, {"NumRicetta2", "'34567890123'"}},
+         123,
+         "12     345678901"},
+        {"code cut before its points go", {{"CodicePrestazioneTariffario", "'89.01.23.4'"}}, 155, "89012  ", "       "},
+        {"region cut to three", {{"CodiceRegione", "'19'"}}, 1, "19 201"},
+        {"long surname", {{"PAZ_Cognome", "'àààààààààààààààààààààààààààààààààà'"}}, 31, std::string(30, '\xC0')},
+        {"no code in the code page", {{"PAZ_Cognome", "'Łoś'"}}, 31, "?O? "},
+        {"a line end in a text is no line end",
+         {{"PAZ_Cognome", "'Là' || char(13, 10) || 'Rossi'"}},
+         31,
+         "L\xC0  ROSSI "},
+        {"exemption cut to six", {{"PS_CodiceIdentificativo", "'ABCDEFGH'"}}, 167, "ABCDEF0"},
+        {"negative amount", {{"TotaleEuro", "-12.5"}}, 180, "-0012,50", "-0016,00"},
+        {"amount too long", {{"TotaleEuro", "1234567.89"}}, 180, "34567,89", "34564,39"},
+        {"half a cent away from zero", {{"TotaleEuro", "0.125"}}, 180, "00000,13", "-0003,38"},
+        {"no tickets", {{"TotQuotaPazienteTicketEuro", "NULL"}, {"QuotaRicettaEuro", "NULL"}}, 173, "0000,00"},
+        {"accounting position", {{"IDPosizioneContabile", "NULL"}}, 188, " ", "0"},
+        {"document number", {{"NumeroDocumento", "12345678"}}, 202, "2345678"},
+        {"branch", {{"CodiceBranca", "'117'"}}, 13, "17"},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.what);
+        ServiceClinic one;
+        one.Create({ServiceClinic::Service(c.change)});
+        one.Run({"txtPath=" + one.out, "cmdConferma!"});
+        const std::string file = ReadBytes(one.out + "/2010311M.txt");
+        // A run with anomalies leaves its file in the working folder.
+        const std::string bytes = file == "<missing>" ? ReadBytes(one.work + "/2010311M.txt") : file;
+        ASSERT_EQ(bytes.size(), 448U);
+        EXPECT_EQ(bytes.substr(c.position - 1, c.service.size()), c.service);
+        const std::string closing = c.closing.value_or(c.service);
+        EXPECT_EQ(bytes.substr(224 + c.position - 1, closing.size()), closing);
+    }
+}
+
+TEST_F(DetailedRunTest, TicketPositionThreeCountsAsOne) {
+    for (const auto& [position, written] : Row{{"1", "1 "}, {"2", "2 "}, {"3", "1 "}, {"12", "12"}}) {
+        SCOPED_TRACE(position);
+        ServiceClinic one;
+        one.masterSql = "UPDATE TipoEsenzione SET IDPosizioneTicket = " + position + ";";
+        one.Create({ServiceClinic::Service()});
+        one.Run({"txtPath=" + one.out, "cmdConferma!"});
+        EXPECT_EQ(ReadBytes(one.out + "/2010311M.txt").substr(224 + 164, 2), written);
+    }
+}
+
+TEST_F(DetailedRunTest, ClosesEveryDocumentWithItsTotals) {
+    Clinic().Create({ServiceClinic::Service({{"TotaleEuro", "20"}, {"TotQuotaPazienteTicketEuro", "2.5"}}),
+                     ServiceClinic::Service({{"TotaleEuro", "15.5"}, {"TotQuotaPazienteTicketEuro", "2.5"}}),
+                     ServiceClinic::Service({{"IDParcella", "2"}, {"NumeroDocumento", "126"}, {"TotaleEuro", "7"}})});
+    const HostRun run = Export();
+    const Positions first = ServiceLine().At(180, "00020,00");
+    const Positions second = ServiceLine().At(139, "02").At(180, "00015,50");
+    const Positions third = ServiceLine().At(180, "00007,00").At(202, "0000126");
+    EXPECT_EQ(Out(), first.WithLineEnd() + second.WithLineEnd() +
+                         ClosingLine(second).At(173, "0003,00").At(180, "00032,50").WithLineEnd() +
+                         third.WithLineEnd() + ClosingLine(third).At(180, "00003,50").WithLineEnd());
+    EXPECT_EQ(run.Of("message"), std::vector{Done(5)});
+}
+
+TEST_F(DetailedRunTest, ADocumentOnBothSidesOfABranchIsClosedTwice) {
+    Clinic().Create({ServiceClinic::Service(), ServiceClinic::Service({{"CodiceBranca", "'09'"}}),
+                     ServiceClinic::Service({{"IDParcella", "2"}, {"CodiceBranca", "'08'"}})});
+    Export();
+    std::string sequence;
+    const std::string file = Out();
+    for (std::size_t at = 0; at < file.size(); at += 224)
+        sequence += file.substr(at + 12, 2) + file.substr(at + 138, 2) + " ";
+    EXPECT_EQ(sequence, "0801 0899 0801 0899 0901 0999 ");
+}
+
+TEST_F(DetailedRunTest, TheNinetyNinthRowTakesTheClosingLayout) {
+    Clinic().Create(std::vector<Row>(100, ServiceClinic::Service({{"TotaleEuro", "1"}})));
+    Export();
+    const std::string file = Out();
+    ASSERT_EQ(file.size(), 101U * 224U);
+    EXPECT_EQ(file.substr(98 * 224 + 138, 2), "99");
+    EXPECT_EQ(file.substr(98 * 224 + 145, 8), "        ");
+    EXPECT_EQ(file.substr(98 * 224 + 179, 8), "00095,50");
+    EXPECT_EQ(file.substr(99 * 224 + 138, 2), "00");
+    EXPECT_EQ(file.substr(99 * 224 + 145, 8), "15032011");
+}
+
+TEST_F(DetailedRunTest, AnomaliesAreReportedAndNothingIsSent) {
+    const std::string label = "Fattura A-125 del 16/03/2011: ";
+    Clinic().numeroASL = "NULL";
+    Clinic().Create({ServiceClinic::Service({{"CodiceRegionale", "'  '"},
+                                             {"CodiceBranca", "'abc'"},
+                                             {"MED_CodiceFiscale", "''"},
+                                             {"CodRegMedicoFiducia", "NULL"},
+                                             {"PAZ_CodiceFiscale", "' '"},
+                                             {"PAZ_Nome", "NULL"},
+                                             {"PAZ_Sesso", "'x'"},
+                                             {"IDPaziente", "2"},
+                                             {"NumeroASL", "NULL"},
+                                             {"NumRicetta1", "NULL"},
+                                             {"NumRicetta2", "NULL"},
+                                             {"CodicePrestazioneTariffario", "NULL"},
+                                             {"IDPartecipazioneSpesa", "NULL"}}),
+                     ServiceClinic::Service({{"IDParcella", "2"},
+                                             {"IDConsenso", "1"},
+                                             {"PAZ_CodiceFiscale", "NULL"},
+                                             {"IDTipoDocumento", "2"},
+                                             {"NP_PrefissoNumerazione", "NULL"},
+                                             {"NumeroDocumento", "88"},
+                                             {"DataDocumento", "NULL"}})});
+    WriteBytes(Clinic().out + "/0000311M.txt", "earlier");
+    const HostRun run = Export({"answer:yes"});
+    const std::string receipt = "Ricevuta -88 del 30/12/1899: ";
+    std::string expected =
+        receipt + "[1] Codice Azienda ASL mancante\r\n" + receipt + "[7] Codice fiscale dell'utente mancante\r\n\r\n";
+    for (const char* message :
+         {"[1] Codice Azienda ASL mancante", "[2] Codice struttura erogatrice mancante",
+          "[3] Codice branca specialiastica mancante", "[4] Codice fiscale del medico prescrittore mancante",
+          "[7] Identificativo dell'utente mancante", "[8] Sesso dell'utente mancante",
+          "[10] Comune di residenza o codice ISTAT mancante", "[11] ASL di residenza mancante",
+          "[12] Numero ricetta mancante", "[16] Codice prestazione mancante", "[18] Posizione utente mancante"}) {
+        expected += label + message + "\r\n";
+    }
+    expected += "\r\n";
+    EXPECT_EQ(ReadBytes(Clinic().work + "/0000311MErr.txt"), expected);
+    EXPECT_EQ(ReadBytes(Clinic().work + "/0000311M.txt").size(), 4U * 224U);
+    EXPECT_EQ(ReadBytes(Clinic().out + "/0000311M.txt"), "earlier");
+    EXPECT_EQ(
+        run.Of("message"),
+        std::vector<std::string>{
+            R"({"event":"message","text":"Sono state riscontrate alcune anomalie durante la generazione del file.\r\n)"
+            R"(Si vuole procedere con la visualizzazione del dettaglio delle anomalie?","caption":"Attenzione!",)"
+            R"("icon":"question","buttons":"yesno","answer":"yes"})"});
+    EXPECT_EQ(run.Of("run"),
+              std::vector{R"({"event":"run","command":"Notepad.exe )" + Clinic().work + R"(\\0000311MErr.txt"})"});
+    EXPECT_EQ(Marks(), (std::vector<std::string>{"1|False", "2|False"}));
+}
+
+TEST_F(DetailedRunTest, ANamedPatientWithNamesAndBirthDateNeedsNoFiscalCode) {
+    Clinic().Create({ServiceClinic::Service({{"PAZ_CodiceFiscale", "NULL"}})});
+    EXPECT_EQ(Export().Of("message"), std::vector{Done(2)});
+}
+
+TEST_F(DetailedRunTest, ASimulationDeliversAndMarksNothing) {
+    Clinic().Create({ServiceClinic::Service()});
+    EXPECT_EQ(Export({"chkSimulazione=1"}).Of("message"), std::vector{Done(2)});
+    EXPECT_EQ(Out().size(), 448U);
+    EXPECT_EQ(Marks(), std::vector<std::string>{"1|False"});
+}
+
+TEST_F(DetailedRunTest, FiltersChooseAndMarkTheSameDocuments) {
+    const auto service = [](int parcella, const std::string& date, const Row& more = {}) {
+        Row row = more;
+        row["IDParcella"] = std::to_string(parcella);
+        row["DataAiFiniConvenzione"] = date;
+        return ServiceClinic::Service(row);
+    };
+    const std::vector<Row> services = {
+        service(1, "'2011-03-01'"),
+        service(2, "'2011-03-31 23:59:59'"),
+        service(3, "'2011-04-01 00:00:00'"),
+        service(4, "'2011-02-28'"),
+        service(5, "'2010-03-05'", {{"IDTipoOperazione", "3"}}),
+        service(6, "'2011-02-01'", {{"IDPosizioneContabile", "1"}}),
+        service(7, "'2011-03-02'", {{"ElaborataASL", "1"}}),
+        service(8, "'2011-03-03'", {{"ElaborataASL", "NULL"}, {"IDTipoOperazione", "2"}}),
+        service(9, "'2011-03-04'", {{"IDBrancaPerStudio_Parcella", "2"}, {"IDSpecialista_Parcella", "9"}}),
+        service(10, "'2011-03-04'", {{"IDSpecialista_Parcella", "8"}}),
+    };
+    struct Case {
+        std::vector<std::string> steps;
+        std::string marked;
+    };
+    const std::vector<Case> cases = {
+        {{}, "1 2 7 8 10 "},
+        {{"cboSpecialista=7"}, "1 2 7 8 "},
+        {{"cboBranca=2"}, "7 9 "},
+        {{"chkIncludiPrecedenti=1"}, "1 2 4 5 7 8 10 "},
+        // The operation types bind to the earlier periods only.
+        {{"chkIncludiPrecedenti=1", "lstTipoOperazione=1,2"}, "1 2 5 7 8 10 "},
+        {{"lstTipoOperazione=1"}, "7 8 "},
+        {{"cboMese=2"}, "4 6 7 "},
+        {{"chkIncludiElaborate=1", "cboSpecialista=8"}, "7 10 "},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.steps.empty() ? "no filter" : c.steps.back());
+        ServiceClinic one;
+        one.Create(services);
+        std::vector<std::string> steps = c.steps;
+        steps.insert(steps.end(), {"txtPath=" + one.out, "cmdConferma!"});
+        EXPECT_EQ(one.Run(steps).status, 0);
+        std::string marked;
+        for (const std::string& id :
+             one.Query("SELECT IDParcella FROM Parcella WHERE ElaborataASL = 1 ORDER BY IDParcella")) {
+            marked += id + " ";
+        }
+        EXPECT_EQ(marked, c.marked);
+    }
+}
+
+TEST_F(DetailedRunTest, OrdersByBranchDateAndDocumentWhateverFormADateHas) {
+    Clinic().Create(
+        {ServiceClinic::Service({{"IDParcella", "6"}, {"DataAiFiniConvenzione", "'2011-03-31'"}}),
+         ServiceClinic::Service(
+             {{"IDParcella", "5"}, {"DataAiFiniConvenzione", "'2011-03-31 00:00:00'"}, {"NumeroDocumento", "5"}}),
+         ServiceClinic::Service(
+             {{"IDParcella", "7"}, {"DataAiFiniConvenzione", "'2011-03-30 12:00:00'"}, {"NumeroDocumento", "7"}})});
+    Export();
+    const std::string file = Out();
+    ASSERT_EQ(file.size(), 6U * 224U);
+    EXPECT_EQ(file.substr(201, 7) + file.substr(2 * 224 + 201, 7) + file.substr(4 * 224 + 201, 7),
+              "000000700000050000125");
+}
+
+TEST_F(DetailedRunTest, ShowsTheFileWhenAsked) {
+    Clinic().Create({ServiceClinic::Service()});
+    const HostRun run = Export({"chkVisualizza=1"});
+    EXPECT_TRUE(run.Of("message").empty());
+    EXPECT_EQ(run.Of("run"),
+              std::vector{R"({"event":"run","command":"Notepad.exe )" + Clinic().work + R"(\\2010311M.txt.tmp"})"});
+    EXPECT_EQ(ReadBytes(Clinic().work + "/2010311M.txt.tmp").substr(0, 29), "\r\nNr. record elaborati: 2\r\n\r\n");
+}
+
+/// Endings that fail: nothing is said to have succeeded, nothing is marked, every file is as it was.
+class FailingRunTest : public DetailedRunTest {
+protected:
+    void ExpectFailed(const std::string& reason) {
+        const HostRun run = Export();
+        ASSERT_EQ(run.Of("message").size(), 1U);
+        const std::string message = run.Of("message").front();
+        EXPECT_NE(message.find(reason), std::string::npos) << message;
+        const std::size_t told = message.find("tecnico dell'errore è: ") + 24;
+        EXPECT_EQ(message, ErrorEvent(message.substr(told, message.find(R"(","caption)") - told)));
+        EXPECT_TRUE(run.Of("run").empty());
+        for (const std::string& mark : Marks()) EXPECT_NE(mark.find("|False"), std::string::npos) << mark;
+    }
+    void ExpectFilesUntouched() {
+        EXPECT_EQ(NamesIn(Clinic().out), std::vector<std::string>{"2010311M.txt"});
+        EXPECT_EQ(Out(), "earlier");
+        EXPECT_EQ(NamesIn(Clinic().work), std::vector<std::string>{"2010311M.txt"});
+        EXPECT_EQ(ReadBytes(Clinic().work + "/2010311M.txt"), "earlier too");
+    }
+    void WithEarlierFiles(const std::vector<Row>& services) {
+        Clinic().Create(services);
+        WriteBytes(Clinic().out + "/2010311M.txt", "earlier");
+        WriteBytes(Clinic().work + "/2010311M.txt", "earlier too");
+    }
+};
+
+TEST_F(FailingRunTest, ACellThatCannotBeReadNamesItsColumn) {
+    for (const auto& [column, value] : Row{{"NumeroDocumento", "'12x'"},
+                                           {"TotaleEuro", "'molto'"},
+                                           {"PAZ_DataNascita", "'ieri'"},
+                                           {"DataDocumento", "'2011-02-30'"},
+                                           {"Quantita", "70000"}}) {
+        SCOPED_TRACE(column);
+        held = std::make_unique<ServiceClinic>();
+        WithEarlierFiles({ServiceClinic::Service(), ServiceClinic::Service({{"IDParcella", "2"}, {column, value}})});
+        ExpectFailed(column);
+        ExpectFilesUntouched();
+    }
+}
+
+TEST_F(FailingRunTest, AClinicThatDoesNotAnswerAsItShouldIsNamedAndGetsItsFileBack) {
+    for (const auto& [sql, reason] :
+         Row{{"ALTER TABLE Residenza RENAME TO Altrove;", "Residenza"},
+             {"ALTER TABLE VwPrestazionePerASL DROP COLUMN PAZ_Sesso;", "PAZ_Sesso"},
+             {"CREATE TRIGGER Vieta BEFORE UPDATE ON Parcella BEGIN SELECT RAISE(ABORT, 'vietato'); END;",
+              "vietato"}}) {
+        SCOPED_TRACE(reason);
+        held = std::make_unique<ServiceClinic>();
+        Clinic().extraSql = sql;
+        WithEarlierFiles({ServiceClinic::Service()});
+        ExpectFailed(reason);
+        ExpectFilesUntouched();
+    }
+}
+
+TEST_F(FailingRunTest, WithoutAWorkingFolderNothingStarts) {
+    Clinic().Create({ServiceClinic::Service()});
+    std::filesystem::remove(Clinic().work);
+    ExpectFailed("percorso inesistente");
+    EXPECT_TRUE(NamesIn(Clinic().out).empty());
+}
+
+TEST_F(FailingRunTest, ADestinationThatCannotBeWrittenKeepsTheDatabase) {
+    Clinic().Create({ServiceClinic::Service()});
+    std::filesystem::create_directories(Clinic().out + "/2010311M.txt/in");
+    ExpectFailed("2010311M.txt");
+    EXPECT_EQ(NamesIn(Clinic().out), std::vector<std::string>{"2010311M.txt"});
+    EXPECT_TRUE(NamesIn(Clinic().work).empty());
+}
+
+TEST_F(FailingRunTest, TheWorkingFolderAsDestinationIsNoOtherCase) {
+    Clinic().extraSql =
+        "CREATE TRIGGER Vieta BEFORE UPDATE ON Parcella WHEN OLD.IDTipoOperazione = 1 BEGIN SELECT"
+        " RAISE(ABORT, 'vietato'); END;";
+    Clinic().out = Clinic().work;
+    Clinic().Create({ServiceClinic::Service()});
+    WriteBytes(Clinic().work + "/2010311M.txt", "earlier");
+    ExpectFailed("vietato");
+    EXPECT_EQ(NamesIn(Clinic().work), std::vector<std::string>{"2010311M.txt"});
+    EXPECT_EQ(Out(), "earlier");
+    Clinic().Connect()->Execute("DROP TRIGGER Vieta");
+    EXPECT_EQ(Export().Of("message"), std::vector{Done(2)});
+    EXPECT_EQ(Out(), ServiceLine().WithLineEnd() + ClosingLine().WithLineEnd());
+    EXPECT_EQ(NamesIn(Clinic().work), (std::vector<std::string>{"2010311M.txt", "2010311MErr.txt"}));
+    EXPECT_EQ(Marks(), std::vector<std::string>{"1|True"});
+}
+
+TEST_F(FailingRunTest, ACommitThatFailsTakesTheFileBack) {
+    WithEarlierFiles({ServiceClinic::Service()});
+    // Somebody who reads keeps the commit, but not the update, from happening.
+    const auto reader = Clinic().Connect();
+    const auto rows = reader->Open("SELECT IDParcella FROM Parcella UNION ALL SELECT 2");
+    ExpectFailed("bloccato");
+    ExpectFilesUntouched();
+}
+
+TEST_F(FailingRunTest, ALockedDatabaseFailsTheRun) {
+    WithEarlierFiles({ServiceClinic::Service()});
+    const auto writer = Clinic().Connect();
+    writer->BeginTransaction();
+    writer->Execute("UPDATE Parcella SET IDTipoOperazione = 1");
+    ExpectFailed("bloccato");
+    writer->RollbackTransaction();
+    ExpectFilesUntouched();
+}
+
+TEST_F(FailingRunTest, AFullDiskFailsTheRun) {
+    WithEarlierFiles(std::vector<Row>(2000, ServiceClinic::Service({{"IDParcella", "2"}})));
+    // No file may grow beyond this, as on a disk that is full.
+    std::signal(SIGXFSZ, SIG_IGN);
+    rlimit before{};
+    ::getrlimit(RLIMIT_FSIZE, &before);
+    const rlimit small{300 * 1024, before.rlim_max};
+    ::setrlimit(RLIMIT_FSIZE, &small);
+    const HostRun run = Export();
+    ::setrlimit(RLIMIT_FSIZE, &before);
+    ASSERT_EQ(run.Of("message").size(), 1U);
+    EXPECT_NE(run.Of("message").front().find("file troppo grande"), std::string::npos) << run.Of("message").front();
+    ExpectFilesUntouched();
+    EXPECT_EQ(Marks(), std::vector<std::string>{"2|False"});
+}
+
+TEST_F(FailingRunTest, LeftoversOfAKilledRunAreRemoved) {
+    Clinic().Create({ServiceClinic::Service()});
+    for (const std::string& folder : {Clinic().out, Clinic().work}) {
+        WriteBytes(folder + "/.2010211M.txt.aslpart", "half");
+        WriteBytes(folder + "/.2010311M.txt.aslprec", "earlier");
+        WriteBytes(folder + "/.nascosto", "somebody else's");
+    }
+    Export();
+    EXPECT_EQ(NamesIn(Clinic().out), (std::vector<std::string>{".nascosto", "2010311M.txt"}));
+    EXPECT_EQ(NamesIn(Clinic().work), (std::vector<std::string>{".nascosto", "2010311M.txt", "2010311MErr.txt"}));
+}
+
+}  // namespace
+}  // namespace vlm::test

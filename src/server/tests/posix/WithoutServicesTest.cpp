@@ -1,0 +1,22 @@
+#include "ServerFixture.h"
+
+namespace vlm::server {
+namespace {
+
+using WithoutServicesTest = test::ServerTest;
+
+TEST_F(WithoutServicesTest, AFailureSaysSo) {
+    ASSERT_EQ(VlmSetServices(nullptr), S_OK);
+    const com::LateBound component(test::Create(kASLExportClass));
+    component.PutRef("Connection", ForeignConnection().Get());
+    const std::string text = test::CaughtText([&] { component.Call("ShowDialog"); });
+    EXPECT_NE(text.find("L'applicazione ospite non ha fornito i suoi servizi"), std::string::npos) << text;
+}
+
+TEST_F(WithoutServicesTest, ThereIsNoRegistryToEnter) {
+    EXPECT_EQ(DllRegisterServer(), S_OK);
+    EXPECT_EQ(DllUnregisterServer(), S_OK);
+}
+
+}  // namespace
+}  // namespace vlm::server

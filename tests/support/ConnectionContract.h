@@ -1,0 +1,52 @@
+#pragma once
+
+#include <gtest/gtest.h>
+#include <memory>
+#include <ostream>
+#include <string>
+
+#include "database/Connection.h"
+
+namespace vlm::data::testing {
+
+/// The databases of one test, as an adapter keeps them. The clinic's own is Studio0012.
+class ConnectionFixture {
+public:
+    virtual ~ConnectionFixture() = default;
+    /// Runs a statement of definition or change in the named database, which comes to exist on first use.
+    virtual void Run(const std::string& database, const std::string& sql) = 0;
+    virtual ConnectionPtr Connect() = 0;
+};
+
+/// Where a driver of single files cannot give what a server gives. The suite expects the difference as it is.
+struct DriverDifferences {
+    bool amountsAreText = false;   // it knows no MONEY: such a cell is a text, read as an amount all the same
+    bool catalogIsFile = false;    // its database is a path
+    bool latinStatements = false;  // it takes no wide statements: what is not Latin-1 can only be a parameter
+};
+
+struct ConnectionAdapter {
+    const char* name;
+    std::unique_ptr<ConnectionFixture> (*make)();
+    DriverDifferences differs = {};
+};
+
+inline void PrintTo(const ConnectionAdapter& adapter, std::ostream* out) { *out << adapter.name; }
+
+/// What every adapter promises, in SQL that every engine speaks. An adapter's own test file runs it:
+/// INSTANTIATE_TEST_SUITE_P(Name, ConnectionContract, ::testing::Values(ConnectionAdapter{...}));
+class ConnectionContract : public ::testing::TestWithParam<ConnectionAdapter> {
+protected:
+    void SetUp() override;
+
+    std::unique_ptr<ConnectionFixture> fixture;
+    ConnectionPtr connection;
+};
+
+/// What an adapter to the host's engine promises beside it: the dialect in which the system's statements are written.
+class DialectContract : public ConnectionContract {
+protected:
+    void AddComuni();
+};
+
+}  // namespace vlm::data::testing

@@ -1,0 +1,171 @@
+#include "asltds/TokenWriter.h"
+
+#include "LoginRequest.h"
+#include "values/Utf8.h"
+
+namespace vlm::host::tds {
+
+namespace {
+
+enum Token {
+    kReturnStatusToken = 0x79,
+    kColumnsToken = 0x81,
+    kErrorToken = 0xAA,
+    kReturnValueToken = 0xAC,
+    kLoginToken = 0xAD,
+    kRowToken = 0xD1,
+    kChangeToken = 0xE3,
+};
+
+enum Change { kDatabase = 1, kPacketSize = 4, kCollation = 7 };
+enum Status { kMore = 1, kError = 2, kCount = 0x10, kAttention = 0x20 };
+
+constexpr int kIntN = 0x26;
+constexpr std::string_view kProduct = "Microsoft SQL Server";
+constexpr std::string_view kServer = "asltds";
+constexpr std::size_t kLongestText = 2048;             // characters of an error's text
+constexpr std::uint64_t kProductVersion = 0xD007000F;  // 15.0.2000
+
+}  // namespace
+
+bool TokenWriter::HasLargeTexts() const { return version_ >= kVersion72; }
+
+void TokenWriter::WriteClosing(bool more) {
+    if (!closing_) return;
+    const Closing closing = *closing_;
+    closing_.reset();
+    token_.Clear();
+    token_.Add(static_cast<int>(closing.what), 1);
+    token_.Add(closing.status | (more ? kMore : 0), 2);
+    token_.Add(closing.command, 2);
+    token_.Add(closing.count, HasLargeTexts() ? 8 : 4);
+    Send();
+}
+
+void TokenWriter::Begin(int token) {
+    WriteClosing(true);
+    token_.Clear();
+    token_.Add(token, 1);
+}
+
+std::size_t TokenWriter::BeginSized(int token) {
+    Begin(token);
+    return token_.Reserve(2);
+}
+
+void TokenWriter::SendSized(std::size_t size) {
+    token_.Fill(size, token_.Size() - size - 2, 2);
+    Send();
+}
+
+void TokenWriter::LoginAccepted() {
+    const std::size_t size = BeginSized(kLoginToken);
+    token_.Add(1, 1);  // statements are T-SQL
+    for (int shift = 24; shift >= 0; shift -= 8) token_.Add(version_ >> shift, 1);
+    token_.AddCounted(kProduct, 1);
+    token_.Add(kProductVersion, 4);
+    SendSized(size);
+}
+
+void TokenWriter::DatabaseChanged(std::string_view now, std::string_view before) {
+    const std::size_t size = BeginSized(kChangeToken);
+    token_.Add(kDatabase, 1);
+    token_.AddCounted(now, 1);
+    token_.AddCounted(before, 1);
+    SendSized(size);
+}
+
+void TokenWriter::PacketSizeChanged(std::size_t now, std::size_t before) {
+    const std::size_t size = BeginSized(kChangeToken);
+    token_.Add(kPacketSize, 1);
+    token_.AddCounted(std::to_string(now), 1);
+    token_.AddCounted(std::to_string(before), 1);
+    SendSized(size);
+}
+
+void TokenWriter::CollationChanged() {
+    const std::size_t size = BeginSized(kChangeToken);
+    token_.Add(kCollation, 1);
+    token_.Add(kLatinCollation.size(), 1);
+    token_.Add(kLatinCollation);
+    token_.Add(0, 1);
+    SendSized(size);
+}
+
+void TokenWriter::TransactionChanged(TransactionEvent event, std::uint64_t transaction) {
+    if (!HasLargeTexts()) return;
+    const std::size_t size = BeginSized(kChangeToken);
+    token_.Add(static_cast<int>(event), 1);
+    const bool begun = event == TransactionEvent::Begun;
+    if (!begun) token_.Add(0, 1);
+    token_.Add(8, 1);
+    token_.Add(transaction, 8);
+    if (begun) token_.Add(0, 1);
+    SendSized(size);
+}
+
+void TokenWriter::Failed(const ServerError& error) {
+    const std::size_t size = BeginSized(kErrorToken);
+    token_.Add(static_cast<std::uint64_t>(error.Number()), 4);
+    token_.Add(1, 1);  // state
+    token_.Add(error.Severity(), 1);
+    token_.AddCounted(text::Left(error.what(), kLongestText), 2);
+    token_.AddCounted(kServer, 1);
+    token_.AddCounted("", 1);  // procedure
+    token_.Add(1, HasLargeTexts() ? 4 : 2);
+    SendSized(size);
+}
+
+void TokenWriter::Columns(const std::vector<ColumnFormat>& columns) {
+    Begin(kColumnsToken);
+    token_.Add(columns.size(), 2);
+    for (const ColumnFormat& column : columns) column.AddDescription(token_);
+    Send();
+}
+
+void TokenWriter::Row(const std::vector<ColumnFormat>& columns, const data::SqliteRecordset& rows) {
+    Begin(kRowToken);
+    for (const ColumnFormat& column : columns) column.AddCell(rows, token_);
+    Send();
+}
+
+void TokenWriter::ReturnStatus(int status) {
+    Begin(kReturnStatusToken);
+    token_.Add(status, 4);
+    Send();
+}
+
+void TokenWriter::ReturnHandle(int handle) {
+    Begin(kReturnValueToken);
+    token_.Add(0, 2);  // the first parameter
+    token_.Add(0, 1);  // without a name
+    token_.Add(1, 1);  // of a procedure
+    token_.Add(0, HasLargeTexts() ? 4 : 2);
+    token_.Add(0, 2);
+    token_.Add(kIntN | 4 << 8, 2);
+    token_.Add(4, 1);
+    token_.Add(handle, 4);
+    Send();
+}
+
+void TokenWriter::Close(Done what, int command, std::optional<std::int64_t> count) {
+    WriteClosing(true);
+    closing_ = Closing{what, count ? kCount : 0, command, count.value_or(0)};
+}
+
+void TokenWriter::CloseFailed(Done what) {
+    WriteClosing(true);
+    closing_ = Closing{what, kError, 0, 0};
+}
+
+void TokenWriter::CloseCancelled() {
+    WriteClosing(true);
+    closing_ = Closing{Done::Statement, kAttention, 0, 0};
+}
+
+void TokenWriter::Finish() {
+    WriteClosing(false);
+    packets_->End();
+}
+
+}  // namespace vlm::host::tds
