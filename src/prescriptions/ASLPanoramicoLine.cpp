@@ -1,8 +1,7 @@
 #include "prescriptions/ASLPanoramicoLine.h"
 
 #include "PrescriptionLayout.h"
-#include "record/FieldFormat.h"
-#include "values/DateText.h"
+#include "record/Columns.h"
 #include "values/Error.h"
 #include "values/Number.h"
 
@@ -10,58 +9,67 @@ namespace vlm {
 
 namespace {
 
-constexpr FieldFormat kFormat{kCommonFields};
-
 /// The kind of request of a drug that another doctor suggested.
 constexpr double kSuggerita = 3;
 constexpr std::size_t kDiagnosisLength = 5;
 
 /// Automation's numbers for "Invalid use of Null" and "Object variable not set".
-constexpr long kNullNumber = 94;
-constexpr long kNotSetNumber = 91;
+constexpr std::int32_t kNullNumber = 94;
+constexpr std::int32_t kNotSetNumber = 91;
 
-/// The ordinal of a column whose current cell holds a value.
-int Required(const data::Recordset& rs, std::string_view column) {
-    const int ordinal = rs.Ordinal(column);
-    if (rs.IsNull(ordinal)) throw Error("Uso di Null non valido: colonna " + std::string(column) + ".", kNullNumber);
-    return ordinal;
-}
-
-std::int16_t Quantity(const data::Recordset& rs, std::string_view column) {
-    return text::ToInt16(static_cast<double>(rs.IntegerOf(Required(rs, column))), column);
-}
-
-std::string Text(const data::Recordset& rs, std::string_view column) {
-    return std::string(rs.TextOf(rs.Ordinal(column)));
-}
-
-void Put(FixedLine& line, const FieldPlace& place, std::string_view value) {
-    kFormat.Place(line, place, text::Left(value, static_cast<std::size_t>(place.length)));
-}
-
-void Put(FixedLine& line, const FieldPlace& place, std::int16_t value) {
-    kFormat.Place(line, place, std::int64_t{value});
-}
-
-void Put(FixedLine& line, const FieldPlace& place, Date value) { kFormat.Place(line, place, text::DdMmYyyy(value)); }
+/// A column whose cell must hold a value.
+constexpr auto kRequired = [](auto& member, const data::Recordset& rows, int at) {
+    if (rows.IsNull(at)) {
+        throw Error("Uso di Null non valido: colonna " + std::string(rows.FieldName(at)) + ".", kNullNumber);
+    }
+    using Member = std::remove_cvref_t<decltype(member)>;
+    if constexpr (std::is_same_v<Member, Date>) {
+        member = *rows.DateOf(at);
+    } else if constexpr (std::is_same_v<Member, std::int16_t>) {
+        member = text::ToInt16(static_cast<double>(rows.IntegerOf(at)), rows.FieldName(at));
+    } else {
+        member = rows.TextOf(at);
+    }
+};
+constexpr auto kSuggestion = [](std::string& member, const data::Recordset& rows, int at) {
+    member = rows.NumberOf(at) == kSuggerita ? "S" : " ";
+};
 
 }  // namespace
+
+/// In the order in which they are read; an illness is looked up as soon as it is known.
+struct ASLPanoramicoLine::Columns {
+    template <auto kMember>
+    static void LookUp(ASLPanoramicoLine& record, const data::Recordset& rows, int at) {
+        record.*kMember = record.LookupICD9(rows.Int32Of(at));
+    }
+    using R = ASLPanoramicoLine;
+    static constexpr std::tuple kAll{
+        Column{"CodiceRegionale", &R::CodMed, kRequired},
+        Column{"PAZ_CodiceFiscale", &R::AssCF, kRequired},
+        Column{"DataRicetta", &R::DataRicetta, kRequired},
+        Column{"CodiceAIC_1", &R::CodFarmaco1},
+        Column{"IDPatologia_1", &R::ICD9Farmaco1, LookUp<&R::ICD9Farmaco1>},
+        Column{"IDTipoRichiesta", &R::SuggFarmaco1, kSuggestion},
+        Column{"Quantita_1", &R::QFarmaco1, kRequired},
+        Column{"CodiceAIC_2", &R::CodFarmaco2},
+        Column{"IDPatologia_2", &R::ICD9Farmaco2, LookUp<&R::ICD9Farmaco2>},
+        Column{"Quantita_2", &R::QFarmaco2, kRequired},
+        Column{"PrescrivibileSSN", &R::PrescrivibileSSN},
+    };
+};
 
 bool ASLPanoramicoLine::ReadData() {
     ClearFields();
     if (rs_ == nullptr) throw Error("Insieme di righe Rs non impostato.", kNotSetNumber);
     // By name for every row: one row set object may go through several sets of columns.
-    const data::Recordset& rs = *rs_;
-    CodMed = rs.TextOf(Required(rs, "CodiceRegionale"));
-    AssCF = rs.TextOf(Required(rs, "PAZ_CodiceFiscale"));
-    DataRicetta = *rs.DateOf(Required(rs, "DataRicetta"));
-    ReadDrugs();
+    FindAndRead<Columns::kAll>(*this, *rs_);
+    SuggFarmaco2 = SuggFarmaco1;
     TipoRecord = "F";
     if (!ICD9Farmaco1.empty() && !ICD9Farmaco2.empty() && ICD9Farmaco1 != ICD9Farmaco2) {
         ICD92Farmaco1 = ICD9Farmaco2;
         ICD92Farmaco2 = ICD9Farmaco1;
     }
-    PrescrivibileSSN = rs.NumberOf(rs.Ordinal("PrescrivibileSSN")) != 0;
     return false;
 }
 
@@ -73,18 +81,6 @@ void ASLPanoramicoLine::ClearFields() {
     DataRicetta = Date{};
     QFarmaco1 = 0;
     QFarmaco2 = 0;
-}
-
-void ASLPanoramicoLine::ReadDrugs() {
-    const data::Recordset& rs = *rs_;
-    CodFarmaco1 = Text(rs, "CodiceAIC_1");
-    ICD9Farmaco1 = LookupICD9(rs.Int32Of(rs.Ordinal("IDPatologia_1")));
-    SuggFarmaco1 = rs.NumberOf(rs.Ordinal("IDTipoRichiesta")) == kSuggerita ? "S" : " ";
-    QFarmaco1 = Quantity(rs, "Quantita_1");
-    CodFarmaco2 = Text(rs, "CodiceAIC_2");
-    ICD9Farmaco2 = LookupICD9(rs.Int32Of(rs.Ordinal("IDPatologia_2")));
-    SuggFarmaco2 = SuggFarmaco1;
-    QFarmaco2 = Quantity(rs, "Quantita_2");
 }
 
 std::string ASLPanoramicoLine::LookupICD9(std::int32_t idPatologia) {
@@ -101,11 +97,7 @@ std::string ASLPanoramicoLine::LookupICD9(std::int32_t idPatologia) {
 
 const std::string& ASLPanoramicoLine::GetFormattedLine() {
     line_.clear();
-    if (!PrescrivibileSSN) return line_;
-    WriteFields(line_, prescriptions::kLayout, prescriptions::kLineLength, false,
-                [this](FixedLine& line, const FieldPlace& place, const prescriptions::Field& field) {
-                    std::visit([&](auto member) { Put(line, place, this->*member); }, field);
-                });
+    if (PrescrivibileSSN) WriteLine<prescriptions::kLayout>(line_, *this);
     return line_;
 }
 

@@ -35,20 +35,17 @@ struct ProjectKey {
     bool operator==(const ProjectKey&) const = default;
 };
 
-struct KeyColumns {
-    explicit KeyColumns(const data::Recordset& rows)
-        : numeroAutorizzazione(rows.Ordinal("NumeroAutorizzazione")),
-          anno(rows.Ordinal("Anno")),
-          periodo(rows.Ordinal("Periodo")),
-          codiceFiscale(rows.Ordinal("CodiceFiscale")),
-          dataAutorizzazione(rows.Ordinal("DataAutorizzazione")) {}
-
-    ProjectKey KeyOf(const data::Recordset& rows) const {
-        return {std::string(rows.TextOf(numeroAutorizzazione)), rows.NumberOf(anno), rows.NumberOf(periodo),
-                std::string(rows.TextOf(codiceFiscale)), DateOfCell(rows, dataAutorizzazione).value_or(Date{})};
-    }
-
-    int numeroAutorizzazione, anno, periodo, codiceFiscale, dataAutorizzazione;
+constexpr auto kDateOrZero = [](Date& member, const data::Recordset& rows, int at) {
+    std::optional<Date> date;
+    projects::kDateOfCell(date, rows, at);
+    member = date.value_or(Date{});
+};
+constexpr std::tuple kKeyColumns{
+    Column{"NumeroAutorizzazione", &ProjectKey::numeroAutorizzazione},
+    Column{"Anno", &ProjectKey::anno},
+    Column{"Periodo", &ProjectKey::periodo},
+    Column{"CodiceFiscale", &ProjectKey::codiceFiscale},
+    Column{"DataAutorizzazione", &ProjectKey::dataAutorizzazione, kDateOrZero},
 };
 
 }  // namespace
@@ -115,12 +112,13 @@ void ExportProgetti::WriteFile(const std::string& path) {
 void ExportProgetti::ExportCentre(RunFile& file, std::int32_t centre) {
     const data::RecordsetPtr rows = library_.RequireConnection().Open(SelectSQL(centre));
     if (rows->AtEnd()) return;
-    const KeyColumns columns(*rows);
+    const BoundColumns<kKeyColumns> keyColumns(*rows);
     const ProjectLine builder(*rows);
     std::string line;
     ProjectKey last;
     for (; !rows->AtEnd(); rows->MoveNext()) {
-        ProjectKey key = columns.KeyOf(*rows);
+        ProjectKey key;
+        keyColumns.Read(key, *rows);
         const bool startsProject = line.empty() || key != last;
         if (startsProject) file.WriteLine(line);
         builder.BuildLine(line, startsProject);

@@ -1,7 +1,6 @@
 #include "record/FieldFormat.h"
 
 #include <algorithm>
-#include <array>
 #include <charconv>
 
 #include "values/DateText.h"
@@ -69,12 +68,30 @@ void FieldFormat::AppendAmount(std::string& out, Currency value, int width) cons
 }
 
 void FieldFormat::FillAmount(char* slot, int width, Currency value) const {
-    std::string written = text::FormatDecimals(value, policy_.amountDecimals, false);
-    if (!policy_.amountComma) written = text::Without(written, ',');
-    FillWithZeros(slot, width, written);
+    // Half a unit of the last decimal rounds away from zero.
+    std::int64_t unit = Currency::kScale;
+    for (int i = 0; i < policy_.amountDecimals; ++i) unit /= 10;
+    const std::int64_t units = value.Units();
+    const std::uint64_t magnitude =
+        units < 0 ? 0 - static_cast<std::uint64_t>(units) : static_cast<std::uint64_t>(units);
+    std::uint64_t rest = (magnitude + static_cast<std::uint64_t>(unit) / 2) / static_cast<std::uint64_t>(unit);
+    const bool negative = units < 0 && rest > 0;
+    int left = width;
+    const auto put = [&](char c) {
+        if (left > 0) slot[--left] = c;
+    };
+    const auto putDigit = [&] {
+        put(static_cast<char>('0' + rest % 10));
+        rest /= 10;
+    };
+    for (int i = 0; i < policy_.amountDecimals; ++i) putDigit();
+    if (policy_.amountComma) put(',');
+    putDigit();
+    while (rest > 0 && left > 0) putDigit();
+    if (!negative || left == 0) return static_cast<void>(std::fill_n(slot, left, '0'));
     // The minus sign goes in front of the zeros.
-    const auto full = static_cast<std::size_t>(width);
-    if (written.front() == '-' && written.size() < full) std::swap(slot[0], slot[full - written.size()]);
+    std::fill_n(slot, left, '0');
+    slot[0] = '-';
 }
 
 void FieldFormat::Place(FixedLine& line, const FieldPlace& place, std::string_view value) const {
@@ -93,11 +110,21 @@ void FieldFormat::Place(FixedLine& line, const FieldPlace& place, std::string_vi
     line.Put(place, written);
 }
 
-void FieldFormat::Place(FixedLine& line, const FieldPlace& place, std::int64_t value) const {
+void FieldFormat::PlaceInteger(FixedLine& line, const FieldPlace& place, std::int64_t value) const {
     if (place.rule != FieldRule::Number) return line.Put(place, std::to_string(value));
-    std::array<char, 24> buffer{};
-    const auto [end, error] = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value);
-    FillWithZeros(line.Slot(place), place.length, {buffer.data(), end});
+    char* const slot = line.Slot(place);
+    if (value < 0) return FillWithZeros(slot, place.length, std::to_string(value));
+    for (int i = place.length; i > 0; value /= 10) slot[--i] = static_cast<char>('0' + value % 10);
+}
+
+void FieldFormat::Place(FixedLine& line, const FieldPlace& place, double value) const {
+    Place(line, place, std::string_view(text::NumberText(value)));
+}
+
+void FieldFormat::Place(FixedLine& line, const FieldPlace& place, const std::optional<Date>& value) const {
+    std::string written;
+    AppendDate(written, value, place.length);
+    line.Put(place, written);
 }
 
 void FieldFormat::Place(FixedLine& line, const FieldPlace& place, Currency value) const {

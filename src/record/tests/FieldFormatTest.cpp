@@ -1,7 +1,6 @@
 #include <gtest/gtest.h>
 
 #include "record/FieldFormat.h"
-#include "record/Layout.h"
 #include "values/DateText.h"
 
 namespace vlm {
@@ -66,25 +65,6 @@ TEST(FieldFormatTest, ShowsAndReadsBack) {
     }
     EXPECT_EQ(kPuglia.ParseAmount("0000012500"), Currency::FromDouble(12.5));
     EXPECT_EQ(kPuglia.ParseAmount("-000012345"), Currency::FromDouble(-12.345));
-}
-
-TEST(LayoutTest, FieldsAreReadBackByCharacters) {
-    enum class Field { A, B, Gap };
-    using Row = LayoutField<Field>;
-    constexpr std::array layout = {Row{2, 3, FieldRule::Text, Field::A}, Row{5, 2, FieldRule::Blank, Field::Gap},
-                                   Row{7, 2, FieldRule::Number, Field::B}};
-    static_assert(IsLayoutOf(layout, 8));
-    static_assert(!IsLayoutOf(layout, 9));
-    static_assert(
-        !IsLayoutOf(std::array{Row{1, 3, FieldRule::Text, Field::A}, Row{3, 2, FieldRule::Text, Field::B}}, 4));
-    std::string line;
-    WriteFields(line, layout, 8, false, [](FixedLine& to, const FieldPlace& place, Field field) {
-        to.Put(place, field == Field::A ? "àè" : "42");
-    });
-    EXPECT_EQ(line, " àè   42");
-    EXPECT_EQ(FieldOf<Field::A>(std::string_view(line), layout), "àè ");
-    EXPECT_EQ(FieldOf<Field::B>(std::string_view(line), layout), "42");
-    EXPECT_EQ(FieldOf<Field::B>(std::string_view(" à"), layout), "");
 }
 
 }  // namespace

@@ -2,7 +2,7 @@
 
 #include "MonthlyRun.h"
 #include "PreviewGrid.h"
-#include "PugliaLayout.h"
+#include "PugliaRecord.h"
 #include "export/frmViewData.h"
 #include "frame/ModGeneral.h"
 #include "values/Number.h"
@@ -30,7 +30,7 @@ bool ASLExportPuglia::ViewAsDecoded(const std::string& fileName, std::int32_t /*
     if (!FileExists(fileName)) return false;
     files::LineReader file(fileName);
     if (file.AtEnd()) return false;
-    const std::uint64_t records = file.FileSize() / (puglia::kLineLength + puglia::kLineEndLength);
+    const std::uint64_t records = file.FileSize() / (puglia::kLayout.length + kLineEndLength);
     frmViewData(library_).ViewAsDecoded(*this, text::ToInt32(static_cast<double>(records), "record"), file);
     return true;
 }

@@ -14,7 +14,7 @@ std::string MonthlyRun::FileName(bool anomalies) const {
 
 void MonthlyRun::WriteRecords(data::Recordset& rows) {
     ASLLInePuglia record(ttM);
-    record.Anno = Component().Filter.anno;
+    record.Fields().Anno = Component().Filter.anno;
     record.SetRs(&rows);
     ReadDocuments(
         rows, record, [] {}, [&] { ClosePrescription(record); });

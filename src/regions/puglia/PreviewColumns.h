@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <array>
 
-#include "PugliaLayout.h"
+#include "PugliaRecord.h"
 
 /// The columns of the grid that shows a Puglia file, in the order in which they stand there. Where a column finds its
 /// field in a line, and how it shows it, comes from the line's layout.
@@ -26,66 +26,64 @@ struct PreviewColumn {
     Shown shown;
 };
 
-consteval Shown ShownBy(const Row& row) {
-    if (row.rule == FieldRule::Date) return Shown::Date;
-    if (row.rule == FieldRule::Amount) return Shown::Amount;
-    return std::holds_alternative<std::int32_t Ricetta::*>(row.field) ? Shown::Number : Shown::Text;
+template <class Member>
+consteval Shown ShownBy(FieldRule rule, Member Ricetta::*) {
+    if (rule == FieldRule::Date) return Shown::Date;
+    if (rule == FieldRule::Amount) return Shown::Amount;
+    return std::is_integral_v<Member> ? Shown::Number : Shown::Text;
 }
 
-consteval PreviewColumn Column(const char* title, int width, Field field, Shown shown) {
-    return {title, 0, width, RowOf(field, kLayout), shown};
+template <auto kMember>
+consteval PreviewColumn Column(const char* title, int width, Shown shown) {
+    return {title, 0, width, PlaceOf<kLayout, kMember>(), shown};
 }
-
-consteval PreviewColumn Column(const char* title, int width, Field field) {
-    return Column(title, width, field, ShownBy(RowOf(field, kLayout)));
-}
-
-consteval PreviewColumn SlotColumn(const char* title, int slot, int width, SlotField field, Shown shown) {
-    return {title, slot, width, PlaceInSlot(static_cast<std::size_t>(slot) - 1, RowOf(field, kSlotLayout)), shown};
+template <auto kMember>
+consteval PreviewColumn Column(const char* title, int width) {
+    return Column<kMember>(title, width, ShownBy(PlaceOf<kLayout, kMember>().rule, kMember));
 }
 
 inline constexpr std::array kColumnsBeforeSlots = {
-    Column("Progr.", 50, &Ricetta::ProgressivoRicettaExport),
-    Column("Cognome", 100, &Ricetta::Cognome),
-    Column("Nome", 100, &Ricetta::Nome),
-    Column("Valuta", 43, &Ricetta::Valuta),
-    Column("Tot. prestaz.", 80, &Ricetta::TotalePrestazioni),
-    Column("Tot. Ticket", 80, &Ricetta::TotaleTicket),
-    Column("Cod. assistito", 100, &Ricetta::CodiceAssistito),
-    Column("Cod. Fisc. assistito", 110, &Ricetta::CodiceFiscale),
-    Column("Num. ricetta", 110, &Ricetta::Identificativo),
-    Column("Data rilascio ricetta", 115, &Ricetta::DataPrescrizione),
-    Column("Data spediz. ricetta", 110, &Ricetta::DataSpedizione),
-    Column("Cod. reg. erogatore", 120, &Ricetta::CodiceRegionale),
-    Column("Sesso", 45, &Ricetta::Sesso, Shown::Sesso),
-    Column("Data nascita", 77, &Ricetta::DataNascita),
-    Column("Cod. comune res.", 100, &Ricetta::ComuneISTAT),
-    Column("Cod. regione", 75, &Ricetta::CodiceRegione),
-    Column("Cod. USL res", 75, &Ricetta::ASLResidenza),
-    Column("Cod. branca", 75, &Ricetta::BrancaSpecialistica),
-    Column("Cod. reg. erogatore", 110, &Ricetta::CodiceRegionale),
-    Column("Cod. reg. prescrittore", 115, &Ricetta::MedicoPrescrittore),
+    Column<&Ricetta::ProgressivoRicettaExport>("Progr.", 50),
+    Column<&Ricetta::Cognome>("Cognome", 100),
+    Column<&Ricetta::Nome>("Nome", 100),
+    Column<&Ricetta::Valuta>("Valuta", 43),
+    Column<&Ricetta::TotalePrestazioni>("Tot. prestaz.", 80),
+    Column<&Ricetta::TotaleTicket>("Tot. Ticket", 80),
+    Column<&Ricetta::CodiceAssistito>("Cod. assistito", 100),
+    Column<&Ricetta::CodiceFiscale>("Cod. Fisc. assistito", 110),
+    Column<&Ricetta::NumeroRicetta>("Num. ricetta", 110),
+    Column<&Ricetta::DataRilascio>("Data rilascio ricetta", 115),
+    Column<&Ricetta::DataSpedizione>("Data spediz. ricetta", 110),
+    Column<&Ricetta::CodiceRegionale>("Cod. reg. erogatore", 120),
+    Column<&Ricetta::Sesso>("Sesso", 45, Shown::Sesso),
+    Column<&Ricetta::DataNascita>("Data nascita", 77),
+    Column<&Ricetta::ComuneISTAT>("Cod. comune res.", 100),
+    Column<&Ricetta::CodiceRegione>("Cod. regione", 75),
+    Column<&Ricetta::ASLResidenza>("Cod. USL res", 75),
+    Column<&Ricetta::BrancaSpecialistica>("Cod. branca", 75),
+    Column<&Ricetta::CodiceRegionale>("Cod. reg. erogatore", 110),
+    Column<&Ricetta::MedicoPrescrittore>("Cod. reg. prescrittore", 115),
 };
 
 inline constexpr std::array kColumnsAfterSlots = {
-    Column("Codice esenzione", 65, &Ricetta::Esenzione),
-    Column("Classe priorità", 83, &Ricetta::ClassePriorita, Shown::Priorita),
-    Column("Tipo accesso", 86, &Ricetta::TipoAccesso),
-    Column("Data contatto", 95, &Ricetta::DataContatto),
-    Column("Data prima disp.", 95, &Ricetta::DataPrimaDisponibilita),
-    Column("Data assegnata", 95, &Ricetta::DataAssegnata),
-    Column("Data refert.", 95, &Ricetta::DataRefertazione),
-    Column("Data inizio ciclo", 95, &Ricetta::DataInizioCiclo),
-    Column("Garantita", 64, &Ricetta::Garantita),
-    Column("Suggerita", 64, &Ricetta::Suggerita),
+    Column<&Ricetta::Esenzione>("Codice esenzione", 65),
+    Column<&Ricetta::ClassePriorita>("Classe priorità", 83, Shown::Priorita),
+    Column<&Ricetta::TipoAccesso>("Tipo accesso", 86),
+    Column<&Ricetta::DataContatto>("Data contatto", 95),
+    Column<&Ricetta::DataPrimaDisponibilita>("Data prima disp.", 95),
+    Column<&Ricetta::DataAssegnata>("Data assegnata", 95),
+    Column<&Ricetta::DataRefertazione>("Data refert.", 95),
+    Column<&Ricetta::DataInizioCiclo>("Data inizio ciclo", 95),
+    Column<&Ricetta::Garantita>("Garantita", 64),
+    Column<&Ricetta::Suggerita>("Suggerita", 64),
 };
 
 consteval auto AllPreviewColumns() {
     std::array<PreviewColumn, kColumnsBeforeSlots.size() + 2 * kMostPrestazioni + kColumnsAfterSlots.size()> all{};
     auto next = std::copy(kColumnsBeforeSlots.begin(), kColumnsBeforeSlots.end(), all.begin());
-    for (int slot = 1; slot <= static_cast<int>(kMostPrestazioni); ++slot) {
-        *next++ = SlotColumn("Cod. prest. ", slot, 85, &Prestazione::Codice, Shown::Text);
-        *next++ = SlotColumn("Quant. ", slot, 60, &Prestazione::Quantita, Shown::Number);
+    for (int slot = 0; slot < static_cast<int>(kMostPrestazioni); ++slot) {
+        *next++ = {"Cod. prest. ", slot + 1, 85, CodiceOfSlot(slot), Shown::Text};
+        *next++ = {"Quant. ", slot + 1, 60, QuantitaOfSlot(slot), Shown::Number};
     }
     std::copy(kColumnsAfterSlots.begin(), kColumnsAfterSlots.end(), next);
     return all;

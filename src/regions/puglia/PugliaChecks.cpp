@@ -2,11 +2,11 @@
 
 #include <utility>
 
-#include "ASLLInePuglia.h"
+#include "PugliaColumns.h"
 #include "frame/Messages.h"
 #include "values/Utf8.h"
 
-namespace vlm {
+namespace vlm::puglia {
 
 namespace {
 
@@ -15,59 +15,59 @@ std::string YearFirst(std::string_view field) {
     return std::string(text::Right(field, 4)).append(text::Mid(field, 3, 2)).append(text::Left(field, 2));
 }
 
-}  // namespace
-
-struct PugliaChecks::DocumentCheck {
+struct DocumentCheck {
     const char* message;
-    bool (*fires)(const ASLLInePuglia& record);
+    bool (*fires)(const Ricetta& ricetta);
 };
 
 /// In the message, "%1" stands for the start of the cycle and "%2" for the dispatch date.
-struct PugliaChecks::ServiceCheck {
+struct ServiceCheck {
     bool cyclic;
     const char* message;
-    bool (*fires)(const ASLLInePuglia& record);
+    bool (*fires)(const Ricetta& ricetta);
 };
 
-constexpr PugliaChecks::DocumentCheck PugliaChecks::kDocumentChecks[] = {
-    {"Data spedizione ricetta mancante", [](const ASLLInePuglia& r) { return r.ricetta_.DataSpedizione.empty(); }},
-    {"Data refertazione mancante", [](const ASLLInePuglia& r) { return r.ricetta_.DataRefertazione.empty(); }},
+constexpr DocumentCheck kDocumentChecks[] = {
+    {"Data spedizione ricetta mancante", [](const Ricetta& r) { return r.DataSpedizione.empty(); }},
+    {"Data refertazione mancante", [](const Ricetta& r) { return r.DataRefertazione.empty(); }},
 };
 
-constexpr PugliaChecks::ServiceCheck PugliaChecks::kServiceChecks[] = {
-    {true, "Data di inizio ciclo mancante", [](const ASLLInePuglia& r) { return r.ricetta_.DataInizioCiclo.empty(); }},
+constexpr ServiceCheck kServiceChecks[] = {
+    {true, "Data di inizio ciclo mancante", [](const Ricetta& r) { return r.DataInizioCiclo.empty(); }},
     {true, "Data di inizio ciclo %1 incongruente con la data di spedizione %2",
-     [](const ASLLInePuglia& r) {
-         return !r.ricetta_.DataInizioCiclo.empty() && !r.ricetta_.DataSpedizione.empty() &&
-                YearFirst(r.ricetta_.DataInizioCiclo) >= YearFirst(r.ricetta_.DataSpedizione);
+     [](const Ricetta& r) {
+         return !r.DataInizioCiclo.empty() && !r.DataSpedizione.empty() &&
+                YearFirst(r.DataInizioCiclo) >= YearFirst(r.DataSpedizione);
      }},
     {false, "Data di inizio ciclo valorizzata per una prestazione NON ciclica",
-     [](const ASLLInePuglia& r) { return !r.ricetta_.DataInizioCiclo.empty(); }},
+     [](const Ricetta& r) { return !r.DataInizioCiclo.empty(); }},
     {false, "Data di refertazione incongruente con data di spedizione",
-     [](const ASLLInePuglia& r) { return r.ricetta_.DataSpedizione != r.ricetta_.DataRefertazione; }},
+     [](const Ricetta& r) { return r.DataSpedizione != r.DataRefertazione; }},
     {false, "Data assegnata incongruente con data di spedizione",
-     [](const ASLLInePuglia& r) { return r.ricetta_.DataSpedizione != r.dataAssegnata_; }},
+     [](const Ricetta& r) { return r.DataSpedizione != r.DataAssegnata; }},
 };
 
-std::string PugliaChecks::Run(const ASLLInePuglia& record) {
+}  // namespace
+
+std::string Anomalies(const Ricetta& ricetta) {
     std::string found;
     const auto report = [&](const std::string& prefix, std::string message) {
         for (const auto& [mark, date] :
-             {std::pair{"%1", &record.ricetta_.DataInizioCiclo}, std::pair{"%2", &record.ricetta_.DataSpedizione}}) {
+             {std::pair{"%1", &ricetta.DataInizioCiclo}, std::pair{"%2", &ricetta.DataSpedizione}}) {
             const std::size_t at = message.find(mark);
-            if (at != std::string::npos) message.replace(at, 2, record.format_.DisplayDate(*date));
+            if (at != std::string::npos) message.replace(at, 2, kLayout.format.DisplayDate(*date));
         }
-        found.append(record.Label()).append(prefix).append(message).append(messages::kLineEnd);
+        found.append(LabelOf(ricetta)).append(prefix).append(message).append(messages::kLineEnd);
     };
     for (const DocumentCheck& check : kDocumentChecks) {
-        if (check.fires(record)) report("", check.message);
+        if (check.fires(ricetta)) report("", check.message);
     }
     int number = 0;
-    for (const puglia::Prestazione& slot : record.ricetta_.Prestazioni) {
+    for (const Prestazione& slot : ricetta.Prestazioni) {
         ++number;
         if (slot.Codice.empty()) continue;
         for (const ServiceCheck& check : kServiceChecks) {
-            if (check.cyclic == slot.Ciclica && check.fires(record)) {
+            if (check.cyclic == slot.Ciclica && check.fires(ricetta)) {
                 report(" - Prestazione " + std::to_string(number) + ": ", check.message);
             }
         }
@@ -75,4 +75,4 @@ std::string PugliaChecks::Run(const ASLLInePuglia& record) {
     return found;
 }
 
-}  // namespace vlm
+}  // namespace vlm::puglia

@@ -10,8 +10,6 @@ namespace vlm::sicilia {
 
 namespace {
 
-constexpr int kLineEndLength = 2;
-
 void WriteHead(files::LineWriter& copy, ASLLineSicilia& record, std::uint64_t fileSize) {
     const auto recordSize = static_cast<std::uint64_t>(record.LineLenght() + kLineEndLength);
     copy.WriteLine("");

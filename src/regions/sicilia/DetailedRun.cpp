@@ -18,7 +18,7 @@ std::string DetailedRun::FileName(bool anomalies) const {
 
 void DetailedRun::WriteRecords(data::Recordset& rows) {
     ASLLineSicilia record(ttM);
-    record.SetNumeroASLStudio(numeroASL_);
+    record.Fields().NumeroASLStudio = numeroASL_;
     record.SetRs(&rows);
     ReadDocuments(
         rows, record, [&] { WriteLine(record.GetFormattedLine()); }, [&] { CloseDocument(record); });

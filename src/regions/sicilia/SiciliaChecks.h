@@ -1,18 +1,11 @@
 #pragma once
 
-#include <string>
+#include "SiciliaRecord.h"
 
-namespace vlm {
+namespace vlm::sicilia {
 
-class ASLLineSicilia;
+/// The region's consistency checks of a detailed record, which never change the line nor stop the run: the anomaly
+/// lines of the current row, in the region's order, each with the document's label and a line end.
+std::string Anomalies(const Record& record);
 
-/// The region's consistency checks of a detailed record. They never change the line nor stop the run.
-struct SiciliaChecks {
-    /// The anomaly lines of the current row, in the region's order, each with the document's label and a line end.
-    static std::string Run(const ASLLineSicilia& record);
-
-    struct Check;
-    static const Check kChecks[];
-};
-
-}  // namespace vlm
+}  // namespace vlm::sicilia

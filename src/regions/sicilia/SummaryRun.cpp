@@ -1,6 +1,7 @@
 #include "SummaryRun.h"
 
 #include "frame/ModGeneral.h"
+#include "record/Columns.h"
 #include "sicilia/ASLExportSicilia.h"
 #include "values/Error.h"
 #include "values/Number.h"
@@ -8,19 +9,52 @@
 
 namespace vlm::sicilia {
 
-struct SummaryRun::Columns {
-    explicit Columns(const data::Recordset& rows)
-        : data(rows.Ordinal("DataAiFiniConvenzione")),
-          codiceRegionale(rows.Ordinal("CodiceRegionale")),
-          codiceBranca(rows.Ordinal("CodiceBranca")),
-          quantita(rows.Ordinal("Quantita")),
-          totale(rows.Ordinal("TotaleEuro")),
-          idParcella(rows.Ordinal("IDParcella")),
-          quotaTicket(rows.Ordinal("TotQuotaPazienteTicketEuro")),
-          quotaRicetta(rows.Ordinal("QuotaRicettaEuro")) {}
+namespace {
 
-    int data, codiceRegionale, codiceBranca, quantita, totale, idParcella, quotaTicket, quotaRicetta;
+/// What a month's sums are made of. A document's ticket counts once, so that it is read of its first row only.
+struct Row {
+    Date::Civil Data;
+    std::string CodiceRegionale;
+    double CodiceBranca = 0;
+    double Quantita = 0;
+    Currency Totale;
+    std::int64_t IDParcella = 0;
+    Currency Ticket;
 };
+
+constexpr auto kRequiredDate = [](Date::Civil& member, const data::Recordset& rows, int at) {
+    const std::optional<Date> date = rows.DateOf(at);
+    if (!date) throw TypeMismatchError("La colonna DataAiFiniConvenzione non contiene una data.");
+    member = date->ToCivil();
+};
+constexpr auto kWholeKey = [](std::int64_t& member, const data::Recordset& rows, int at) {
+    member = rows.IntegerOf(at);
+};
+
+constexpr std::tuple kColumnsOfEveryRow{
+    Column{"DataAiFiniConvenzione", &Row::Data, kRequiredDate},
+    Column{"CodiceRegionale", &Row::CodiceRegionale},
+    Column{"CodiceBranca", &Row::CodiceBranca},
+    Column{"Quantita", &Row::Quantita},
+    Column{"TotaleEuro", &Row::Totale},
+    Column{"IDParcella", &Row::IDParcella, kWholeKey},
+};
+constexpr std::tuple kColumnsOfFirstRow{
+    Column{"TotQuotaPazienteTicketEuro", &Row::Ticket},
+    Column{"QuotaRicettaEuro", &Row::Ticket, kAdded},
+};
+
+void StartMonth(Record& record, const Row& row) {
+    record.Mese = static_cast<std::int16_t>(row.Data.month);
+    record.Anno = static_cast<std::int16_t>(row.Data.year);
+    record.CodiceStruttura = row.CodiceRegionale;
+    record.CodiceBranca = text::NumberText(row.CodiceBranca);
+    record.ImportoLordo = Currency{};
+    record.Ticket = Currency{};
+    record.NumeroPrestazioni = 0;
+}
+
+}  // namespace
 
 SummaryRun::SummaryRun(ASLExport& component, std::string folder)
     : RegionRun(component, {true, false, false, ASLExportSicilia::kCompleted}, std::move(folder), false) {}
@@ -36,53 +70,37 @@ std::string SummaryRun::FileName(bool anomalies) const {
     return ASLExportSicilia::NameOf(ttS, numeroASL_, filter.periodo, filter.anno, anomalies);
 }
 
-void SummaryRun::CheckRun(const data::Recordset& firstRow, const Columns& columns) {
+void SummaryRun::CheckRun(const std::string& codiceRegionale, double codiceBranca) {
     if (text::Trim(numeroASL_).empty()) WriteAnomalies("[1] Codice Azienda ASL mancante");
     if (text::Trim(codiceDistretto_).empty()) WriteAnomalies("[2] Distretto ASL mancante");
-    if (text::Trim(firstRow.TextOf(columns.codiceRegionale)).empty()) {
-        WriteAnomalies("[3] Codice struttura erogatrice mancante");
-    }
-    if (firstRow.NumberOf(columns.codiceBranca) == 0) WriteAnomalies("[4] Codice branca specialiastica mancante");
-}
-
-void SummaryRun::StartMonth(ASLLineSicilia& record, const data::Recordset& rows, const Columns& columns,
-                            const Date::Civil& date) {
-    record.Mese = static_cast<std::int16_t>(date.month);
-    record.Anno = static_cast<std::int16_t>(date.year);
-    record.CodiceStruttura = rows.TextOf(columns.codiceRegionale);
-    record.CodiceBranca = text::NumberText(rows.NumberOf(columns.codiceBranca));
-    record.ImportoLordo = Currency{};
-    record.Ticket = Currency{};
-    record.NumeroPrestazioni = 0;
+    if (text::Trim(codiceRegionale).empty()) WriteAnomalies("[3] Codice struttura erogatrice mancante");
+    if (codiceBranca == 0) WriteAnomalies("[4] Codice branca specialiastica mancante");
 }
 
 void SummaryRun::WriteRecords(data::Recordset& rows) {
-    const Columns columns(rows);
-    ASLLineSicilia record(ttS);
-    record.SetNumeroASLStudio(numeroASL_);
-    record.SetDistrettoASLStudio(codiceDistretto_);
-    record.SetRs(&rows);
-    CheckRun(rows, columns);
+    const BoundColumns<kColumnsOfEveryRow> everyRow(rows);
+    const BoundColumns<kColumnsOfFirstRow> firstRow(rows);
+    ASLLineSicilia line(ttS);
+    Record& record = line.Fields();
+    record.NumeroASLStudio = numeroASL_;
+    record.DistrettoASLStudio = codiceDistretto_;
     std::optional<std::int64_t> lastParcella;
-    for (; !rows.AtEnd(); rows.MoveNext()) {
-        const std::optional<Date> date = rows.DateOf(columns.data);
-        if (!date) throw TypeMismatchError("La colonna DataAiFiniConvenzione non contiene una data.");
-        const Date::Civil civil = date->ToCivil();
-        if (civil.month != record.Mese) {
-            if (record.Mese > 0) WriteLine(record.GetFormattedLine());
-            StartMonth(record, rows, columns, civil);
+    for (Row row; !rows.AtEnd(); rows.MoveNext()) {
+        everyRow.Read(row, rows);
+        if (!lastParcella) CheckRun(row.CodiceRegionale, row.CodiceBranca);
+        if (row.Data.month != record.Mese) {
+            if (record.Mese > 0) WriteLine(line.GetFormattedLine());
+            StartMonth(record, row);
         }
-        record.NumeroPrestazioni =
-            text::ToInt16(record.NumeroPrestazioni + rows.NumberOf(columns.quantita), "NumeroPrestazioni");
-        record.ImportoLordo += rows.AmountOf(columns.totale);
-        // A document's ticket counts once, in the month of its first row.
-        const std::int64_t idParcella = rows.IntegerOf(columns.idParcella);
-        if (idParcella != lastParcella) {
-            record.Ticket += rows.AmountOf(columns.quotaTicket) + rows.AmountOf(columns.quotaRicetta);
-            lastParcella = idParcella;
+        record.NumeroPrestazioni = text::ToInt16(record.NumeroPrestazioni + row.Quantita, "NumeroPrestazioni");
+        record.ImportoLordo += row.Totale;
+        if (row.IDParcella != lastParcella) {
+            firstRow.Read(row, rows);
+            record.Ticket += row.Ticket;
+            lastParcella = row.IDParcella;
         }
     }
-    if (record.Mese > 0) WriteLine(record.GetFormattedLine());
+    if (record.Mese > 0) WriteLine(line.GetFormattedLine());
 }
 
 void SummaryRun::ShowDecoded(const std::string& path) { Component().ViewAsDecoded(path, ttS); }

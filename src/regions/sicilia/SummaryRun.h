@@ -18,10 +18,7 @@ protected:
     void ShowDecoded(const std::string& path) override;
 
 private:
-    struct Columns;
-    void CheckRun(const data::Recordset& firstRow, const Columns& columns);
-    void StartMonth(ASLLineSicilia& record, const data::Recordset& rows, const Columns& columns,
-                    const Date::Civil& date);
+    void CheckRun(const std::string& codiceRegionale, double codiceBranca);
 
     std::string numeroASL_;
     std::string codiceDistretto_;

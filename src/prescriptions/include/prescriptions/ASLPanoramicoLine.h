@@ -45,8 +45,8 @@ public:
     std::string GetErrors() const { return {}; }
 
 private:
+    struct Columns;
     void ClearFields();
-    void ReadDrugs();
     /// Nothing for no illness and for one that the database does not know; the latter is asked for again.
     std::string LookupICD9(std::int32_t idPatologia);
 

@@ -1,13 +1,14 @@
 #pragma once
 
 #include <algorithm>
+#include <concepts>
 #include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
 
+#include "record/FixedLine.h"
 #include "record/FixedText.h"
-#include "record/Layout.h"
 #include "values/Currency.h"
 #include "values/Date.h"
 #include "values/Value.h"
@@ -57,8 +58,13 @@ public:
         }
         value.View().copy(line.Slot(place), std::min(Width, static_cast<std::size_t>(place.length)));
     }
-    void Place(FixedLine& line, const FieldPlace& place, std::int64_t value) const;
+    void Place(FixedLine& line, const FieldPlace& place, std::integral auto value) const {
+        PlaceInteger(line, place, value);
+    }
+    /// By its shortest text.
+    void Place(FixedLine& line, const FieldPlace& place, double value) const;
     void Place(FixedLine& line, const FieldPlace& place, Currency value) const;
+    void Place(FixedLine& line, const FieldPlace& place, const std::optional<Date>& value) const;
 
     /// The same by mode. Null gives what no date gives; in another mode than Date it counts as empty text or 0.
     std::string FormatField(const data::Value& value, int width, FieldMode mode) const;
@@ -76,6 +82,7 @@ public:
     Currency ParseAmount(std::string_view field) const;
 
 private:
+    void PlaceInteger(FixedLine& line, const FieldPlace& place, std::int64_t value) const;
     void FillAmount(char* slot, int width, Currency value) const;
 
     FieldPolicy policy_;

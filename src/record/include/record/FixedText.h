@@ -14,6 +14,11 @@ template <std::size_t Width>
 class FixedText {
 public:
     FixedText() { Assign({}); }
+    /// Plain characters, at most as many as the width, for a constant.
+    template <std::size_t Size>
+    requires(Size <= Width + 1) explicit constexpr FixedText(const char (&plain)[Size]) : size_(Width) {
+        for (std::size_t i = 0; i < Width; ++i) bytes_[i] = i + 1 < Size ? plain[i] : ' ';
+    }
     explicit FixedText(std::string_view value) { Assign(value); }
     FixedText& operator=(std::string_view value) {
         Assign(value);

@@ -1,133 +1,219 @@
 #pragma once
 
 #include <array>
-#include <cstddef>
-#include <cstdint>
-#include <cstring>
+#include <stdexcept>
 #include <string>
 #include <string_view>
+#include <tuple>
+#include <type_traits>
+#include <utility>
 
-#include "values/Utf8.h"
+#include "record/FieldFormat.h"
+#include "values/Number.h"
 
-/// Fixed-width layouts as tables. One table says where every field of a line stands and by which rule it is written;
-/// the line is written from it and read back by it.
+/// Fixed-width records as tables. A record is a plain struct; a layout is one row for each field of its line, and the
+/// line is written, read back, cut into its fields and described from the same rows. The rows are known to the
+/// compiler, which writes out every line field by field: nothing is looked up and no pointer followed.
 namespace vlm {
 
-enum class FieldRule {
-    Blank,       // spaces
-    Number,      // zero-filled on the left, rightmost characters kept
-    Text,        // cut to the width, spaces after it
-    RightText,   // cut to the width, spaces before it, as it stands
-    Date,        // "ddmmyyyy"
-    Amount,      // zero-filled on the left
-    ShownDate,   // readable forms: dd/mm/yy
-    ShownAmount  // right-aligned
+/// What reading a line back does with a field.
+struct NotReadBack {};
+struct AsItStands {
+    template <class Member>
+    void operator()(Member& member, std::string_view field, const FieldFormat&) const {
+        member = field;
+    }
 };
+struct Trimmed {
+    template <class Member>
+    void operator()(Member& member, std::string_view field, const FieldFormat&) const {
+        member = text::Trim(field);
+    }
+};
+struct ReadAsNumber {  // the digits that it starts with, or 0; a field's characters fit its member
+    template <class Member>
+    void operator()(Member& member, std::string_view field, const FieldFormat&) const {
+        member = static_cast<Member>(text::LeadingInteger(field));
+    }
+};
+struct ReadAsAmount {
+    void operator()(Currency& member, std::string_view field, const FieldFormat& format) const {
+        member = format.ParseAmount(field);
+    }
+};
+inline constexpr NotReadBack kNotReadBack;
+inline constexpr AsItStands kAsItStands;
+inline constexpr Trimmed kTrimmed;
+inline constexpr ReadAsNumber kReadAsNumber;
+inline constexpr ReadAsAmount kReadAsAmount;
 
-/// Where a field stands, in characters from 1, and how it is written.
-struct FieldPlace {
-    int position;
+/// One row of a layout. What stands in the field is a member of the record, or a small function of the record; a
+/// function may give a pointer, and then none leaves the field blank. `name` and `note` are for people.
+template <class Value, class Back = NotReadBack>
+struct Field : FieldPlace {
+    Value value;
+    Back back;
+    const char* name;
+    const char* note;
+
+    constexpr Field(int at, int width, FieldRule how, const char* called, Value what, Back readBack,
+                    const char* remark = "")
+        : FieldPlace{at, width, how}, value(what), back(readBack), name(called), note(remark) {}
+    constexpr Field(int at, int width, FieldRule how, const char* called, Value what, const char* remark = "")
+        : Field(at, width, how, called, what, Back{}, remark) {}
+};
+template <class Value>
+Field(int, int, FieldRule, const char*, Value, const char*) -> Field<Value>;
+template <class Value>
+Field(int, int, FieldRule, const char*, Value) -> Field<Value>;
+
+/// Spaces.
+constexpr auto Blank(int at, int width) { return Field(at, width, FieldRule::Blank, "spazi", nullptr); }
+/// The same characters in every line.
+constexpr auto Constant(int at, int width, FieldRule how, const char* written) {
+    return Field(at, width, how, written, std::string_view(written), "costante");
+}
+
+/// A value that belongs to one kind of line only and elsewhere leaves its field blank; read back it is its member.
+/// `Here` tells of a record whether its line is of that kind.
+template <class Member, class Here>
+struct Only {
+    Member member;
+    Here here;
+    template <class Record>
+    constexpr auto operator()(const Record& record) const {
+        return here(record) ? &(record.*member) : nullptr;
+    }
+};
+template <class Member, class Here>
+Only(Member, Here) -> Only<Member, Here>;
+
+/// A function of the record that stands for a member when the line is read back.
+template <class Member, class Function>
+struct Derived {
+    Member member;
+    Function function;
+    template <class Record>
+    constexpr decltype(auto) operator()(const Record& record) const {
+        return function(record);
+    }
+};
+template <class Member, class Function>
+Derived(Member, Function) -> Derived<Member, Function>;
+
+/// Does not compile when fields overlap, start before 1, or do not end at the line's length.
+template <class... Fields>
+struct Layout {
     int length;
-    FieldRule rule;
-};
+    FieldFormat format;
+    std::tuple<Fields...> fields;
 
-/// `last` is the field of the line that closes a document, where a layout has one; elsewhere it is the same as `field`.
-template <class Field>
-struct LayoutField : FieldPlace {
-    Field field;
-    Field last;
-
-    constexpr LayoutField(int at, int width, FieldRule how, Field what) : LayoutField(at, width, how, what, what) {}
-    constexpr LayoutField(int at, int width, FieldRule how, Field what, Field closing)
-        : FieldPlace{at, width, how}, field(what), last(closing) {}
-};
-
-/// Checked at compile time: fields follow one another without overlap, the first starts at 1 or later, the last ends
-/// at the line's length.
-template <class Field, std::size_t N>
-consteval bool IsLayoutOf(const std::array<LayoutField<Field>, N>& layout, int lineLength) {
-    int next = 1;
-    for (const LayoutField<Field>& row : layout) {
-        if (row.position < next || row.length < 1) return false;
-        next = row.position + row.length;
-    }
-    return next == lineLength + 1;
-}
-
-/// The characters of a written line at a place; fewer, or none, of a line that is too short.
-inline std::string_view FieldAt(std::string_view line, const FieldPlace& place) {
-    return text::Mid(line, static_cast<std::size_t>(place.position), static_cast<std::size_t>(place.length));
-}
-
-/// The same where `field` stands. The field must be in the layout.
-template <auto field, std::size_t N, class Field>
-std::string_view FieldOf(std::string_view line, const std::array<LayoutField<Field>, N>& layout) {
-    for (const LayoutField<Field>& row : layout) {
-        if (row.field == field || row.last == field) return FieldAt(line, row);
-    }
-    return {};
-}
-
-/// A line under construction: all spaces, then fields are put from left to right over their places.
-class FixedLine {
-public:
-    FixedLine(std::string& out, int length) : out_(out) { out_.assign(static_cast<std::size_t>(length), ' '); }
-
-    /// The bytes of a place, to be filled with that many ASCII characters.
-    char* Slot(const FieldPlace& place) noexcept { return out_.data() + Offset(place); }
-
-    /// A text at the start of its place, cut to its width. A line of a file is one record: control characters in a
-    /// text, line ends among them, become spaces.
-    void Put(const FieldPlace& place, std::string_view value) {
-        const auto width = static_cast<std::size_t>(place.length);
-        if (value.size() > width) value = text::Left(value, width);
-        const std::size_t offset = Offset(place);
-        if (!IsPlain(value)) return PutUneven(offset, value);
-        value.copy(out_.data() + offset, value.size());
-    }
-
-private:
-    std::size_t Offset(const FieldPlace& place) const noexcept {
-        return static_cast<std::size_t>(place.position) - 1 + extra_;
-    }
-    /// ASCII without control characters, as nearly every field is. May say no to a text that is plain.
-    static bool IsPlain(std::string_view value) noexcept {
-        constexpr std::uint64_t kHigh = 0x8080808080808080ULL;
-        constexpr std::uint64_t kBlanks = 0x2020202020202020ULL;
-        const char* at = value.data();
-        std::size_t left = value.size();
-        std::uint64_t bits = 0;
-        for (; left >= 8; left -= 8, at += 8) {
-            std::uint64_t block = 0;
-            std::memcpy(&block, at, 8);
-            bits |= block | (block - kBlanks);  // a byte below the blank borrows into its highest bit
+    constexpr Layout(int characters, const FieldPolicy& policy, Fields... rows)
+        : length(characters), format(policy), fields(rows...) {
+        int next = 1;
+        for (const FieldPlace& row : {static_cast<const FieldPlace&>(rows)...}) {
+            if (row.position < next || row.length < 1) throw std::logic_error("fields overlap");
+            next = row.position + row.length;
         }
-        std::uint64_t rest = kBlanks;
-        if (left > 0) std::memcpy(&rest, at, left);
-        bits |= rest | (rest - kBlanks);
-        return (bits & kHigh) == 0;
-    }
-    /// What comes behind moves on by the bytes that `value` has beyond its characters.
-    void PutUneven(std::size_t offset, std::string_view value) {
-        const std::size_t more = value.size() - text::Length(value);
-        out_.insert(offset, more, ' ');
-        extra_ += more;
-        char* at = out_.data() + offset;
-        for (const char c : value) *at++ = static_cast<unsigned char>(c) < ' ' ? ' ' : c;
+        if (next != length + 1) throw std::logic_error("the last field does not end at the line's length");
     }
 
-    std::string& out_;
-    std::size_t extra_ = 0;  // bytes so far beyond the characters so far
+    static constexpr std::size_t kCount = sizeof...(Fields);
 };
 
-/// Writes a whole line: `put(line, row, field)` puts one field's text into its place.
-template <class Field, std::size_t N, class Put>
-void WriteFields(std::string& out, const std::array<LayoutField<Field>, N>& layout, int lineLength, bool closing,
-                 const Put& put) {
-    FixedLine line(out, lineLength);
-    for (const LayoutField<Field>& row : layout) {
-        if (row.rule != FieldRule::Blank) put(line, row, closing ? row.last : row.field);
+/// A layout of several tuples of rows, one behind the other.
+template <class... Parts>
+constexpr auto LayoutOf(int characters, const FieldPolicy& policy, const Parts&... parts) {
+    return std::apply([&](const auto&... rows) { return Layout(characters, policy, rows...); },
+                      std::tuple_cat(parts...));
+}
+
+/// Calls `each` with every row of a layout, in order.
+template <const auto& kLayout, class Each>
+constexpr void ForEachField(Each&& each) {
+    [&]<std::size_t... I>(std::index_sequence<I...>) { (each(std::integral_constant<std::size_t, I>{}), ...); }
+    (std::make_index_sequence<std::remove_cvref_t<decltype(kLayout)>::kCount>{});
+}
+
+/// What a row says of a record.
+template <class Row, class Record>
+constexpr decltype(auto) ValueOf(const Row& row, const Record& record) {
+    if constexpr (std::is_member_object_pointer_v<decltype(row.value)>) {
+        return (record.*row.value);
+    } else if constexpr (std::is_invocable_v<decltype(row.value), const Record&>) {
+        return row.value(record);
+    } else {
+        return (row.value);
     }
+}
+
+/// The member that a row stands for; nullptr for one that stands for none.
+template <class Row>
+constexpr auto MemberOf(const Row& row) {
+    if constexpr (std::is_member_object_pointer_v<decltype(row.value)>) {
+        return row.value;
+    } else if constexpr (requires { row.value.member; }) {
+        return row.value.member;
+    } else {
+        return nullptr;
+    }
+}
+
+/// Puts the fields of a layout that stand between two positions into a line.
+template <const auto& kLayout, int kFrom = 1, int kTo = kLayout.length, class Record>
+void PutFields(FixedLine& line, const Record& record) {
+    ForEachField<kLayout>([&](auto index) {
+        static constexpr const auto& kRow = std::get<index>(kLayout.fields);
+        if constexpr (kRow.rule != FieldRule::Blank && kRow.position >= kFrom && kRow.position <= kTo) {
+            decltype(auto) value = ValueOf(kRow, record);
+            if constexpr (std::is_pointer_v<std::remove_cvref_t<decltype(value)>>) {
+                if (value != nullptr) kLayout.format.Place(line, kRow, *value);
+            } else {
+                kLayout.format.Place(line, kRow, value);
+            }
+        }
+    });
+}
+
+/// Writes a whole line.
+template <const auto& kLayout, class Record>
+void WriteLine(std::string& out, const Record& record) {
+    FixedLine line(out, kLayout.length);
+    PutFields<kLayout>(line, record);
+}
+
+/// Reads back what the rows say is read back; the rest of the record stays. Short lines give what they have.
+template <const auto& kLayout, class Record>
+void ParseLine(std::string_view line, Record& record) {
+    ForEachField<kLayout>([&](auto index) {
+        static constexpr const auto& kRow = std::get<index>(kLayout.fields);
+        if constexpr (!std::is_same_v<std::remove_cvref_t<decltype(kRow.back)>, NotReadBack>) {
+            const std::string_view field = FieldAt(line, kRow);
+            kRow.back(record.*MemberOf(kRow), field, kLayout.format);
+        }
+    });
+}
+
+/// The texts of a line's fields, in order; put again at their places they are the line.
+template <const auto& kLayout>
+auto CutLine(std::string_view line) {
+    std::array<std::string_view, std::remove_cvref_t<decltype(kLayout)>::kCount> fields;
+    ForEachField<kLayout>([&](auto index) { fields[index] = FieldAt(line, std::get<index>(kLayout.fields)); });
+    return fields;
+}
+
+/// Where a member of the record stands in the line, the first time. Does not compile for one that does not.
+template <const auto& kLayout, auto kMember>
+consteval FieldPlace PlaceOf() {
+    FieldPlace found{0, 0, FieldRule::Blank};
+    ForEachField<kLayout>([&](auto index) {
+        const auto& row = std::get<index>(kLayout.fields);
+        if constexpr (std::is_same_v<decltype(MemberOf(row)), std::remove_cvref_t<decltype(kMember)>>) {
+            if (found.position == 0 && MemberOf(row) == kMember) found = row;
+        }
+    });
+    if (found.position == 0) throw std::logic_error("not in the layout");
+    return found;
 }
 
 }  // namespace vlm
