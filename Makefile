@@ -9,7 +9,7 @@ FUZZ_PACKAGES := clang libclang-rt-dev
 FUZZ_SECONDS ?= 30
 SUDO := $(shell [ "$$(id -u)" = 0 ] || command -v sudo)
 
-.PHONY: help deps build demo test windows bench fuzz format screenshots
+.PHONY: help deps build demo test windows bench fuzz format screenshots layouts
 
 help:
 	@echo "make demo    creates the demo clinic, exports a month and a quarter, imports a patient list"
@@ -19,6 +19,7 @@ help:
 	@echo "make bench   measures the export of 1,000,000 services and the import of 1,000,000 patients"
 	@echo "make fuzz    feeds broken files to the readers, FUZZ_SECONDS=30 for each target"
 	@echo "make format  formats the sources"
+	@echo "make layouts writes the pages of the layouts, docs/layouts"
 	@echo "make screenshots  pictures of every dialog, into docs/images"
 
 # Installs what is missing with the system's package manager, and says so; does nothing when all is there.
@@ -72,6 +73,12 @@ fuzz: deps
 
 format:
 	clang-format -i $$(git ls-files '*.cpp' '*.h')
+
+# The pages of the layouts, from the tables that write the lines; a test tells when they are stale.
+layouts: deps
+	cmake --preset dev
+	cmake --build --preset dev -j $(JOBS) --target layouts_tests
+	VLM_WRITE_LAYOUTS=1 build/dev/tests/layouts_tests --gtest_brief=1
 
 screenshots: deps
 	cmake --preset dev

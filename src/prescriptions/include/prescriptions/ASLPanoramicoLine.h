@@ -44,11 +44,12 @@ public:
     /// The record knows no anomalies.
     std::string GetErrors() const { return {}; }
 
-private:
-    struct Columns;
-    void ClearFields();
-    /// Nothing for no illness and for one that the database does not know; the latter is asked for again.
+    /// The code of an illness, at most 5 characters; nothing for no illness and for one that the database does not
+    /// know, which is asked for again.
     std::string LookupICD9(std::int32_t idPatologia);
+
+private:
+    void ClearFields();
 
     data::Recordset* rs_ = nullptr;
     data::ConnectionPtr connection_;

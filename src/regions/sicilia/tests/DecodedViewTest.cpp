@@ -32,7 +32,7 @@ Positions Written() { return ServiceLine().At(61, "MARIA GRAZIA TERESA").At(97, 
 
 TEST_F(DecodedViewTest, ShowsServiceAndClosingLineAtTheirPositions) {
     const std::string closing = ClosingLine(Written()).At(97, "2").At(180, "-0017,16").WithLineEnd();
-    const HostRun run = View("0", Written().WithLineEnd() + closing + Written().Line());
+    const HostRun run = View("0", Written().WithLineEnd() + closing + Written().At(97, "0").Line());
     const Positions first =
         Positions(101, {At(1, "190201"), At(9, "08"), At(12, "NCLMGR70E41G273K"), At(29, "NICOL\xD2 MARIA GRAZIA "),
                         At(50, "28/02/11"), At(60, "M"), At(62, "082053"), At(69, "1234567890123456"), At(88, "002"),
@@ -41,13 +41,14 @@ TEST_F(DecodedViewTest, ShowsServiceAndClosingLineAtTheirPositions) {
                                              At(46, "01/05/70"), At(56, "x"), At(58, "206"), At(65, "15/03/11"),
                                              At(74, "897"), At(82, "E02"), At(89, "01"), At(93, "    20,66")});
     const std::string service = first.WithLineEnd() + second.WithLineEnd();
+    const std::string unknownSex = Positions(first).With({At(60, "F")}).WithLineEnd() + second.WithLineEnd();
     const std::string closed =
         Positions(first).With({At(60, "F"), At(86, "2"), At(88, "000"), At(93, "     3,50")}).WithLineEnd() +
         Positions(second)
             .With({At(56, " "), At(62, "1 "), At(65, "        "), At(74, "   "), At(89, "99"), At(93, "   -17,16")})
             .WithLineEnd();
     // Two whole records of 224 bytes; the third has no line end.
-    EXPECT_EQ(Copy(), "\r\nNr. record elaborati: 2\r\n\r\n\r\n" + kHeadM + service + closed + "\r\n" + service +
+    EXPECT_EQ(Copy(), "\r\nNr. record elaborati: 2\r\n\r\n\r\n" + kHeadM + service + closed + "\r\n" + unknownSex +
                           "\r\n\r\n" + kLegendM);
     EXPECT_EQ(run.Of("run"),
               std::vector{R"({"event":"run","command":"Notepad.exe )" + clinic.work + R"(\\file.txt.tmp"})"});

@@ -168,6 +168,7 @@ TEST_F(DetailedRunTest, AnomaliesAreReportedAndNothingIsSent) {
                      ServiceClinic::Service({{"IDParcella", "2"},
                                              {"IDConsenso", "1"},
                                              {"PAZ_CodiceFiscale", "NULL"},
+                                             {"PAZ_Nome", "NULL"},
                                              {"IDTipoDocumento", "2"},
                                              {"NP_PrefissoNumerazione", "NULL"},
                                              {"NumeroDocumento", "88"},
