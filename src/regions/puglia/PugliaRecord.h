@@ -97,9 +97,11 @@ constexpr auto Slot() {
     return std::tuple{Field(
                           kCodice.position, kCodice.length, kCodice.rule, "CodicePrestazione",
                           [](const Ricetta& ricetta) { return text::Without(ricetta.Prestazioni[kSlot].Codice, '.'); },
-                          "senza punti, allineato a destra"),
-                      Field(kQuantita.position, kQuantita.length, kQuantita.rule, "Quantita",
-                            [](const Ricetta& ricetta) { return ricetta.Prestazioni[kSlot].Quantita; })};
+                          "CodicePrestazioneTariffario o, se manca, CodicePrestazione; senza punti"),
+                      Field(
+                          kQuantita.position, kQuantita.length, kQuantita.rule, "Quantita",
+                          [](const Ricetta& ricetta) { return ricetta.Prestazioni[kSlot].Quantita; },
+                          "1 se manca; 00 senza prestazione")};
 }
 constexpr auto AllSlots() {
     return []<std::size_t... kSlot>(std::index_sequence<kSlot...>) { return std::tuple_cat(Slot<kSlot>()...); }
