@@ -109,7 +109,7 @@ TEST(ProjectLineTest, AnyPartOfTheKeyStartsAnotherProject) {
         ProjectClinic::Project("1"),
         ProjectClinic::Project("1", {{"NumeroAutorizzazione", "'01'"}}),
         ProjectClinic::Project("1", {{"NumeroAutorizzazione", "'01'"}, {"Periodo", "2"}}),
-        ProjectClinic::Project("1", {{"NumeroAutorizzazione", "'01'"}, {"CodiceFiscale", "'B'"}}),
+        ProjectClinic::Project("1", {{"NumeroAutorizzazione", "'01'"}, {"Periodo", "2"}, {"CodiceFiscale", "'B'"}}),
         ProjectClinic::Project("1", {{"CodiceFiscale", "'b'"}}),
         ProjectClinic::Project("1", {{"CodiceFiscale", "'b'"}, {"DataAutorizzazione", "'2011-01-15 08:00:00'"}}),
         ProjectClinic::Project("1", {{"CodiceFiscale", "'b'"}, {"DataAutorizzazione", "NULL"}}),

@@ -111,7 +111,7 @@ TEST_F(PugliaPreviewTest, AnEmptyOrMissingFileOpensNoViewer) {
 }
 
 TEST_F(PugliaPreviewTest, OpensALargeFileAndFindsItsRowsInAnyOrder) {
-    constexpr int kRows = 200000;
+    constexpr int kRows = 50000;
     std::string bytes;
     bytes.reserve(kRows * 343U);
     Positions line = PugliaLine();
@@ -122,13 +122,13 @@ TEST_F(PugliaPreviewTest, OpensALargeFileAndFindsItsRowsInAnyOrder) {
     files::LineReader file(clinic.out + "/file.txt");
     ViewedFile shown(region, kRows, file);
     EXPECT_EQ(shown.RowCount(), kRows);
-    for (const int row : {kRows - 1, 0, 123456, 123457, 123455, 7, 199000}) {
+    for (const int row : {kRows - 1, 0, 23456, 23457, 23455, 7, 49000}) {
         EXPECT_EQ(shown.Cell(row, 1), std::to_string(row));
         EXPECT_EQ(shown.Cell(row, 45), "S");
     }
     // Somebody cuts the file while it is looked at.
     std::filesystem::resize_file(clinic.out + "/file.txt", 343);
-    EXPECT_EQ(shown.Cell(100000, 1), "");
+    EXPECT_EQ(shown.Cell(20000, 1), "");
     EXPECT_EQ(shown.Cell(0, 1), "0");
 }
 
