@@ -6,7 +6,6 @@
 #include "HostSession.h"
 #include "console/ConsoleToolkit.h"
 #include "console/JsonEventLog.h"
-#include "console/LoggedProgramStarter.h"
 #include "console/TextEventLog.h"
 #include "demo/DemoClinic.h"
 #include "demo/DemoClinicImport.h"

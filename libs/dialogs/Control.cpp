@@ -4,6 +4,8 @@
 #include <cmath>
 
 #include "dialogs/Dialog.h"
+#include "values/DateText.h"
+#include "values/Number.h"
 
 namespace vlm::ui {
 
@@ -42,6 +44,11 @@ void Control::SetVisible(bool visible) {
     Changed(false);
 }
 
+bool Control::HoldsCaption() const noexcept {
+    return kind_ == ControlKind::Label || kind_ == ControlKind::Frame || kind_ == ControlKind::Button ||
+           kind_ == ControlKind::CheckBox;
+}
+
 void Control::SetFocus() { dialog_.NotifyFocus(*this); }
 
 void Control::Changed(bool runHandler) {
@@ -55,6 +62,8 @@ void TextField::SetText(std::string text) {
     Changed(true);
 }
 
+std::string TextField::ShownText() const { return !password ? text_ : text_.empty() ? "" : "set"; }
+
 bool NumberField::SetValue(double value) {
     const bool outside = !(value >= minimum_ && value <= maximum_);  // also what is not a number
     if (value != 0 && (outside || HasMoreDecimals(value, decimals_))) return false;
@@ -64,11 +73,18 @@ bool NumberField::SetValue(double value) {
     return true;
 }
 
+std::string NumberField::ShownText() const {
+    if (value_ == 0) return {};  // an empty field
+    return text::FormatDecimals(Currency::FromDouble(value_), decimals_, false);
+}
+
 void DateField::SetValue(std::optional<vlm::Date> value) {
     if (value == value_) return;
     value_ = value;
     Changed(true);
 }
+
+std::string DateField::ShownText() const { return value_ ? text::DdMmYyyySlashes(*value_) : std::string(); }
 
 void CheckBox::SetChecked(bool checked) {
     if (checked == checked_) return;
@@ -102,6 +118,14 @@ void MultiList::SetSelected(std::set<int> positions) {
     if (positions == selected_) return;
     selected_ = std::move(positions);
     Changed(true);
+}
+
+std::string MultiList::ShownText() const {
+    std::string shown;
+    for (const int position : selected_) {
+        shown += (shown.empty() ? "" : ", ") + items_[static_cast<std::size_t>(position)];
+    }
+    return shown;
 }
 
 void ProgressBar::SetValue(int value) {

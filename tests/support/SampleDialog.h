@@ -13,16 +13,18 @@ namespace vlm::ui::test {
 
 class SampleModel : public GridModel {
 public:
-    const std::vector<Column>& Columns() const override { return columns_; }
+    const std::vector<Column>& Columns() const override { return columns; }
     int RowCount() const override { return static_cast<int>(cells.size()); }
-    std::string Cell(int row, int column) const override { return cells.at(row).at(column); }
+    std::string Cell(int row, int column) const override {
+        ++asked;
+        return cells.at(row).at(column);
+    }
 
     std::vector<std::vector<std::string>> cells{{"1", "ROSSI", "12"}, {"0", "NICOLÒ", "7"}};
-
-private:
-    std::vector<Column> columns_{{"Importa", "Importa", 40, true, true, false},
-                                 {"Cognome", "Cognome", 100, true, false, false},
-                                 {"IDPaziente", "", 0, false, false, true}};
+    mutable int asked = 0;  // how often for a cell
+    std::vector<Column> columns{{"Importa", "Importa", 40, true, true, false},
+                                {"Cognome", "Cognome", 100, true, false, false},
+                                {"IDPaziente", "", 0, false, false, true}};
 };
 
 /// One control of every kind. What happens to it is written down in `calls`.
@@ -64,7 +66,7 @@ public:
     }
     void HelpRequested() override { calls.push_back("Help"); }
     void KeyUp(Control* focus, KeyEvent key) override {
-        calls.push_back("up " + (focus ? focus->Name() : "-") + " " + std::to_string(key.code) + " " +
+        calls.push_back("up:" + (focus ? focus->Name() : "-") + ":" + std::to_string(key.code) + ":" +
                         std::to_string(key.shift));
     }
 

@@ -1,11 +1,10 @@
 #include <gtest/gtest.h>
 #include <sstream>
 
-#include "AnomalyReport.h"
 #include "console/ConsoleToolkit.h"
 #include "console/JsonEventLog.h"
 #include "desktop/WindowedProgramStarter.h"
-#include "support/FakeServices.h"
+#include "frmAnomalie.h"
 #include "support/TempFolder.h"
 #include "values/Error.h"
 
@@ -55,42 +54,39 @@ TEST(AnomalyReportTest, OtherTextsAreNoReport) {
     EXPECT_THROW(AnomalyReport(folder / "manca.txt"), Error);
 }
 
-struct Started {
-    explicit Started(const std::vector<std::string>& words) : toolkit(ui::ConsoleScript(words), log) {}
-    bool Has(const std::string& part) const { return out.str().find(part) != std::string::npos; }
-
+/// What comes of a command; a program that the machine starts is an event.
+std::string Started(const std::string& command, const std::vector<std::string>& steps = {}) {
     std::ostringstream out;
-    ui::JsonEventLog log{out};
-    ui::ConsoleToolkit toolkit;
-    vlm::test::FakeServices::Programs machine;
-    WindowedProgramStarter programs{toolkit, machine};
-};
+    ui::JsonEventLog log(out);
+    ui::ConsoleToolkit toolkit(ui::ConsoleScript(steps), log);
+    ui::LoggedProgramStarter machine(log);
+    WindowedProgramStarter(toolkit, machine).Start(command);
+    return out.str();
+}
 
 TEST(WindowedProgramStarterTest, ShowsReportsAsListsAndOtherTextsLineByLine) {
     const TempFolder folder;
-    const std::string report = folder / "20110311MErr.txt";
+    const std::string report = folder / "20110311MErr.txt", other = folder / "2011 decodificato.tmp";
     WriteBytes(report, "Fattura A-125 del 16/03/2011: [12] Numero ricetta mancante\r\n");
-    Started list({"grdAnomalie?", "lblTotale?", "cmdApri!"});
-    list.programs.Start("Notepad.exe " + report);
-    EXPECT_TRUE(list.Has(R"("name":"frmAnomalie")")) << list.out.str();
-    EXPECT_TRUE(list.Has(R"("cells":[["Fattura","A-125","16/03/2011","","[12] Numero ricetta mancante"]])"));
-    EXPECT_TRUE(list.Has(R"("caption":"1 anomalia")"));
-    EXPECT_EQ(list.machine.started, std::vector<std::string>{"Notepad.exe " + report});
-
-    WriteBytes(folder / "2011 decodificato.tmp", "prima \xE0\r\n\r\nultima");
-    Started text({"grdTesto?"});
-    text.programs.Start("notepad.EXE \"" + (folder / "2011 decodificato.tmp") + "\"");
-    EXPECT_TRUE(text.Has(R"("cells":[["1","prima à"],["2",""],["3","ultima"]])")) << text.out.str();
-    EXPECT_EQ(text.machine.started, std::vector<std::string>{});
+    const std::string list = Started("Notepad.exe " + report, {"grdAnomalie?", "lblTotale?", "cmdApri!"});
+    WriteBytes(other, "prima \xE0\r\n\r\nultima");
+    const std::string text = Started("notepad.EXE \"" + other + "\"", {"grdTesto?"});
+    const std::pair<std::string, std::string> parts[] = {
+        {list, R"("name":"frmAnomalie")"},
+        {list, R"("cells":[["Fattura","A-125","16/03/2011","","[12] Numero ricetta mancante"]])"},
+        {list, R"("caption":"1 anomalia")"},
+        {list, R"({"event":"run","command":"Notepad.exe )" + report + "\"}\n"},
+        {text, R"("cells":[["1","prima à"],["2",""],["3","ultima"]])"}};
+    for (const auto& [told, part] : parts) {
+        EXPECT_NE(told.find(part), std::string::npos) << part << " in " << told;
+    }
+    EXPECT_EQ(text.find(R"("event":"run")"), std::string::npos);
 }
 
 TEST(WindowedProgramStarterTest, OtherProgramsAreTheMachinesAndWhatIsNotThereIsAnError) {
-    const TempFolder folder;
-    Started other({});
-    other.programs.Start("Calc.exe 1");
-    EXPECT_EQ(other.machine.started, std::vector<std::string>{"Calc.exe 1"});
-    EXPECT_THROW(other.programs.Start("Notepad.exe " + (folder / "manca.txt")), Error);
-    EXPECT_EQ(other.out.str(), "");
+    EXPECT_EQ(Started("Calc.exe 1"), R"({"event":"run","command":"Calc.exe 1"})"
+                                     "\n");
+    EXPECT_THROW(Started("Notepad.exe " + (TempFolder() / "manca.txt")), Error);
 }
 
 }  // namespace

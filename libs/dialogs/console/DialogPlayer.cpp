@@ -1,9 +1,7 @@
 #include "DialogPlayer.h"
 
-#include "ControlInput.h"
-#include "ControlState.h"
+#include "ControlKinds.h"
 #include "dialogs/Grid.h"
-#include "dialogs/Mnemonic.h"
 
 namespace vlm::ui {
 
@@ -147,8 +145,7 @@ Control& DialogPlayer::Named(const ScriptStep& step) const {
 
 Control& DialogPlayer::Usable(const ScriptStep& step) const {
     Control& control = Named(step);
-    const bool secret = control.Kind() == ControlKind::Text && As<TextField>(control).password;
-    if (secret && !(dialog_.IsVisible(control) && dialog_.IsEnabled(control))) {
+    if (IsSecret(control) && !(dialog_.IsVisible(control) && dialog_.IsEnabled(control))) {
         throw ScriptError(control.Name(), "il campo non si può riempire");
     }
     if (!dialog_.IsVisible(control)) throw ScriptError(step.text, "il controllo " + control.Name() + " è nascosto");

@@ -4,9 +4,6 @@
 #include <charconv>
 #include <string_view>
 
-#include "KeyName.h"
-#include "console/ScriptError.h"
-
 namespace vlm::ui {
 
 namespace {

@@ -1,17 +1,115 @@
 #include "console/TextEventLog.h"
 
+#include <algorithm>
 #include <ostream>
 
-#include "ControlState.h"
-#include "TextDrawing.h"
-#include "dialogs/Mnemonic.h"
+#include "ControlKinds.h"
+#include "TextLayout.h"
+#include "dialogs/Grid.h"
+#include "values/Number.h"
+#include "values/Utf8.h"
 
 namespace vlm::ui {
 
 namespace {
 
 constexpr std::size_t kMessageWidth = 76;
+constexpr std::size_t kColumnWidth = 28;
+constexpr int kRowsInDialog = 5;
 constexpr int kRowsOfGrid = 20;
+
+std::string DrawCell(const Grid& grid, int row, std::size_t column) {
+    const std::string cell = grid.Model()->Cell(row, static_cast<int>(column));
+    return grid.Model()->Columns()[column].checkBox ? (cell == "1" ? "[x]" : "[ ]") : Fit(cell, kColumnWidth);
+}
+
+std::string LabelOf(const Dialog::Row& row) { return WithoutMnemonic(row.label); }
+
+const Control* VisibleOf(const Dialog::Cell& cell) {
+    const auto found =
+        std::find_if(cell.stack.begin(), cell.stack.end(), [](const Control* each) { return each->Visible(); });
+    return found == cell.stack.end() ? nullptr : *found;
+}
+
+/// The control's own caption, else the label of its row, else its name; without mnemonic marks.
+std::string TitleOf(const Control& control) {
+    if (!control.Caption().empty()) return WithoutMnemonic(control.Caption());
+    for (const Dialog::Row& row : control.Owner().Rows()) {
+        for (const Dialog::Cell& cell : row.cells) {
+            const bool here = std::find(cell.stack.begin(), cell.stack.end(), &control) != cell.stack.end();
+            if (here && !row.label.empty()) return LabelOf(row);
+        }
+    }
+    return control.Name();
+}
+
+/// Headings and the first `most` rows of the columns that are shown, and how many rows follow.
+Lines DrawGrid(const Grid& grid, int most) {
+    if (grid.Model() == nullptr) return {};
+    const std::vector<GridModel::Column>& columns = grid.Model()->Columns();
+    const int rows = std::min(grid.RowCount(), most);
+    Lines lines(static_cast<std::size_t>(rows) + 1);
+    lines[0] = "  ";
+    for (int row = 0; row < rows; ++row)
+        lines[static_cast<std::size_t>(row) + 1] = row == grid.CurrentRow() ? "▸ " : "  ";
+    for (std::size_t column = 0; column < columns.size(); ++column) {
+        if (!columns[column].visible) continue;
+        Lines cells{Fit(columns[column].title, kColumnWidth)};
+        for (int row = 0; row < rows; ++row) cells.push_back(DrawCell(grid, row, column));
+        std::size_t width = 0;
+        for (const std::string& cell : cells) width = std::max(width, text::Length(cell));
+        for (std::size_t i = 0; i < cells.size(); ++i) {
+            lines[i] += (columns[column].rightAligned ? PadLeft(cells[i], width) : PadRight(cells[i], width)) + "  ";
+        }
+    }
+    for (std::string& line : lines) line = text::TrimRight(std::string(line));
+    if (rows < grid.RowCount())
+        lines.push_back("  … altre righe: " + text::FormatInteger(grid.RowCount() - rows, true));
+    return lines;
+}
+
+/// A field that brings a caption of its own beside the row's label shows it.
+std::string DrawCaptioned(const Control& control, const Dialog::Row& row) {
+    const bool shown = control.HoldsCaption() || control.Caption().empty() || control.Caption() == row.label;
+    return (shown ? "" : WithoutMnemonic(control.Caption()) + " ") + DrawControl(control);
+}
+
+/// The cells of a row in one line; grids follow below it.
+void DrawRow(const Dialog::Row& row, std::size_t labelWidth, Lines& lines) {
+    std::string line;
+    Lines grids;
+    for (const Dialog::Cell& cell : row.cells) {
+        const Control* control = VisibleOf(cell);
+        if (control == nullptr) continue;
+        if (control->Kind() == ControlKind::Grid) {
+            const Lines grid = DrawGrid(As<Grid>(*control), kRowsInDialog);
+            grids.insert(grids.end(), grid.begin(), grid.end());
+        } else {
+            line += (line.empty() ? "" : "  ") + DrawCaptioned(*control, row);
+        }
+    }
+    if (!line.empty()) lines.push_back(PadRight(LabelOf(row), labelWidth) + (labelWidth > 0 ? "  " : "") + line);
+    lines.insert(lines.end(), grids.begin(), grids.end());
+}
+
+/// The visible rows with their labels, and the buttons, in a frame that carries the title.
+Lines DrawDialog(const Dialog& dialog) {
+    std::size_t labelWidth = 0;
+    for (const Dialog::Row& row : dialog.Rows()) labelWidth = std::max(labelWidth, text::Length(LabelOf(row)));
+    Lines lines;
+    const Frame* frame = nullptr;
+    for (const Dialog::Row& row : dialog.Rows()) {
+        if (row.frame != nullptr && !row.frame->Visible()) continue;
+        if (row.frame != nullptr && row.frame != frame) lines.push_back("── " + DrawControl(*row.frame) + " ──");
+        frame = row.frame;
+        DrawRow(row, labelWidth, lines);
+    }
+    std::string buttons;
+    for (const Button* button : dialog.Buttons()) {
+        if (button->Visible()) buttons += (buttons.empty() ? "" : "  ") + DrawControl(*button);
+    }
+    return Box(WithoutMnemonic(dialog.Title()), lines, buttons);
+}
 
 std::string Word(Icon icon) {
     switch (icon) {

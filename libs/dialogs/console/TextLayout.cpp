@@ -1,4 +1,4 @@
-#include "console/TextLayout.h"
+#include "TextLayout.h"
 
 #include <algorithm>
 

@@ -1,14 +1,12 @@
-#include "qt/DialogForm.h"
+#include "DialogForm.h"
 
 #include <QHBoxLayout>
+#include <QPushButton>
 #include <algorithm>
 
-#include "controls/ButtonWidget.h"
 #include "controls/GridWidget.h"
-#include "controls/MakeControlWidget.h"
 #include "controls/QtText.h"
 #include "dialogs/Grid.h"
-#include "dialogs/Mnemonic.h"
 
 namespace vlm::ui {
 
@@ -18,13 +16,6 @@ constexpr int kLabelColumn = 0;
 constexpr int kFieldColumn = 1;
 constexpr int kAboveButtons = 8;
 constexpr int kNarrowestButton = 88;
-
-/// These show their caption themselves.
-bool DrawsCaption(const Control& control) {
-    const ControlKind kind = control.Kind();
-    return kind == ControlKind::Label || kind == ControlKind::Frame || kind == ControlKind::Button ||
-           kind == ControlKind::CheckBox;
-}
 
 /// What is hidden keeps its room, so that nothing jumps when it comes back; a grid leaves its room to the next one, a
 /// button to the field beside it.
@@ -142,7 +133,7 @@ QWidget* DialogForm::MakeCell(const Dialog::Row& row, const Dialog::Cell& cell) 
 /// The widget, and before it the control's own caption where that tells more than the row's label.
 QWidget* DialogForm::MakePart(const Dialog::Row& row, Control& control) {
     QWidget* part = &Make(control, false).Widget();
-    if (!DrawsCaption(control) && !control.Caption().empty() && control.Caption() != row.label) {
+    if (!control.HoldsCaption() && !control.Caption().empty() && control.Caption() != row.label) {
         auto* label = new QLabel(ToQt(control.Caption()));
         label->setBuddy(part);
         auto* captioned = new QWidget;
@@ -174,7 +165,7 @@ void DialogForm::AddButtons(QGridLayout& outer) {
         parts_[button] = &widget;
         bar->addWidget(&widget);
         width = std::max(width, widget.sizeHint().width());
-        if (button == dialog_.DefaultButton()) static_cast<ButtonWidget&>(*widgets_[button]).MakeDefault();
+        if (button == dialog_.DefaultButton()) static_cast<QPushButton&>(widget).setDefault(true);
     }
     for (const Button* button : dialog_.Buttons()) parts_[button]->setMinimumWidth(width);
     outer.addLayout(bar, outer.rowCount(), kLabelColumn, 1, 2);

@@ -1,22 +1,24 @@
-#include "qt/QtDialog.h"
+#include "QtDialog.h"
 
 #include <QApplication>
+#include <QCloseEvent>
 #include <QKeyEvent>
-#include <QLabel>
 #include <QScreen>
 #include <QToolTip>
 #include <algorithm>
 
-#include "KeyCodes.h"
-#include "WorkInput.h"
+#include "InputEvents.h"
 #include "controls/QtText.h"
-#include "dialogs/Mnemonic.h"
 
 namespace vlm::ui {
 
 namespace {
 
 constexpr int kNarrowest = 440;  // pixels at 96 dots an inch
+constexpr const char* kApplication = "Aldra";
+constexpr const char* kSection = "Settings";
+constexpr int kLeastSide = 100;  // of a window that was kept
+constexpr int kMostSide = 20000;
 
 bool Resizes(const Dialog& dialog) {
     return std::any_of(dialog.Controls().begin(), dialog.Controls().end(),
@@ -33,8 +35,33 @@ bool IsAltCharacter(KeyEvent key) {
 
 }  // namespace
 
-QtDialog::QtDialog(Dialog& dialog, WindowSizes& sizes, QWidget* parent)
-    : dialog_(dialog), sizes_(sizes), window_(parent, Resizes(dialog)) {
+DialogWindow::DialogWindow(QWidget* parent, bool resizes) : QDialog(parent) {
+    setWindowModality(Qt::ApplicationModal);
+    if (resizes) setWindowFlag(Qt::WindowMaximizeButtonHint);
+}
+
+void DialogWindow::ShowModal() {
+    if (ended_) return;
+    show();
+    activateWindow();
+    loop_.exec();
+    hide();
+}
+
+void DialogWindow::End() {
+    ended_ = true;
+    loop_.quit();
+}
+
+void DialogWindow::closeEvent(QCloseEvent* event) {
+    event->ignore();
+    if (!ended_) onClose();
+}
+
+void DialogWindow::keyPressEvent(QKeyEvent* event) { event->ignore(); }
+
+QtDialog::QtDialog(Dialog& dialog, sys::SettingsStore& settings, QWidget* parent)
+    : dialog_(dialog), settings_(settings), window_(parent, Resizes(dialog)) {
     dialog_.Attach(this);
     window_.onClose = [this] { Act([this] { dialog_.FrameClose(); }); };
 }
@@ -67,7 +94,7 @@ void QtDialog::Build() {
     window_.setMinimumWidth(std::max(kNarrowest, window_.minimumSizeHint().width()));
     naturalSize_ = window_.sizeHint().expandedTo({kNarrowest, 0});
     const QSize screen = window_.screen()->availableGeometry().size() * 0.95;
-    window_.resize(sizes_.SizeOf(dialog_.Name()).value_or(naturalSize_).boundedTo(screen));
+    window_.resize(KeptSize().boundedTo(screen));
     naturalSize_ = window_.size();
     PlaceFocus();
 }
@@ -84,9 +111,26 @@ void QtDialog::PlaceFocus() {
     }
 }
 
+/// The natural size when none was kept or what stands there is no size.
+QSize QtDialog::KeptSize() const {
+    try {
+        const std::string kept = settings_.Get(kApplication, kSection, "Window." + dialog_.Name(), "");
+        const QStringList sides = ToQt(kept).split('x');
+        const auto possible = [](int side) { return side >= kLeastSide && side <= kMostSide; };
+        const QSize size(sides.value(0).toInt(), sides.value(1).toInt());
+        if (sides.size() == 2 && possible(size.width()) && possible(size.height())) return size;
+    } catch (const std::exception&) {  // settings that cannot be read kept nothing
+    }
+    return naturalSize_;
+}
+
 void QtDialog::KeepSize() {
     if (form_ == nullptr || window_.isMaximized() || window_.size() == naturalSize_) return;
-    sizes_.Keep(dialog_.Name(), window_.size());
+    try {
+        settings_.Save(kApplication, kSection, "Window." + dialog_.Name(),
+                       std::to_string(window_.width()) + "x" + std::to_string(window_.height()));
+    } catch (const std::exception&) {  // a size that is not kept is no error of the dialog
+    }
 }
 
 void QtDialog::ControlChanged(Control& control) {

@@ -2,12 +2,11 @@
 
 #include <QApplication>
 #include <QDesktopServices>
-#include <QMessageBox>
 #include <QUrl>
 
-#include "FileChoosers.h"
+#include "AskWindows.h"
 #include "GridPrint.h"
-#include "MessageWindow.h"
+#include "QtDialog.h"
 #include "controls/GridWidget.h"
 #include "controls/QtText.h"
 
@@ -29,7 +28,7 @@ private:
 
 QtToolkit::QtToolkit(sys::SettingsStore& settings)
     : onPrinted([](const std::string& path) { QDesktopServices::openUrl(QUrl::fromLocalFile(ToQt(path))); }),
-      sizes_(settings) {}
+      settings_(settings) {}
 
 QWidget* QtToolkit::TopWindow() const { return shown_.empty() ? nullptr : shown_.back()->Window(); }
 
@@ -39,7 +38,7 @@ ControlWidget* QtToolkit::Find(const Control& control) const {
 
 void QtToolkit::ShowModal(Dialog& dialog) {
     const PointerLift lift(*this);
-    QtDialog showing(dialog, sizes_, TopWindow());
+    QtDialog showing(dialog, settings_, TopWindow());
     struct Entry {
         Entry(std::vector<QtDialog*>& list, QtDialog* entry) : shown(list) { shown.push_back(entry); }
         ~Entry() { shown.pop_back(); }

@@ -1,11 +1,11 @@
-#include "qt/SearchBar.h"
+#include "SearchBar.h"
 
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QShortcut>
 #include <QToolButton>
 
-#include "controls/EntryMark.h"
+#include "ControlWidget.h"
 #include "controls/QtText.h"
 
 namespace vlm::ui {

@@ -1,13 +1,14 @@
 #include <gtest/gtest.h>
 #include <limits>
 
-#include "dialogs/Mnemonic.h"
 #include "support/SampleDialog.h"
+#include "support/Words.h"
 #include "values/Error.h"
 
 namespace vlm::ui::test {
 namespace {
 
+using vlm::test::WordsOf;
 using Calls = std::vector<std::string>;
 
 /// Writes down what the dialog tells its view.
@@ -38,9 +39,9 @@ TEST(DialogModel, HandlersRunWhenTheValueChangesAndChoicesAlwaysDo) {
         dialog.grdElenco.SetCurrentRow(1);
         dialog.prgLettura.SetValue(250);
     }
-    const Calls calls{"txtNome",    "numAnno", "dtData",    "chkSimula", "lstTipi",
-                      "optTipo",    "lstMese", "cboBranca", "cboBranca", "grdElenco",
-                      "prgLettura", "optTipo", "lstMese",   "cboBranca", "cboBranca"};
+    const Calls calls = WordsOf(
+        "txtNome numAnno dtData chkSimula lstTipi optTipo lstMese cboBranca cboBranca grdElenco prgLettura "
+        "optTipo lstMese cboBranca cboBranca");
     EXPECT_EQ(dialog.calls, calls);
     Calls seen = calls;
     seen.insert(seen.begin() + 11, "repaint");
@@ -76,18 +77,17 @@ TEST(DialogModel, StatesAndNewEntriesTellTheViewButRunNoHandler) {
 }
 
 TEST(DialogModel, NumberFieldsTakeOnlyWhatFits) {
-    struct Case {
-        double value;
-        bool taken;
-    };
     SampleDialog dialog;
-    for (const Case& each :
-         {Case{-5, true}, Case{10, true}, Case{10.01, false}, Case{-5.01, false}, Case{1.25, true}, Case{0.07, true},
-          Case{1.255, false}, Case{0.001, false}, Case{0, true}, Case{std::numeric_limits<double>::quiet_NaN(), false},
-          Case{std::numeric_limits<double>::infinity(), false}}) {
+    const auto taken = [&dialog](double value) {
         dialog.numPeso.SetValue(3);
-        EXPECT_EQ(dialog.numPeso.SetValue(each.value), each.taken) << each.value;
-        EXPECT_EQ(dialog.numPeso.Value(), each.taken ? each.value : 3) << each.value;
+        const bool accepted = dialog.numPeso.SetValue(value);
+        EXPECT_EQ(dialog.numPeso.Value(), accepted ? value : 3) << value;
+        return accepted;
+    };
+    for (const double value : {-5.0, 10.0, 1.25, 0.07, 0.0}) EXPECT_TRUE(taken(value)) << value;
+    for (const double value : {10.01, -5.01, 1.255, 0.001, std::numeric_limits<double>::quiet_NaN(),
+                               std::numeric_limits<double>::infinity()}) {
+        EXPECT_FALSE(taken(value)) << value;
     }
     EXPECT_TRUE(dialog.numAnno.SetValue(2012));
     EXPECT_TRUE(dialog.numAnno.SetValue(0)) << "0 empties a field whose bounds do not reach it";
@@ -107,22 +107,18 @@ TEST(DialogModel, PickListsKeepEveryColumnOfTheirRows) {
     EXPECT_EQ(list.SelectedKey(), 4) << "an unknown key leaves the choice";
 }
 
-TEST(DialogModel, KeysDoNotReachButtonsThatCannotBeClicked) {
+TEST(DialogModel, ReturnAndEscapeClickWhatCanBeClicked) {
     SampleDialog dialog;
+    const KeyEvent enter{kKeyReturn, kShiftNone}, escape{kKeyEscape, kShiftNone};
+    EXPECT_TRUE(dialog.KeyDown(&dialog.cmdApri, enter)) << "the button that has the focus";
+    EXPECT_TRUE(dialog.KeyDown(&dialog.txtNome, enter)) << "the default button";
+    dialog.cmdApri.SetEnabled(false);
     dialog.cmdOk.SetEnabled(false);
     dialog.cmdChiudi.SetVisible(false);
-    EXPECT_FALSE(dialog.KeyDown(nullptr, {kKeyReturn, kShiftNone}));
-    EXPECT_FALSE(dialog.KeyDown(nullptr, {kKeyEscape, kShiftNone}));
+    EXPECT_FALSE(dialog.KeyDown(&dialog.cmdApri, enter));
+    EXPECT_FALSE(dialog.KeyDown(nullptr, enter));
+    EXPECT_FALSE(dialog.KeyDown(nullptr, escape));
     EXPECT_FALSE(dialog.IsClosing());
-    EXPECT_EQ(dialog.calls, Calls());
-}
-
-TEST(DialogModel, ReturnClicksTheButtonThatHasTheFocus) {
-    SampleDialog dialog;
-    EXPECT_TRUE(dialog.KeyDown(&dialog.cmdApri, {kKeyReturn, kShiftNone}));
-    dialog.cmdApri.SetEnabled(false);
-    EXPECT_FALSE(dialog.KeyDown(&dialog.cmdApri, {kKeyReturn, kShiftNone}));
-    EXPECT_TRUE(dialog.KeyDown(&dialog.txtNome, {kKeyReturn, kShiftNone}));
     EXPECT_EQ(dialog.calls, (Calls{"cmdApri", "cmdOk"}));
 }
 
@@ -169,6 +165,51 @@ TEST(DialogModel, MnemonicsStandBehindSingleAmpersands) {
           Case{"Fine&", "Fine&", 0}, Case{"", "", 0}, Case{"&È", "È", 0}}) {
         EXPECT_EQ(WithoutMnemonic(each.caption), each.plain);
         EXPECT_EQ(MnemonicKey(each.caption), each.key) << each.caption;
+    }
+}
+
+SampleModel Column(const Calls& texts) {
+    SampleModel model;
+    model.cells.clear();
+    for (const std::string& text : texts) model.cells.push_back({text});
+    return model;
+}
+
+std::string Shown(const GridModel& model, const RowOrder& order) {
+    std::string shown;
+    for (int place = 0; place < model.RowCount(); ++place) {
+        EXPECT_EQ(order.PlaceOf(order.RowAt(place)), place);
+        shown += (place > 0 ? "|" : "") + model.Cell(order.RowAt(place), 0);
+    }
+    return shown;
+}
+
+TEST(RowOrder, EachColumnIsSortedAsWhatItHolds) {
+    struct Case {
+        Calls cells;
+        const char *ascending, *descending;
+    };
+    for (const Case& each :
+         {Case{{"02/03/2011", "15/01/2012", "", "31/12/2010"},
+               "|31/12/2010|02/03/2011|15/01/2012",
+               "15/01/2012|02/03/2011|31/12/2010|"},
+          Case{{"1.234,50", "9", "-3", "20,66"}, "-3|9|20,66|1.234,50", "1.234,50|20,66|9|-3"},
+          Case{{"rossi", "Bianchi", "ÈVA", "èva"}, "Bianchi|rossi|ÈVA|èva", "ÈVA|èva|rossi|Bianchi"},
+          Case{{"02/03/2011", "10/01/2011", "mai"}, "02/03/2011|10/01/2011|mai", "mai|10/01/2011|02/03/2011"},
+          Case{{"10", "9", "A1"}, "10|9|A1", "A1|9|10"}, Case{{"b", "a", "B", "A"}, "a|A|b|B", "b|B|a|A"},
+          Case{{}, "", ""}}) {
+        const SampleModel model = Column(each.cells);
+        RowOrder order;
+        order.Sort(model, 0, false);
+        EXPECT_EQ(Shown(model, order), each.ascending);
+        order.Sort(model, 0, true);
+        EXPECT_EQ(Shown(model, order), each.descending);
+        for (const int place : {-1, 4, 100}) {
+            EXPECT_EQ(order.RowAt(place), place) << "a place that was not sorted is itself";
+            EXPECT_EQ(order.PlaceOf(place), place);
+        }
+        order.Clear();
+        EXPECT_EQ(order.RowAt(1), 1);
     }
 }
 

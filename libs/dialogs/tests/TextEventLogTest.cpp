@@ -3,19 +3,25 @@
 
 #include "console/ConsoleToolkit.h"
 #include "console/TextEventLog.h"
-#include "console/TextLayout.h"
 #include "support/SampleDialog.h"
+#include "support/Words.h"
 
 namespace vlm::ui::test {
 namespace {
 
-TEST(TextEventLog, DrawsDialogsAndTellsTheSteps) {
-    std::ostringstream out;
-    TextEventLog log(out);
-    ConsoleToolkit toolkit(
-        ConsoleScript({"txtNome=C:\\Aldra", "txtParola=segreta", "chkSimula=1", "cboBranca=9", "cmdOk!", "dtData="}),
-        log);
+/// A dialog that is shown to a script, and what is told of it, after an empty line.
+struct Told {
+    explicit Told(const std::string& words) : toolkit(ConsoleScript(vlm::test::WordsOf(words)), log) {}
+
+    std::ostringstream out{"\n", std::ios::ate};
+    TextEventLog log{out};
+    ConsoleToolkit toolkit;
     SampleDialog dialog;
+};
+
+TEST(TextEventLog, DrawsDialogsAndTellsTheSteps) {
+    Told told("txtNome=C:\\Aldra txtParola=segreta chkSimula=1 cboBranca=9 cmdOk! dtData=");
+    SampleDialog& dialog = told.dialog;
     dialog.txtParola.password = true;
     dialog.numAnno.SetValue(2012);
     dialog.lstTipi.SetSelected({1});
@@ -24,10 +30,10 @@ TEST(TextEventLog, DrawsDialogsAndTellsTheSteps) {
     dialog.cmdOk.OnChange = [&] {
         dialog.prgLettura.SetValue(50);
         dialog.prgLettura.SetValue(100);
-        toolkit.Show({"Prima riga.\r\nSeconda.", "Aldra", Icon::Question, Buttons::YesNo});
+        told.toolkit.Show({"Prima riga.\r\nSeconda.", "Aldra", Icon::Question, Buttons::YesNo});
     };
-    toolkit.ShowModal(dialog);
-    EXPECT_EQ("\n" + out.str(), R"(
+    told.toolkit.ShowModal(dialog);
+    EXPECT_EQ(told.out.str(), R"(
 ┌─ Finestra di prova ────────────────────────────────────────────────────────────────────┐
 │ Nome    [                        ]  [ Sfoglia ... ]                                    │
 │ Parola  [                        ]                                                     │
@@ -48,8 +54,8 @@ TEST(TextEventLog, DrawsDialogsAndTellsTheSteps) {
   › Mese: Radiologia "A"
   › [ Avvia ]
 )"
-                                "\r  › avanzamento: 50%  \r  › avanzamento: 100%  \n"
-                                R"(  ┌─ Aldra · DOMANDA ─┐
+                              "\r  › avanzamento: 50%  \r  › avanzamento: 100%  \n"
+                              R"(  ┌─ Aldra · DOMANDA ─┐
   │ Prima riga.       │
   │ Seconda.          │
   │   [ Sì ]  ▸[ No ] │
@@ -60,33 +66,28 @@ TEST(TextEventLog, DrawsDialogsAndTellsTheSteps) {
 }
 
 TEST(TextEventLog, TellsEverythingElseInALineOfItsOwn) {
-    std::ostringstream out;
-    TextEventLog log(out);
-    ConsoleToolkit toolkit(ConsoleScript({"in:frmInterna", "txtFermo?", "end:", "answer:C:\\dati", "cmdApri!",
-                                          "grdElenco!2", "grdElenco?", "chkSimula?", "txtNascosto?"}),
-                           log);
-    SampleDialog dialog;
+    Told told("in:frmInterna txtFermo? end: answer:C:\\dati cmdApri! grdElenco!2 grdElenco? chkSimula? txtNascosto?");
+    SampleDialog& dialog = told.dialog;
     for (int i = 0; i < 5; ++i) dialog.model->cells.push_back({"1", "BIANCHI", "1"});
     for (const char* hidden : {"txtNome", "txtParola", "fraDati", "lstMese", "cboBranca", "lstTipi", "txtFermo",
                                "lblInfo", "prgLettura", "cmdChiudi"}) {
         dialog.Find(hidden)->SetVisible(false);
     }
     dialog.cmdApri.OnChange = [&] {
-        class Inner : public Dialog {
-        public:
+        struct Inner : Dialog {
             Inner() : Dialog("frmInterna", "Interna") { AddRow("Percorso di &origine", {{{&txtFermo}}}); }
             TextField txtFermo{*this, "txtFermo"};
         } inner;
         inner.txtFermo.SetEnabled(false);
-        toolkit.ShowModal(inner);
-        toolkit.ChooseFolder("");
-        toolkit.ChooseFile({});
-        log.Run("Notepad.exe a.txt");
-        log.Help(5920);
+        told.toolkit.ShowModal(inner);
+        told.toolkit.ChooseFolder("");
+        told.toolkit.ChooseFile({});
+        told.log.Run("Notepad.exe a.txt");
+        told.log.Help(5920);
         dialog.numAnno.SetFocus();
     };
-    toolkit.ShowModal(dialog);
-    EXPECT_EQ("\n" + out.str(), R"(
+    told.toolkit.ShowModal(dialog);
+    EXPECT_EQ(told.out.str(), R"(
 ┌─ Finestra di prova ─────┐
 │ Nome    [ Sfoglia ... ] │
 │   Importa  Cognome      │
@@ -123,15 +124,6 @@ TEST(TextEventLog, TellsEverythingElseInALineOfItsOwn) {
   = Nome: (vuoto) (txtNascosto, nascosto)
 « chiusa: Finestra di prova
 )");
-}
-
-TEST(TextLayout, WrapsAtBlanksAndCutsWithAnEllipsis) {
-    EXPECT_EQ(Wrap("uno due tre\r\n\r\nquattro", 7), (Lines{"uno due", "tre", "", "quattro"}));
-    EXPECT_EQ(Wrap("lunghissima à b", 3), (Lines{"lunghissima", "à b"}));
-    EXPECT_EQ(Wrap("", 5), Lines{""});
-    EXPECT_EQ(Fit("città", 5), "città");
-    EXPECT_EQ(Fit("cittadina", 5), "citt…");
-    EXPECT_EQ(Box("", {"è"}, "fine"), (Lines{"┌──────┐", "│ è    │", "│ fine │", "└──────┘"}));
 }
 
 }  // namespace

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <memory>
-#include <optional>
 
 #include "desktop/WindowedProgramStarter.h"
 #include "host/Desktop.h"
@@ -11,13 +10,18 @@
 
 namespace vlm::host {
 
+/// The windows of this machine's desktop.
 class QtDesktop : public Desktop {
 public:
     /// The program's own arguments, which outlive it.
     QtDesktop(int& argc, char** argv) : argc_(argc), argv_(argv) {}
 
     std::string Hindrance() const override { return ui::QtApplication::Hindrance(); }
-    void Open(sys::SettingsStore& settings) override;
+    void Open(sys::SettingsStore& settings) override {
+        application_ = std::make_unique<ui::QtApplication>(argc_, argv_);
+        toolkit_ = std::make_unique<ui::QtToolkit>(settings);
+        programs_ = std::make_unique<WindowedProgramStarter>(*toolkit_, machine_);
+    }
     ui::Toolkit& Toolkit() override { return *toolkit_; }
     sys::ProgramStarter& Programs() override { return *programs_; }
 

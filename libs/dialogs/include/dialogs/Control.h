@@ -51,6 +51,11 @@ public:
     void SetVisible(bool visible);
     void SetFocus();
     Dialog& Owner() const noexcept { return dialog_; }
+    /// The caption stands in the control itself; other kinds have it beside them.
+    bool HoldsCaption() const noexcept;
+    /// What the user sees in the control: the chosen entries, a number (nothing for 0), a date as dd/mm/yyyy, the text;
+    /// "1" or "0" for a check box, the caption for a label, "" for buttons, frames and grids.
+    virtual std::string ShownText() const { return {}; }
 
     /// The value changed (buttons: the button was clicked).
     std::function<void()> OnChange;
@@ -81,6 +86,7 @@ class Label : public Control {
 public:
     Label(Dialog& dialog, std::string name, std::string caption = {})
         : Control(dialog, ControlKind::Label, std::move(name), std::move(caption)) {}
+    std::string ShownText() const override { return Caption(); }
 };
 
 /// A titled border around other controls.
@@ -103,6 +109,8 @@ public:
         : Control(dialog, ControlKind::Text, std::move(name), std::move(caption)) {}
     const std::string& Text() const noexcept { return text_; }
     void SetText(std::string text);
+    /// "set" for a password that is not empty: what is typed there goes nowhere, not even its length.
+    std::string ShownText() const override;
     bool multiLine = false;  // lines are parted by carriage return and line feed
     bool password = false;
     bool path = false;  // names a file or folder; toolkits may help with it
@@ -126,6 +134,7 @@ public:
     double Minimum() const noexcept { return minimum_; }
     double Maximum() const noexcept { return maximum_; }
     int Decimals() const noexcept { return decimals_; }
+    std::string ShownText() const override;
 
 private:
     double minimum_, maximum_;
@@ -139,6 +148,7 @@ public:
         : Control(dialog, ControlKind::Date, std::move(name), std::move(caption)) {}
     const std::optional<vlm::Date>& Value() const noexcept { return value_; }
     void SetValue(std::optional<vlm::Date> value);
+    std::string ShownText() const override;
 
 private:
     std::optional<vlm::Date> value_;
@@ -150,6 +160,7 @@ public:
         : Control(dialog, ControlKind::CheckBox, std::move(name), std::move(caption)) {}
     bool Checked() const noexcept { return checked_; }
     void SetChecked(bool checked);
+    std::string ShownText() const override { return checked_ ? "1" : "0"; }
 
 private:
     bool checked_ = false;
@@ -166,6 +177,7 @@ public:
     int Position() const noexcept { return position_; }  // from 0, -1 for none
     void SetPosition(int position);                      // a position that is not there chooses nothing
     std::string SelectedText() const;
+    std::string ShownText() const override { return SelectedText(); }
 
 private:
     std::vector<std::string> items_;
@@ -197,6 +209,7 @@ public:
     bool IsSelected(int position) const { return selected_.count(position) != 0; }
     /// Positions that are not there are left out.
     void SetSelected(std::set<int> positions);
+    std::string ShownText() const override;
 
 private:
     std::vector<std::string> items_;
@@ -210,6 +223,7 @@ public:
     int Value() const noexcept { return value_; }
     /// Repaints at once: the thread that works is the one that paints.
     void SetValue(int value);
+    std::string ShownText() const override { return std::to_string(value_); }
 
 private:
     int value_ = 0;

@@ -50,8 +50,6 @@ public:
     const std::string& Title() const noexcept { return title_; }
     const std::vector<Control*>& Controls() const noexcept { return controls_; }  // in tab order
     Control* Find(std::string_view name) const;                                   // without regard to case
-    /// The frame around a control, null for none.
-    const Frame* FrameOf(const Control& control) const;
     /// Neither the control nor the frame around it is hidden.
     bool IsVisible(const Control& control) const;
     /// Neither the control nor the frame around it is disabled.
@@ -97,6 +95,9 @@ protected:
     void SetButtons(std::initializer_list<Button*> buttons, Button* defaultButton, Button* cancelButton);
 
 private:
+    /// The frame around a control, null for none.
+    const Frame* FrameOf(const Control& control) const;
+
     std::string name_;
     std::string title_;
     std::vector<Control*> controls_;

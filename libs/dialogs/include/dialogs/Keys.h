@@ -1,5 +1,9 @@
 #pragma once
 
+#include <optional>
+#include <string>
+#include <string_view>
+
 namespace vlm::ui {
 
 /// Key codes and shift bits as the host's frame numbers them.
@@ -23,5 +27,17 @@ struct KeyEvent {
     bool Swallowed() const noexcept { return code == kKeyNone; }
     void Swallow() noexcept { code = kKeyNone, shift = kShiftNone; }
 };
+
+/// "Ctrl+R", "Alt+F4", "Escape" (or "Esc"), "Return" (or "Enter"), "Tab", "F1" to "F12", a letter, a digit; without
+/// regard to case. Nothing for any other text.
+std::optional<KeyEvent> ParseKeyName(std::string_view name);
+
+// Captions carry "&" before the letter that, with Alt, reaches their control; "&&" is the character itself.
+
+/// The caption as it is read, without the marks.
+std::string WithoutMnemonic(std::string_view caption);
+
+/// The mnemonic in capitals when it is a Latin letter or a digit (the code of its key), 0 when there is none.
+int MnemonicKey(std::string_view caption) noexcept;
 
 }  // namespace vlm::ui

@@ -51,6 +51,7 @@ public:
     /// The chosen row's key, 0 for none.
     std::int32_t SelectedKey() const;
     std::string SelectedText() const;
+    std::string ShownText() const override { return SelectedText(); }
     /// A column of the chosen row as text; "" for Null or when nothing is chosen; Error when there is no such column.
     std::string SelectedColumn(std::string_view column) const;
     std::string ColumnAt(int index, std::string_view column) const;

@@ -4,7 +4,6 @@
 #include <functional>
 
 #include "dialogs/Grid.h"
-#include "dialogs/RowOrder.h"
 
 namespace vlm::ui {
 

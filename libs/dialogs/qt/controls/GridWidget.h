@@ -1,18 +1,36 @@
 #pragma once
 
-#include "controls/GridTable.h"
+#include <QTableView>
+
+#include "controls/ControlWidgets.h"
 #include "controls/GridTableModel.h"
-#include "qt/ControlWidget.h"
 
 namespace vlm::ui {
 
-class GridWidget : public ControlWidget {
+/// A table of rows, of which one or none is current. The arrow keys start at the first row; the space bar clicks the
+/// current row's selection box wherever the row was clicked.
+class GridTable : public QTableView {
+public:
+    explicit GridTable(QWidget* parent = nullptr);
+    /// -1 when no row is current.
+    int CurrentPlace() const;
+    void MakeCurrent(int place);
+
+    QSize sizeHint() const override;
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
+
+private:
+    /// The selection box of the current row; an index that is not valid for none.
+    QModelIndex CurrentBox() const;
+};
+
+class GridWidget : public WidgetOf<Grid, GridTable> {
 public:
     GridWidget(Grid& grid, WidgetHost& host);
 
-    QWidget& Widget() override { return *table_; }
     void Refresh() override;
-    std::vector<QWidget*> FocusStops() override { return {table_}; }
     bool Widens() const override { return true; }
     bool Heightens() const override { return true; }
 
@@ -23,7 +41,6 @@ public:
     bool FindNext(const std::string& text, bool backwards);
 
 private:
-    Grid& Rows() const { return As<Grid>(Shown()); }
     void SetUpColumns();
     int WidthOf(int column) const;
     void SortBy(int column);
@@ -31,7 +48,6 @@ private:
     void TakeCurrent();
     bool Has(int row, const std::string& foldedText) const;
 
-    GridTable* table_;
     GridTableModel* rows_;
     int version_ = -1;
     const GridModel* model_ = nullptr;

@@ -1,8 +1,10 @@
 #include <functional>
 #include <gtest/gtest.h>
+#include <sstream>
 
 #include "console/ConsoleToolkit.h"
-#include "support/SampleDialog.h"
+#include "console/JsonEventLog.h"
+#include "support/QtUser.h"
 #include "support/TempFolder.h"
 #include "support/WindowDesk.h"
 #include "support/Words.h"
@@ -16,46 +18,29 @@ using vlm::test::operator+;
 using Words = std::vector<std::string>;
 using Arrange = std::function<void(SampleDialog&, Toolkit&)>;
 
-struct Outcome {
-    Words events;
-    Words calls;
-};
-
-/// Which handlers ran, in order. Typing changes a text letter by letter, and every key comes up again.
-Words Runs(const Words& calls) {
-    Words runs;
-    for (const std::string& call : calls) {
-        if (!call.starts_with("up ") && (runs.empty() || runs.back() != call)) runs.push_back(call);
-    }
-    return runs;
-}
-
-Outcome OnConsole(const Words& words, const Arrange& arrange) {
-    std::ostringstream out;
-    JsonEventLog log(out);
-    ConsoleToolkit toolkit(ConsoleScript(words), log);
+/// The events of a script, and which handlers ran, in order. Typing changes a text letter by letter, and every key
+/// comes up again.
+Words Outcome(Toolkit& toolkit, const std::ostringstream& out, const Arrange& arrange) {
     SampleDialog dialog;
     arrange(dialog, toolkit);
     dialog.calls.clear();
     toolkit.ShowModal(dialog);
-    return {WithoutFocus(vlm::test::LinesOf(out.str())), Runs(dialog.calls)};
-}
-
-Outcome InWindows(const Words& words, const Arrange& arrange) {
-    WindowDesk desk(words);
-    SampleDialog dialog;
-    arrange(dialog, desk.user);
-    dialog.calls.clear();
-    desk.user.ShowModal(dialog);
-    return {WithoutFocus(vlm::test::LinesOf(desk.out.str())), Runs(dialog.calls)};
+    Words outcome = WithoutFocus(vlm::test::LinesOf(out.str())) + Words{"and of the handlers"};
+    for (const std::string& call : dialog.calls) {
+        if (!call.starts_with("up:") && outcome.back() != call) outcome.push_back(call);
+    }
+    return outcome;
 }
 
 void ExpectTheSame(
     const Words& words, const Arrange& arrange = [](SampleDialog&, Toolkit&) {}) {
-    const Outcome console = OnConsole(words, arrange);
-    const Outcome windows = InWindows(words, arrange);
-    EXPECT_EQ(windows.events, console.events) << testing::PrintToString(words);
-    EXPECT_EQ(windows.calls, console.calls) << testing::PrintToString(words);
+    std::ostringstream told, seen;
+    JsonEventLog consoleLog(told), windowLog(seen);
+    ConsoleToolkit console(ConsoleScript(words), consoleLog);
+    MemorySettings settings;
+    QtToolkit toolkit(settings);
+    QtUser user(toolkit, words, windowLog);
+    EXPECT_EQ(Outcome(user, seen, arrange), Outcome(console, told, arrange)) << testing::PrintToString(words);
 }
 
 void Fill(SampleDialog& dialog) {
@@ -125,7 +110,7 @@ TEST(Conformance, KeysReachTheDialogAlike) {
         ExpectTheSame({key, "chkSimula?"});
     }
     // A preview that swallows keys, and one that takes Escape for something else.
-    for (const int swallowed : {static_cast<int>(kKeyF3), static_cast<int>(kKeyEscape), static_cast<int>(kKeyReturn)}) {
+    for (const Key swallowed : {kKeyF3, kKeyEscape, kKeyReturn}) {
         for (const char* key : {"key:txtNome=F3", "key:txtNome=Escape", "key:txtNome=Return"}) {
             ExpectTheSame({key}, [swallowed](SampleDialog& dialog, Toolkit&) {
                 dialog.onPreview = [swallowed, &dialog](KeyEvent& event) {
@@ -138,9 +123,8 @@ TEST(Conformance, KeysReachTheDialogAlike) {
 }
 
 TEST(Conformance, EveryWayOfClosingRunsClosedOnce) {
-    for (const Words& words : {Words{}, Words{"cmdOk!"}, Words{"cmdChiudi!"}, Words{"cmdChiudi!", "txtNome=a"},
-                               Words{"key:=Escape"}, Words{"key:=Alt+F4"}, Words{"key:cmdChiudi=Return"}}) {
-        ExpectTheSame(words);
+    for (const char* steps : {"", "cmdOk!", "cmdChiudi!", "cmdChiudi! txtNome=a", "key:cmdChiudi=Return"}) {
+        ExpectTheSame(WordsOf(steps));
     }
     ExpectTheSame({"cmdOk!"}, [](SampleDialog& dialog, Toolkit&) { dialog.onFrameClose = [] {}; });
     ExpectTheSame({"cmdOk!"}, [](SampleDialog& dialog, Toolkit&) { dialog.onOpening = [&dialog] { dialog.Close(); }; });

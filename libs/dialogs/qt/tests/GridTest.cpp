@@ -1,217 +1,175 @@
-#include <QDialog>
 #include <QFileDialog>
 #include <QHeaderView>
 #include <QLineEdit>
 #include <QTableView>
 #include <gtest/gtest.h>
 
-#include "controls/GridWidget.h"
-#include "qt/SearchBar.h"
 #include "support/ControlHands.h"
-#include "support/Shown.h"
 #include "support/TempFolder.h"
+#include "support/WindowDesk.h"
 
 namespace vlm::ui::test {
 namespace {
 
-/// Rows that are made when they are asked for; it counts how often that is.
-class ManyRows : public GridModel {
-public:
-    explicit ManyRows(int count) : checked(static_cast<std::size_t>(count)) {
-        for (int i = 0; i < count; ++i) shown.push_back(i);
-    }
-    const std::vector<Column>& Columns() const override { return columns_; }
-    int RowCount() const override { return static_cast<int>(shown.size()); }
-    std::string Cell(int row, int column) const override {
-        ++asked;
-        const int number = shown.at(static_cast<std::size_t>(row));
-        if (column == 0) return checked[static_cast<std::size_t>(number)] ? "1" : "0";
-        if (column == 1) return "Nome " + std::to_string(number * 7919 % 100003);
-        return std::to_string(number);
-    }
-
-    std::vector<bool> checked;
-    std::vector<int> shown;
-    mutable int asked = 0;
-
-private:
-    std::vector<Column> columns_{{"Importa", "Importa", 50, true, true, false},
-                                 {"Nome", "Nome", 130},
-                                 {"Numero", "N", 5, true, false, true},
-                                 {"ID", "ID", 80, false}};
-};
-
-class GridDialog : public Dialog {
-public:
-    explicit GridDialog(int count) : Dialog("frmGriglia", "Griglia"), rows(std::make_shared<ManyRows>(count)) {
-        AddRow("", {{{&grid}}});
-        SetButtons({&close}, nullptr, &close);
-        grid.SetModel(rows);
+/// The grid of the dialog with numbered rows: a box, a name, the number and a hidden column.
+class GridWindow : public Windows {
+protected:
+    void WithRows(int count, const std::function<void(QTableView& table)>& deeds) {
+        cells.clear();
+        for (int i = 0; i < count; ++i) {
+            cells.push_back({"0", "Nome " + std::to_string(i * 7919 % 100003), std::to_string(i), ""});
+        }
+        dialog.model->columns[2] = {"Numero", "N", 5, true, false, true};
+        dialog.model->columns.push_back({"ID", "ID", 80, false});
+        grid.SetModel(nullptr);
+        grid.SetModel(dialog.model);
         grid.OnCheck = [this](int row, int) {
-            const auto number = static_cast<std::size_t>(rows->shown.at(static_cast<std::size_t>(row)));
-            rows->checked[number] = !rows->checked[number];
+            std::string& box = cells[static_cast<std::size_t>(row)][0];
+            box = box == "1" ? "0" : "1";
             grid.Refresh();
         };
-        close.OnChange = [this] { Close(); };
+        Show([&](QWidget&) {
+            Of(grid).TakeFocus();
+            deeds(static_cast<QTableView&>(WidgetOf(grid)));
+        });
     }
-    int NumberOfCurrent() const {
-        return grid.CurrentRow() < 0 ? -1 : rows->shown.at(static_cast<std::size_t>(grid.CurrentRow()));
+    /// The number of the current row.
+    std::string Current() const {
+        return grid.CurrentRow() < 0 ? "none" : cells[static_cast<std::size_t>(grid.CurrentRow())][2];
     }
 
-    std::shared_ptr<ManyRows> rows;
-    Grid grid{*this, "grdList"};
-    Button close{*this, "cmdAnnulla", "Chiudi"};
+    Grid& grid = dialog.grdElenco;
+    std::vector<std::vector<std::string>>& cells = dialog.model->cells;
 };
-
-/// Shows a dialog of so many rows.
-void WithRows(int count, const std::function<void(GridDialog& dialog, QTableView& table)>& deeds) {
-    Screen screen;
-    GridDialog dialog(count);
-    screen.Show(dialog, [&](QWidget&) { deeds(dialog, static_cast<QTableView&>(screen.WidgetOf(dialog.grid))); });
-}
 
 void ClickHead(QTableView& table, int column) {
     QHeaderView& head = *table.horizontalHeader();
     QTest::mouseClick(head.viewport(), Qt::LeftButton, {}, {head.sectionViewportPosition(column) + 12, 8});
 }
 
-void ClickCell(QTableView& table, int place, int column, QPoint offset = {}) {
-    const QRect cell = table.visualRect(table.model()->index(place, column));
-    QTest::mouseClick(table.viewport(), Qt::LeftButton, {}, offset.isNull() ? cell.center() : cell.topLeft() + offset);
+void ClickCell(QTableView& table, int place, int column) {
+    const QModelIndex cell = table.model()->index(place, column);
+    table.scrollTo(cell);
+    QTest::mouseClick(table.viewport(), Qt::LeftButton, {}, table.visualRect(cell).center());
 }
 
-/// Where the box of a cell is drawn.
-QPoint BoxIn(QTableView& table, int place) {
+void ClickBox(QTableView& table, int place) {
     QStyleOptionViewItem option;
     option.initFrom(&table);
     option.rect = table.visualRect(table.model()->index(place, 0));
     option.features = QStyleOptionViewItem::HasCheckIndicator;
-    return table.style()->subElementRect(QStyle::SE_ItemViewItemCheckIndicator, &option, &table).center() -
-           option.rect.topLeft();
+    const QRect box = table.style()->subElementRect(QStyle::SE_ItemViewItemCheckIndicator, &option, &table);
+    QTest::mouseClick(table.viewport(), Qt::LeftButton, {}, box.center());
 }
 
-TEST(GridWindow, OpensAtOnceHoweverManyRowsThereAre) {
-    WithRows(100'000, [](GridDialog& dialog, QTableView& table) {
+TEST_F(GridWindow, OpensAtOnceHoweverManyRowsThereAre) {
+    WithRows(100'000, [&](QTableView& table) {
         EXPECT_EQ(table.model()->rowCount(), 100'000);
-        EXPECT_LT(dialog.rows->asked, 2000) << "only what is seen is asked for";
+        EXPECT_LT(dialog.model->asked, 2000) << "only what is seen is asked for";
         QTest::keyClick(&table, Qt::Key_End, Qt::ControlModifier);
-        EXPECT_EQ(dialog.NumberOfCurrent(), 99'999);
-        EXPECT_LT(dialog.rows->asked, 4000);
+        EXPECT_EQ(Current(), "99999");
+        EXPECT_LT(dialog.model->asked, 4000);
     });
 }
 
-TEST(GridWindow, ColumnsHaveTheirWidthsButNeverCutTheirTitles) {
-    WithRows(3, [](GridDialog&, QTableView& table) {
-        EXPECT_EQ(table.columnWidth(1), 130 * table.logicalDpiX() / 96);
-        EXPECT_GE(table.columnWidth(2), table.horizontalHeader()->sectionSizeHint(2));
+TEST_F(GridWindow, ColumnsHaveTheirWidthsButNeverCutTheirTitles) {
+    WithRows(3, [&](QTableView& table) {
+        EXPECT_EQ(table.columnWidth(1), 100 * table.logicalDpiX() / 96);
+        EXPECT_GE(table.columnWidth(0), table.horizontalHeader()->sectionSizeHint(0));
         EXPECT_TRUE(table.isColumnHidden(3));
     });
 }
 
-TEST(GridWindow, SortingKeepsEachRowItself) {
-    WithRows(50, [](GridDialog& dialog, QTableView& table) {
+TEST_F(GridWindow, SortingKeepsEachRowItself) {
+    WithRows(50, [&](QTableView& table) {
+        const auto first = [&table] { return table.model()->index(0, 2).data().toString(); };
+        const auto place = [&table] { return table.selectionModel()->selectedRows().first().row(); };
         ClickCell(table, 3, 1);
-        EXPECT_EQ(dialog.NumberOfCurrent(), 3);
+        EXPECT_EQ(Current(), "3");
         ClickHead(table, 2);
         ClickHead(table, 2);  // descending
-        EXPECT_EQ(table.model()->index(0, 2).data().toString(), "49");
-        EXPECT_EQ(dialog.NumberOfCurrent(), 3) << "the current row stays the same";
-        EXPECT_EQ(table.selectionModel()->selectedRows().first().row(), 46);
+        EXPECT_EQ(first(), "49");
+        EXPECT_EQ(Current(), "3") << "the current row stays the same";
+        EXPECT_EQ(place(), 46);
         ClickCell(table, 5, 1);
-        EXPECT_EQ(dialog.NumberOfCurrent(), 44);
+        EXPECT_EQ(Current(), "44");
         // A filter takes rows away in place; the order stays, and so does who is who.
-        dialog.rows->shown.erase(dialog.rows->shown.begin(), dialog.rows->shown.begin() + 40);
-        dialog.grid.Refresh();
-        EXPECT_EQ(dialog.grid.CurrentRow(), -1);
-        EXPECT_EQ(table.model()->index(0, 2).data().toString(), "49");
+        cells.erase(cells.begin(), cells.begin() + 40);
+        grid.Refresh();
+        EXPECT_EQ(Current(), "none");
+        EXPECT_EQ(first(), "49");
         ClickCell(table, 9, 1);
-        EXPECT_EQ(dialog.NumberOfCurrent(), 40);
+        EXPECT_EQ(Current(), "40");
         ClickHead(table, 2);  // the grid's own order again
-        EXPECT_EQ(table.model()->index(0, 2).data().toString(), "40");
-        EXPECT_EQ(table.selectionModel()->selectedRows().first().row(), 0);
+        EXPECT_EQ(first(), "40");
+        EXPECT_EQ(place(), 0);
     });
 }
 
-TEST(GridWindow, BoxesAreClickedWithoutMovingTheirRow) {
-    WithRows(50, [](GridDialog& dialog, QTableView& table) {
-        ClickHead(table, 2);
-        ClickHead(table, 2);
-        ClickHead(table, 0);  // sorted by the boxes
-        ClickCell(table, 2, 0, BoxIn(table, 2));
-        EXPECT_TRUE(dialog.rows->checked[2]);
+TEST_F(GridWindow, BoxesAreClickedWithoutMovingTheirRow) {
+    WithRows(50, [&](QTableView& table) {
+        for (const int column : {2, 2, 0}) ClickHead(table, column);  // sorted by the boxes
+        ClickBox(table, 2);
+        EXPECT_EQ(cells[2][0], "1");
         EXPECT_EQ(table.model()->index(2, 0).data(Qt::CheckStateRole).toInt(), Qt::Checked) << "in its place";
         ClickCell(table, 4, 1);
-        EXPECT_FALSE(dialog.rows->checked[4]);
+        EXPECT_EQ(cells[4][0], "0");
         QTest::keyClick(&table, Qt::Key_Space);
-        EXPECT_TRUE(dialog.rows->checked[4]) << "the space bar clicks the current row's box";
-        dialog.grid.OnCheck = nullptr;
+        EXPECT_EQ(cells[4][0], "1") << "the space bar clicks the current row's box";
+        grid.OnCheck = nullptr;
         QTest::keyClick(&table, Qt::Key_Space);
-        EXPECT_TRUE(dialog.rows->checked[4]);
+        EXPECT_EQ(cells[4][0], "1");
     });
 }
 
-TEST(GridWindow, NoRowIsCurrentBeforeTheUserMoves) {
-    WithRows(5, [](GridDialog& dialog, QTableView& table) {
-        QWidget& window = *table.window();
-        EXPECT_EQ(window.focusWidget(), &table);
-        EXPECT_EQ(dialog.grid.CurrentRow(), -1);
-        QTest::keyClick(window.focusWidget(), Qt::Key_Down);
-        EXPECT_EQ(dialog.grid.CurrentRow(), 0);
-        QTest::keyClick(window.focusWidget(), Qt::Key_Down);
-        EXPECT_EQ(dialog.grid.CurrentRow(), 1);
-        dialog.grid.SetModel(nullptr);
+TEST_F(GridWindow, NoRowIsCurrentBeforeTheUserMoves) {
+    WithRows(5, [&](QTableView& table) {
+        for (const char* row : {"none", "0", "1"}) {
+            EXPECT_EQ(Current(), row);
+            QTest::keyClick(&table, Qt::Key_Down);
+        }
+        grid.SetModel(nullptr);
         EXPECT_EQ(table.model()->rowCount(), 0);
-        QTest::keyClick(window.focusWidget(), Qt::Key_Down);
+        QTest::keyClick(&table, Qt::Key_Down);
         ClickHead(table, 0);
     });
 }
 
-TEST(GridWindow, TheSearchGoesFromRowToRow) {
-    WithRows(30, [](GridDialog& dialog, QTableView& table) {
-        QWidget& window = *table.window();
-        QTest::keyClick(window.focusWidget(), Qt::Key_F, Qt::ControlModifier);
-        auto* field = qobject_cast<QLineEdit*>(window.focusWidget());
+TEST_F(GridWindow, TheSearchGoesFromRowToRow) {
+    WithRows(30, [&](QTableView& table) {
+        QTest::keyClick(&table, Qt::Key_F, Qt::ControlModifier);
+        auto* field = qobject_cast<QLineEdit*>(table.window()->focusWidget());
         ASSERT_NE(field, nullptr);
         QTest::keyClicks(field, "nome 1");
-        std::vector<int> found;
-        for (int i = 0; i < 4; ++i) {
+        for (const char* found : {"2", "14", "15", "27", "2"}) {
             QTest::keyClick(field, Qt::Key_Return);
-            found.push_back(dialog.NumberOfCurrent());
+            EXPECT_EQ(Current(), found);
         }
-        std::vector<int> all;
-        for (int row = 0; row < 30; ++row) {
-            if (dialog.rows->Cell(row, 1).starts_with("Nome 1")) all.push_back(row);
-        }
-        ASSERT_GE(all.size(), 2U);
-        for (std::size_t i = 0; i < found.size(); ++i) EXPECT_EQ(found[i], all[i % all.size()]);
         QTest::keyClick(field, Qt::Key_Return, Qt::ShiftModifier);
-        EXPECT_EQ(dialog.NumberOfCurrent(), all[2 % all.size()]);
+        EXPECT_EQ(Current(), "27");
         TypeOver(*field, "nessuno");
-        const int before = dialog.NumberOfCurrent();
         QTest::keyClick(field, Qt::Key_Return);
-        EXPECT_EQ(dialog.NumberOfCurrent(), before);
+        EXPECT_EQ(Current(), "27");
         EXPECT_FALSE(dialog.IsClosing());
     });
 }
 
-TEST(GridWindow, IsPrintedToTheFileThatTheUserNames) {
+TEST_F(GridWindow, IsPrintedToTheFileThatTheUserNames) {
     const vlm::test::TempFolder folder;
-    Screen screen;
     std::string opened;
-    screen.toolkit.onPrinted = [&opened](const std::string& path) { opened = path; };
-    GridDialog dialog(200);
-    screen.Show(dialog, [&](QWidget&) {
+    toolkit.onPrinted = [&opened](const std::string& path) { opened = path; };
+    WithRows(200, [&](QTableView&) {
         WhenUp<QFileDialog>([&](QFileDialog& chooser) {
             auto* name = chooser.findChild<QLineEdit*>("fileNameEdit");
             name->setText(QString::fromStdString(folder / "elenco"));
             QTest::keyClick(name, Qt::Key_Return);
         });
-        EXPECT_TRUE(screen.toolkit.Print(dialog.grid, "Elenco"));
+        EXPECT_TRUE(toolkit.Print(grid, "Elenco"));
         EXPECT_EQ(opened, folder / "elenco.pdf");
         EXPECT_TRUE(vlm::test::ReadBytes(opened).starts_with("%PDF"));
         opened.clear();
         WhenUp<QFileDialog>([](QFileDialog& chooser) { QTest::keyClick(&chooser, Qt::Key_Escape); });
-        EXPECT_TRUE(screen.toolkit.Print(dialog.grid, "Elenco")) << "a user who cancels has been served";
+        EXPECT_TRUE(toolkit.Print(grid, "Elenco")) << "a user who cancels has been served";
         EXPECT_EQ(opened, "");
     });
 }

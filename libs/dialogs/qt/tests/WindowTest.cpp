@@ -4,16 +4,13 @@
 #include <QPushButton>
 #include <gtest/gtest.h>
 
-#include "FileChoosers.h"
+#include "AskWindows.h"
 #include "support/Caught.h"
-#include "support/SampleDialog.h"
-#include "support/Shown.h"
+#include "support/WindowDesk.h"
 
 /// Windows as wholes: how they open, close and answer.
 namespace vlm::ui::test {
 namespace {
-
-using Windows = SampleShown;
 
 using Calls = std::vector<std::string>;
 
@@ -29,67 +26,63 @@ public:
 };
 
 TEST_F(Windows, ErrorsOfHandlersCloseEveryWindowAndGoThrough) {
-    SampleDialog outer;
     SampleDialog inner("frmInterna");
     inner.onFrameClose = [] { throw Error("rotto"); };
     inner.onClosed = [] { throw std::runtime_error("secondo errore"); };
-    outer.cmdApri.OnChange = [&] { screen.Show(inner, [](QWidget& window) { window.close(); }); };
+    dialog.cmdApri.OnChange = [&] { Show(inner, [](QWidget& window) { window.close(); }); };
     const auto show = [&] {
-        screen.Show(outer, [&](QWidget&) {
-            Click(outer.cmdApri);
-            EXPECT_TRUE(outer.IsClosing());
+        Show([&](QWidget&) {
+            Click(dialog.cmdApri);
+            EXPECT_TRUE(dialog.IsClosing());
         });
     };
     EXPECT_EQ(vlm::test::CaughtText(show), "rotto");
     EXPECT_EQ(inner.calls, (Calls{"FrameClose", "Closed"}));
-    EXPECT_EQ(outer.calls, Calls{"Closed"});
-    EXPECT_EQ(screen.toolkit.TopWindow(), nullptr);
+    EXPECT_EQ(dialog.calls, Calls{"Closed"});
+    EXPECT_EQ(toolkit.TopWindow(), nullptr);
 }
 
 TEST_F(Windows, WhatFailsToOpenWasNeverShown) {
     dialog.onOpening = [] { throw Error("niente elenco"); };
-    EXPECT_THROW(screen.toolkit.ShowModal(dialog), Error);
+    EXPECT_THROW(toolkit.ShowModal(dialog), Error);
     EXPECT_EQ(dialog.calls, Calls{});
 }
 
 TEST_F(Windows, TheFocusGoesWhereTheDialogMovesIt) {
-    SampleDialog opening;
-    opening.onOpening = [&] { opening.cboBranca.SetFocus(); };
-    screen.Show(opening, [&](QWidget& window) {
-        EXPECT_EQ(window.focusWidget(), &screen.WidgetOf(opening.cboBranca));
-        opening.optTipo.SetPosition(1);
-        opening.optTipo.SetFocus();
-        EXPECT_EQ(window.focusWidget(), screen.Of(opening.optTipo).FocusStops().at(1)) << "the chosen option";
+    dialog.onOpening = [&] { dialog.cboBranca.SetFocus(); };
+    Show([&](QWidget& window) {
+        EXPECT_EQ(window.focusWidget(), &WidgetOf(dialog.cboBranca));
+        dialog.optTipo.SetPosition(1);
+        dialog.optTipo.SetFocus();
+        EXPECT_EQ(window.focusWidget(), Of(dialog.optTipo).FocusStops().at(1)) << "the chosen option";
     });
     SampleDialog first;
     first.txtNome.SetEnabled(false);
     first.txtParola.SetVisible(false);
-    screen.Show(first, [&](QWidget& window) { EXPECT_EQ(window.focusWidget(), &screen.WidgetOf(first.numAnno)); });
+    Show(first, [&](QWidget& window) { EXPECT_EQ(window.focusWidget(), &WidgetOf(first.numAnno)); });
 }
 
 TEST_F(Windows, SizesAreKeptForTheNextShowing) {
-    SampleDialog untouched;
-    screen.Show(untouched, [](QWidget&) {});
-    EXPECT_EQ(screen.settings.values.count("Window.frmProva"), 0U) << "a size that nobody chose";
-    SampleDialog resized;
-    QSize size;
-    screen.Show(resized, [&](QWidget& window) {
-        size = window.size() - QSize(0, 15);
-        window.resize(size);
-    });
-    SampleDialog again;
-    screen.Show(again, [&](QWidget& window) { EXPECT_EQ(window.size(), size); });
-    for (const char* nonsense : {"", "x", "12x", "-5x300", "99999x300", "aaxbb", "300x300x300"}) {
-        screen.settings.values["Window.frmProva"] = nonsense;
+    const auto show = [&](const std::function<void(QWidget&)>& deeds) {
         SampleDialog form;
-        screen.Show(form, [&](QWidget& window) { EXPECT_EQ(window.size() - QSize(0, 15), size) << nonsense; });
+        Show(form, deeds);
+    };
+    QSize natural;
+    show([&](QWidget& window) { natural = window.size(); });
+    EXPECT_EQ(settings.values.count("Window.frmProva"), 0U) << "a size that nobody chose";
+    const QSize chosen = natural - QSize(0, 15);
+    show([&](QWidget& window) { window.resize(chosen); });
+    show([&](QWidget& window) { EXPECT_EQ(window.size(), chosen); });
+    for (const char* nonsense : {"", "x", "12x", "-5x300", "99999x300", "aaxbb", "300x300x300"}) {
+        settings.values["Window.frmProva"] = nonsense;
+        show([&](QWidget& window) { EXPECT_EQ(window.size(), natural) << nonsense; });
     }
 }
 
 TEST_F(Windows, ResizingKeepsTheButtonsBelowAndGivesTheRoomToTheGrid) {
     Show([&](QWidget& window) {
-        const QWidget& grid = screen.WidgetOf(dialog.grdElenco);
-        const QWidget& button = screen.WidgetOf(dialog.cmdChiudi);
+        const QWidget& grid = WidgetOf(dialog.grdElenco);
+        const QWidget& button = WidgetOf(dialog.cmdChiudi);
         const auto bottomRight = [&](const QWidget& widget) {
             return window.rect().bottomRight() - widget.mapTo(&window, widget.rect().bottomRight());
         };
@@ -103,64 +96,56 @@ TEST_F(Windows, ResizingKeepsTheButtonsBelowAndGivesTheRoomToTheGrid) {
 }
 
 TEST_F(Windows, ProgressIsPaintedWhileTheWorkGoesOn) {
-    int painted = 0;
-    QString cursorInside;
     Show([&](QWidget&) {
-        PaintCounter bar(screen.WidgetOf(dialog.prgLettura));
-        PaintCounter label(screen.WidgetOf(dialog.lblInfo));
+        PaintCounter bar(WidgetOf(dialog.prgLettura)), label(WidgetOf(dialog.lblInfo));
         dialog.cmdOk.OnChange = [&] {
-            const HourglassScope hourglass(screen.toolkit);
+            const HourglassScope hourglass(toolkit);
             EXPECT_EQ(QApplication::overrideCursor()->shape(), Qt::WaitCursor);
+            bar.count = 0;
             for (int i = 1; i <= 10; ++i) dialog.prgLettura.SetValue(i * 10);
-            painted = bar.count;
+            EXPECT_GE(bar.count, 5);
             label.count = 0;
             dialog.lblInfo.SetCaption("Lettura sorgente in corso...");
             EXPECT_GE(label.count, 1) << "texts that come during work are painted at once";
         };
         Click(dialog.cmdOk);
-        EXPECT_GE(painted, 5);
+        EXPECT_GE(label.count, 1);
         EXPECT_EQ(QApplication::overrideCursor(), nullptr);
     });
 }
 
 /// What a user does while a long step is at work, when its window comes to look at it.
 void PostKey(QWidget& widget, Qt::Key key) {
+    const QString letter = key < Qt::Key_Escape ? QString(QChar(key)) : QString();
     for (const QEvent::Type type : {QEvent::KeyPress, QEvent::KeyRelease}) {
-        QCoreApplication::postEvent(&widget, new QKeyEvent(type, key, Qt::NoModifier, key == Qt::Key_Space ? " " : ""));
+        QCoreApplication::postEvent(&widget, new QKeyEvent(type, key, Qt::NoModifier, letter));
     }
 }
 
 TEST_F(Windows, LongWorkCanBeClosedAndTakesNothingElse) {
-    int opened = 0;
     int steps = 0;
-    dialog.cmdApri.OnChange = [&] { ++opened; };
     Show([&](QWidget& window) {
         dialog.cmdOk.OnChange = [&] {
-            const HourglassScope hourglass(screen.toolkit);
+            const HourglassScope hourglass(toolkit);
             for (; steps < 10 && !dialog.IsClosing(); ++steps) {
-                if (steps == 2) PostKey(screen.WidgetOf(dialog.cmdApri), Qt::Key_Space);
-                if (steps == 5)
-                    PostKey(window.focusWidget() != nullptr ? *window.focusWidget() : window, Qt::Key_Escape);
+                if (steps == 2) PostKey(WidgetOf(dialog.cmdApri), Qt::Key_Space);
+                if (steps == 5) PostKey(window.focusWidget() ? *window.focusWidget() : window, Qt::Key_Escape);
                 dialog.Repaint();
             }
         };
         Click(dialog.cmdOk);
     });
-    EXPECT_EQ(opened, 0);
+    EXPECT_EQ(Runs(dialog), Calls{"Closed"});
     EXPECT_EQ(steps, 6);
 }
 
 TEST_F(Windows, KeysThatComeDuringAShortLookAreNotLost) {
     dialog.txtNome.OnChange = [&] {
-        const HourglassScope hourglass(screen.toolkit);
+        const HourglassScope hourglass(toolkit);
         dialog.lblInfo.SetCaption("Cercato: " + dialog.txtNome.Text());
     };
     Show([&](QWidget& window) {
-        for (const int key : {Qt::Key_A, Qt::Key_B, Qt::Key_C}) {
-            const QString letter{QChar(key)};
-            QCoreApplication::postEvent(window.focusWidget(),
-                                        new QKeyEvent(QEvent::KeyPress, key, Qt::NoModifier, letter));
-        }
+        for (const Qt::Key key : {Qt::Key_A, Qt::Key_B, Qt::Key_C}) PostKey(*window.focusWidget(), key);
         QCoreApplication::processEvents();
         EXPECT_EQ(dialog.txtNome.Text(), "ABC");
     });
@@ -169,7 +154,7 @@ TEST_F(Windows, KeysThatComeDuringAShortLookAreNotLost) {
 TEST_F(Windows, MessagesSayItInItalianWhateverTheMachineSpeaks) {
     const auto ask = [&](Buttons buttons, const std::function<void(QMessageBox&)>& deeds) {
         WhenUp<QMessageBox>(deeds);
-        return screen.toolkit.Show({"Riga <b>uno</b>\r\ndue", "Attenzione!", Icon::Question, buttons});
+        return toolkit.Show({"Riga <b>uno</b>\r\ndue", "Attenzione!", Icon::Question, buttons});
     };
     EXPECT_EQ(ask(Buttons::YesNo,
                   [](QMessageBox& box) {
@@ -194,15 +179,15 @@ TEST_F(Windows, MessagesSayItInItalianWhateverTheMachineSpeaks) {
 }
 
 TEST_F(Windows, AMessageLiftsTheHourglassForAsLongAsItAsks) {
-    screen.toolkit.SetPointer(Pointer::Hourglass);
-    screen.toolkit.SetPointer(Pointer::Hourglass);
+    toolkit.SetPointer(Pointer::Hourglass);
+    toolkit.SetPointer(Pointer::Hourglass);
     WhenUp<QMessageBox>([](QMessageBox& box) {
         EXPECT_EQ(QApplication::overrideCursor(), nullptr);
         QTest::keyClick(&box, Qt::Key_Return);
     });
-    screen.toolkit.Show({"Fatto", "Aldra", Icon::Information, Buttons::Ok});
+    toolkit.Show({"Fatto", "Aldra", Icon::Information, Buttons::Ok});
     ASSERT_NE(QApplication::overrideCursor(), nullptr);
-    screen.toolkit.SetPointer(Pointer::Normal);
+    toolkit.SetPointer(Pointer::Normal);
     EXPECT_EQ(QApplication::overrideCursor(), nullptr) << "it is not counted";
 }
 
@@ -216,7 +201,7 @@ TEST_F(Windows, ChoosersSpeakItalianAndOfferTheFilters) {
         EXPECT_TRUE(texts.contains("Annulla")) << texts.join('|').toStdString();
         QTest::keyClick(&chooser, Qt::Key_Escape);
     });
-    EXPECT_EQ(screen.toolkit.ChooseFile({"All files (*.*)|*.*|ASL files|*.csv;*.xls", 2, "csv", "", ""}), std::nullopt);
+    EXPECT_EQ(toolkit.ChooseFile({"All files (*.*)|*.*|ASL files|*.csv;*.xls", 2, "csv", "", ""}), std::nullopt);
     EXPECT_EQ(NameFilters(""), QStringList{});
     EXPECT_EQ(NameFilters("Solo nome"), QStringList{});
 }

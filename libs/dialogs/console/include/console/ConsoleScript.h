@@ -6,7 +6,6 @@
 #include <string>
 #include <vector>
 
-#include "console/ScriptError.h"
 #include "console/ScriptStep.h"
 
 namespace vlm::ui {

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "dialogs/Toolkit.h"
+#include "system/ProgramStarter.h"
 
 namespace vlm::ui {
 
@@ -29,6 +30,16 @@ public:
     // What the script itself did, for people who read along.
     virtual void ValueEntered(const Control& /*control*/) {}
     virtual void ButtonClicked(const Control& /*control*/) {}
+};
+
+/// Starts nothing: tells the log what would have started.
+class LoggedProgramStarter : public sys::ProgramStarter {
+public:
+    explicit LoggedProgramStarter(EventLog& log) : log_(log) {}
+    void Start(const std::string& commandLine) override { log_.Run(commandLine); }
+
+private:
+    EventLog& log_;
 };
 
 }  // namespace vlm::ui

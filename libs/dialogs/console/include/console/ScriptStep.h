@@ -1,5 +1,6 @@
 #pragma once
 
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -26,6 +27,13 @@ struct ScriptStep {
     int row = 0;                     // of Row, from 1
     KeyEvent key;                    // of Press
     std::vector<ScriptStep> inside;  // of Block
+};
+
+/// A step that cannot be read or cannot be done. The text is one Italian sentence that names the step.
+class ScriptError : public std::runtime_error {
+public:
+    ScriptError(const std::string& step, const std::string& reason)
+        : std::runtime_error("Il passo \"" + step + "\" non si può eseguire: " + reason + ".") {}
 };
 
 /// Throws ScriptError for words that are no step and for an `in:` without its `end:`.

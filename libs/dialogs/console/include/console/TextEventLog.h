@@ -1,9 +1,10 @@
 #pragma once
 
 #include <iosfwd>
+#include <string>
+#include <vector>
 
 #include "console/EventLog.h"
-#include "console/TextLayout.h"
 
 namespace vlm::ui {
 
@@ -29,7 +30,7 @@ public:
 
 private:
     void Write(const std::string& line);
-    void Write(const Lines& lines);
+    void Write(const std::vector<std::string>& lines);
 
     std::ostream& out_;
     int depth_ = 0;

@@ -1,13 +1,18 @@
 #pragma once
 
 #include <functional>
+#include <string>
 #include <vector>
 
 #include "dialogs/Toolkit.h"
-#include "qt/QtDialog.h"
-#include "qt/WindowSizes.h"
+#include "system/SettingsStore.h"
+
+class QWidget;
 
 namespace vlm::ui {
+
+class ControlWidget;
+class QtDialog;
 
 /// Shows dialogs in windows of the desktop and asks people. A QtApplication must live as long.
 class QtToolkit : public Toolkit {
@@ -28,7 +33,6 @@ public:
 
     /// The window on top, null for none.
     QWidget* TopWindow() const;
-    WindowSizes& Sizes() noexcept { return sizes_; }
     /// The widget of a control in the dialog on top; null when it has none. For tests.
     ControlWidget* Find(const Control& control) const;
 
@@ -36,7 +40,7 @@ private:
     /// The normal pointer while the user is asked, whatever goes on.
     class PointerLift;
 
-    WindowSizes sizes_;
+    sys::SettingsStore& settings_;
     std::vector<QtDialog*> shown_;
     bool hourglass_ = false;
 };

@@ -2,9 +2,9 @@
 
 #include <string>
 
-#include "qt/ControlWidget.h"
+#include "qt/QtToolkit.h"
 
-/// What a user's hands do to the widgets of controls: clicks and keys, nothing else.
+/// A user's hands on the widgets of controls, which only click and press keys, and the eyes.
 namespace vlm::ui::test {
 
 /// Sets a control of any kind from a step's value ("#2", "0,2", "01/02/2012", ...); positions, keys and texts must fit.
@@ -15,5 +15,8 @@ void ClickOnce(ControlWidget& widget);
 void ClickRow(ControlWidget& widget, int row);
 /// Types over what stands in the widget that has the focus.
 void TypeOver(QWidget& field, const std::string& text);
+
+/// Where the widgets of the dialog on top do not show what their controls hold, a line for each; "" where all do.
+std::string Differences(const Dialog& dialog, const QtToolkit& toolkit);
 
 }  // namespace vlm::ui::test

@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QFileDialog>
+#include <QKeySequence>
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPointer>
@@ -14,10 +15,9 @@
 #include <memory>
 #include <stdexcept>
 
+#include "ControlWidget.h"
 #include "controls/QtText.h"
-#include "dialogs/Grid.h"
 #include "support/ControlHands.h"
-#include "support/ControlSight.h"
 #include "values/Utf8.h"
 
 namespace vlm::ui::test {
@@ -38,28 +38,14 @@ void OnceUp(const std::function<void(Window&)>& action) {
     Once([up] { return up() != nullptr; }, [up, action] { action(*up()); });
 }
 
-int QtKeyOf(int code) {
-    switch (code) {
-        case kKeyEscape:
-            return Qt::Key_Escape;
-        case kKeyReturn:
-            return Qt::Key_Return;
-        case kKeyTab:
-            return Qt::Key_Tab;
-        default:
-            return code >= kKeyF1 && code <= kKeyF12 ? Qt::Key_F1 + code - kKeyF1 : code;
-    }
-}
-
-Qt::KeyboardModifiers QtModifiersOf(int shift) {
-    Qt::KeyboardModifiers modifiers;
-    if (shift & kShift) modifiers |= Qt::ShiftModifier;
-    if (shift & kCtrl) modifiers |= Qt::ControlModifier;
-    if (shift & kAlt) modifiers |= Qt::AltModifier;
-    return modifiers;
-}
-
 }  // namespace
+
+std::vector<std::string> WithoutFocus(std::vector<std::string> events) {
+    std::erase_if(events, [](const std::string& event) {
+        return event.starts_with(R"({"event":"focus")") || event.starts_with(R"({"event":"progress")");
+    });
+    return events;
+}
 
 void QtUser::ShowModal(Dialog& dialog) {
     std::vector<ScriptStep> steps = script_.Take(dialog.Name(), depth_ > 0);
@@ -109,8 +95,8 @@ void QtUser::Play(Dialog& dialog, std::vector<ScriptStep> steps) {
 std::string QtUser::FocusIn(const Dialog& dialog) const {
     const QWidget* focus = toolkit_.TopWindow()->focusWidget();
     for (const Control* control : dialog.Controls()) {
-        ControlWidget* widget = focus != nullptr ? toolkit_.Find(*control) : nullptr;
-        if (widget == nullptr) continue;
+        ControlWidget* widget = toolkit_.Find(*control);
+        if (widget == nullptr || focus == nullptr) continue;
         if (&widget->Widget() == focus || widget->Widget().isAncestorOf(focus)) return control->Name();
     }
     return {};
@@ -120,10 +106,7 @@ void QtUser::Do(Dialog& dialog, const ScriptStep& step) {
     using Kind = ScriptStep::Kind;
     if (step.kind == Kind::Answer || step.kind == Kind::Block) return script_.Keep(step);
     if (step.kind == Kind::Press) return Press(dialog, step);
-    if (step.kind == Kind::Help) {
-        QTest::keyClick(QApplication::focusWidget(), Qt::Key_F1);
-        return;
-    }
+    if (step.kind == Kind::Help) return QTest::keyClick(QApplication::focusWidget(), Qt::Key_F1);
     Control* control = dialog.Find(step.name);
     if (control == nullptr) throw std::runtime_error("no control for " + step.text);
     if (step.kind == Kind::State) {
@@ -141,15 +124,10 @@ void QtUser::Do(Dialog& dialog, const ScriptStep& step) {
 }
 
 void QtUser::Press(Dialog& dialog, const ScriptStep& step) {
-    QWidget* receiver = QApplication::focusWidget() != nullptr ? QApplication::focusWidget() : toolkit_.TopWindow();
-    if (!step.name.empty()) {
-        ControlWidget* widget = toolkit_.Find(*dialog.Find(step.name));
-        widget->TakeFocus();
-        receiver = QApplication::focusWidget();
-    }
-    const auto key = static_cast<Qt::Key>(QtKeyOf(step.key.code));
-    const QPointer<QWidget> there = receiver;
-    QTest::keyPress(receiver, key, QtModifiersOf(step.key.shift));
+    if (!step.name.empty()) toolkit_.Find(*dialog.Find(step.name))->TakeFocus();
+    const QPointer<QWidget> receiver = QApplication::focusWidget() ? QApplication::focusWidget() : toolkit_.TopWindow();
+    const QKeyCombination key = QKeySequence(ToQt(step.text.substr(step.text.find('=') + 1)))[0];
+    QTest::keyPress(receiver, key.key(), key.keyboardModifiers());
     // A button that its letter pressed is let go a moment later.
     const bool released = QTest::qWaitFor([] {
         const auto* window = QApplication::activeModalWidget();
@@ -157,9 +135,8 @@ void QtUser::Press(Dialog& dialog, const ScriptStep& step) {
         return std::none_of(buttons.begin(), buttons.end(), [](const QAbstractButton* each) { return each->isDown(); });
     });
     EXPECT_TRUE(released);
-    QWidget* now = QApplication::focusWidget();
-    if (!dialog.IsClosing() && (there || now))
-        QTest::keyRelease(there ? there.data() : now, key, QtModifiersOf(step.key.shift));
+    QWidget* const now = receiver ? receiver.data() : QApplication::focusWidget();
+    if (!dialog.IsClosing() && now != nullptr) QTest::keyRelease(now, key.key(), key.keyboardModifiers());
 }
 
 Answer QtUser::Show(const Message& message) {
@@ -179,22 +156,15 @@ Answer QtUser::Show(const Message& message) {
     return answer;
 }
 
-std::optional<std::string> QtUser::NextPath() {
-    const ScriptStep* next = script_.NextAnswer();
-    if (next == nullptr) return std::nullopt;
-    std::optional<std::string> path = next->value;
-    if (text::EqualNoCase(*path, "cancel")) path.reset();
-    script_.DropAnswer();
-    return path;
-}
-
-void QtUser::AnswerChooser(const std::optional<std::string>& answer) {
+void QtUser::AnswerChooser() {
+    std::optional<std::string> answer;
+    if (const ScriptStep* next = script_.NextAnswer()) {
+        if (!text::EqualNoCase(next->value, "cancel")) answer = next->value;
+        script_.DropAnswer();
+    }
     OnceUp<QFileDialog>([this, answer](QFileDialog& chooser) {
         MessageUp(chooser);
-        if (!answer) {
-            QTest::keyClick(&chooser, Qt::Key_Escape);
-            return;
-        }
+        if (!answer) return QTest::keyClick(&chooser, Qt::Key_Escape);
         auto* name = chooser.findChild<QLineEdit*>("fileNameEdit");
         name->setText(ToQt(*answer));
         QTest::keyClick(name, Qt::Key_Return);
@@ -202,14 +172,14 @@ void QtUser::AnswerChooser(const std::optional<std::string>& answer) {
 }
 
 std::optional<std::string> QtUser::ChooseFile(const FileChoice& choice) {
-    AnswerChooser(NextPath());
+    AnswerChooser();
     const std::optional<std::string> chosen = toolkit_.ChooseFile(choice);
     log_.FileChosen(choice, chosen);
     return chosen;
 }
 
 std::optional<std::string> QtUser::ChooseFolder(const std::string& startFolder) {
-    AnswerChooser(NextPath());
+    AnswerChooser();
     const std::optional<std::string> chosen = toolkit_.ChooseFolder(startFolder);
     log_.FolderChosen(startFolder, chosen);
     return chosen;

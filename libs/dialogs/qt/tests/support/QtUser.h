@@ -9,6 +9,9 @@
 
 namespace vlm::ui::test {
 
+/// Events without the focus, which a mouse also moves, and the progress, which windows paint.
+std::vector<std::string> WithoutFocus(std::vector<std::string> events);
+
 /// A user before the windows: does a script's steps with mouse and keys, and writes down what happens as the console
 /// does. Dialogs are shown by the windows' own toolkit.
 class QtUser : public Toolkit {
@@ -36,8 +39,7 @@ private:
     void Do(Dialog& dialog, const ScriptStep& step);
     void Press(Dialog& dialog, const ScriptStep& step);
     std::string FocusIn(const Dialog& dialog) const;
-    void AnswerChooser(const std::optional<std::string>& answer);
-    std::optional<std::string> NextPath();
+    void AnswerChooser();
 
     QtToolkit& toolkit_;
     ConsoleScript script_;
