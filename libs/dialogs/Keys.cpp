@@ -31,7 +31,7 @@ int FunctionKey(std::string_view name) {
     int number = 0;
     const auto [end, error] = std::from_chars(name.data() + 1, name.data() + name.size(), number);
     const bool whole = error == std::errc() && end == name.data() + name.size();
-    if (!whole || number < 1 || number > 12) return kKeyNone;
+    if (!whole || number < 1 || number > kKeyF12 - kKeyF1 + 1) return kKeyNone;
     return kKeyF1 + number - 1;
 }
 

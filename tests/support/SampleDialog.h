@@ -53,6 +53,18 @@ public:
         cmdChiudi.OnChange = [this] { Close(); };
     }
 
+    /// Something in every control, of which nothing is told.
+    void Fill() {
+        txtNome.SetText("prima");
+        numAnno.SetValue(1999);
+        dtData.SetValue(Date::FromYmd(2000, 1, 1));
+        lstTipi.SetSelected({1});
+        lstMese.SetPosition(1);
+        cboBranca.SelectKey(4);
+        prgLettura.SetValue(40);
+        calls.clear();
+    }
+
     void Opening() override {
         if (onOpening) onOpening();
     }

@@ -15,34 +15,6 @@ namespace {
 using vlm::test::TempFolder;
 using vlm::test::WriteBytes;
 
-std::string Rows(const ui::GridModel& model) {
-    std::string rows;
-    for (int row = 0; row < model.RowCount(); ++row) {
-        for (int column = 0; column < static_cast<int>(model.Columns().size()); ++column) {
-            rows += model.Cell(row, column) + "|";
-        }
-        rows += "\n";
-    }
-    return rows;
-}
-
-TEST(AnomalyReportTest, EveryAnomalyIsARow) {
-    const TempFolder folder;
-    const std::string path = folder / "C123456Err.txt";
-    WriteBytes(path,
-               "Fattura A-125 del 16/03/2011: [12] Numero ricetta mancante\r\n"
-               "Ricevuta -7 del 01/02/2011: [8] Sesso dell'utente mancante\r\n"
-               "\r\n"
-               "Fattura B-C-9 del 16/03/2011:  - Prestazione 2: Data: a \xE8 b\r\n"
-               "Fattura A-125 del 16/03/2011: [12] Numero ricetta mancante\r\n");
-    const AnomalyReport report(path);
-    EXPECT_TRUE(report.IsReport());
-    EXPECT_EQ(Rows(report),
-              "Fattura|A-125|16/03/2011||[12] Numero ricetta mancante|\n"
-              "Ricevuta|-7|01/02/2011||[8] Sesso dell'utente mancante|\n"
-              "Fattura|B-C-9|16/03/2011|2|Data: a è b|\n");
-}
-
 TEST(AnomalyReportTest, OtherTextsAreNoReport) {
     const TempFolder folder;
     for (const char* text :
@@ -66,16 +38,26 @@ std::string Started(const std::string& command, const std::vector<std::string>& 
 
 TEST(WindowedProgramStarterTest, ShowsReportsAsListsAndOtherTextsLineByLine) {
     const TempFolder folder;
-    const std::string report = folder / "20110311MErr.txt", other = folder / "2011 decodificato.tmp";
-    WriteBytes(report, "Fattura A-125 del 16/03/2011: [12] Numero ricetta mancante\r\n");
-    const std::string list = Started("Notepad.exe " + report, {"grdAnomalie?", "lblTotale?", "cmdApri!"});
+    const std::string several = folder / "C123456Err.txt", one = folder / "Err.txt", other = folder / "2011 altro.tmp";
+    WriteBytes(several,
+               "Fattura A-125 del 16/03/2011: [12] Numero ricetta mancante\r\n"
+               "Ricevuta -7 del 01/02/2011: [8] Sesso dell'utente mancante\r\n"
+               "\r\n"
+               "Fattura B-C-9 del 16/03/2011:  - Prestazione 2: Data: a \xE8 b\r\n"
+               "Fattura A-125 del 16/03/2011: [12] Numero ricetta mancante\r\n");
+    WriteBytes(one, "Fattura A-125 del 16/03/2011: [12] Numero ricetta mancante\r\n");
     WriteBytes(other, "prima \xE0\r\n\r\nultima");
+    const std::vector<std::string> steps{"grdAnomalie?", "lblTotale?", "cmdApri!"};
+    const std::string list = Started("Notepad.exe " + several, steps);
     const std::string text = Started("notepad.EXE \"" + other + "\"", {"grdTesto?"});
     const std::pair<std::string, std::string> parts[] = {
         {list, R"("name":"frmAnomalie")"},
-        {list, R"("cells":[["Fattura","A-125","16/03/2011","","[12] Numero ricetta mancante"]])"},
-        {list, R"("caption":"1 anomalia")"},
-        {list, R"({"event":"run","command":"Notepad.exe )" + report + "\"}\n"},
+        {list, R"("cells":[["Fattura","A-125","16/03/2011","","[12] Numero ricetta mancante"],)"
+               R"(["Ricevuta","-7","01/02/2011","","[8] Sesso dell'utente mancante"],)"
+               R"(["Fattura","B-C-9","16/03/2011","2","Data: a è b"]])"},
+        {list, R"("caption":"3 anomalie")"},
+        {list, R"({"event":"run","command":"Notepad.exe )" + several + "\"}\n"},
+        {Started("Notepad.exe " + one, steps), R"("caption":"1 anomalia")"},
         {text, R"("cells":[["1","prima à"],["2",""],["3","ultima"]])"}};
     for (const auto& [told, part] : parts) {
         EXPECT_NE(told.find(part), std::string::npos) << part << " in " << told;

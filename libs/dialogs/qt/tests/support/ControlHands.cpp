@@ -26,41 +26,27 @@ namespace vlm::ui::test {
 
 namespace {
 
-/// The entries of a list, wherever they stand: how many, the key or position and the text of each, which are chosen.
-struct Entries {
-    int count;
-    std::function<std::string(int)> text;
-    std::function<bool(int)> chosen;
-    std::function<int(int)> key = [](int position) { return position; };
+using Texts = std::vector<std::string>;
 
-    /// A line for each, with a mark at those that are chosen.
-    std::string Marked() const {
-        std::string lines;
-        for (int i = 0; i < count; ++i) lines += (chosen(i) ? "x " : "- ") + text(i) + "\n";
-        return lines;
-    }
-    /// "#2" is a position, "" none; other values are a key or a text.
-    int PositionOf(const std::string& value) const {
-        if (value.empty()) return -1;
-        if (value[0] == '#') return std::stoi(value.substr(1));
-        for (int i = 0; i < count; ++i) {
-            if (text(i) == value || std::to_string(key(i)) == value) return i;
-        }
-        throw std::runtime_error("the list has no " + value);
-    }
-};
-
-Entries EntriesOf(const std::vector<std::string>& items, const std::function<bool(int)>& chosen) {
-    return {static_cast<int>(items.size()), [&items](int i) { return items[static_cast<std::size_t>(i)]; }, chosen};
+/// The entries of a list of any kind.
+Texts ItemsOf(const Control& list) {
+    if (list.Kind() == ControlKind::MultiList) return As<MultiList>(list).Items();
+    if (list.Kind() != ControlKind::PickList) return As<ChoiceControl>(list).Items();
+    Texts texts;
+    for (int i = 0; i < As<PickList>(list).RowCount(); ++i) texts.push_back(As<PickList>(list).TextAt(i));
+    return texts;
 }
 
-Entries EntriesOf(const ChoiceControl& list) {
-    return EntriesOf(list.Items(), [&list](int i) { return i == list.Position(); });
-}
-
-Entries EntriesOf(const PickList& list) {
-    return {list.RowCount(), [&list](int i) { return list.TextAt(i); },
-            [&list](int i) { return i == list.SelectedIndex(); }, [&list](int i) { return list.KeyAt(i); }};
+/// "#2" is a position, "" none; other values are an entry's key, which is its position where it has none, or its text.
+int PositionOf(const Control& list, const std::string& value) {
+    if (value.empty()) return -1;
+    if (value[0] == '#') return std::stoi(value.substr(1));
+    const Texts items = ItemsOf(list);
+    for (int i = 0; i < static_cast<int>(items.size()); ++i) {
+        const int key = list.Kind() == ControlKind::PickList ? As<PickList>(list).KeyAt(i) : i;
+        if (items[static_cast<std::size_t>(i)] == value || std::to_string(key) == value) return i;
+    }
+    throw std::runtime_error("the list has no " + value);
 }
 
 void Click(QWidget& widget, QPoint place) { QTest::mouseClick(&widget, Qt::LeftButton, {}, place); }
@@ -93,6 +79,13 @@ void ChooseSeveral(QListWidget& list, const std::string& value) {
     }
 }
 
+/// The entries of a list, and the chosen ones.
+std::string Listed(const Texts& items, const std::string& chosen) {
+    std::string listed = chosen + " of:";
+    for (const std::string& item : items) listed += " " + item + ";";
+    return listed;
+}
+
 /// The current row, then the cells of every row.
 std::string Rows(int current, int rows, int columns, const std::function<std::string(int, int)>& cell) {
     std::string lines = "current " + std::to_string(current) + "\n";
@@ -101,25 +94,6 @@ std::string Rows(int current, int rows, int columns, const std::function<std::st
         lines += "\n";
     }
     return lines;
-}
-
-std::string RowsOf(const GridTable& table) {
-    const QAbstractItemModel& model = *table.model();
-    return Rows(table.CurrentPlace(), model.rowCount(), model.columnCount(), [&](int row, int column) {
-        const QModelIndex index = model.index(row, column);
-        const QVariant box = index.data(Qt::CheckStateRole);
-        const QString text = box.isValid() ? (box.toInt() == Qt::Checked ? "1" : "0") : index.data().toString();
-        return (table.isColumnHidden(column) ? "hidden " : "") + FromQt(text);
-    });
-}
-
-std::string RowsOf(const Grid& grid) {
-    if (grid.Model() == nullptr) return Rows(grid.CurrentRow(), 0, 0, {});
-    const auto& columns = grid.Model()->Columns();
-    return Rows(grid.CurrentRow(), grid.RowCount(), static_cast<int>(columns.size()), [&](int row, int column) {
-        const bool visible = columns[static_cast<std::size_t>(column)].visible;
-        return (visible ? "" : "hidden ") + grid.Model()->Cell(row, column);
-    });
 }
 
 /// What the user sees, read from the widget.
@@ -131,22 +105,34 @@ std::string Seen(ControlWidget& control) {
     if (const auto* note = qobject_cast<QPlainTextEdit*>(&widget)) return FromQt(note->toPlainText());
     if (const auto* box = qobject_cast<QCheckBox*>(&widget)) return box->isChecked() ? "1" : "0";
     if (const auto* bar = qobject_cast<QProgressBar*>(&widget)) return std::to_string(bar->value());
-    if (const auto* table = dynamic_cast<GridTable*>(&widget)) return RowsOf(*table);
+    Texts items;
+    QStringList chosen;
     if (const auto* box = qobject_cast<QComboBox*>(&widget)) {
-        return Entries{box->count(), [box](int i) { return FromQt(box->itemText(i)); },
-                       [box](int i) { return i == box->currentIndex(); }}
-            .Marked();
+        for (int i = 0; i < box->count(); ++i) items.push_back(FromQt(box->itemText(i)));
+        return Listed(items, FromQt(box->currentText()));
     }
     if (const auto* list = qobject_cast<QListWidget*>(&widget)) {
-        return Entries{list->count(), [list](int i) { return FromQt(list->item(i)->text()); },
-                       [list](int i) { return list->item(i)->isSelected(); }}
-            .Marked();
+        for (int i = 0; i < list->count(); ++i) {
+            items.push_back(FromQt(list->item(i)->text()));
+            if (list->item(i)->isSelected()) chosen << list->item(i)->text();
+        }
+        return Listed(items, FromQt(chosen.join(", ")));
     }
     if (control.Shown().Kind() == ControlKind::OptionGroup) {
-        const QList<QRadioButton*> options = widget.findChildren<QRadioButton*>();
-        return Entries{static_cast<int>(options.size()), [&](int i) { return FromQt(options[i]->text()); },
-                       [&](int i) { return options[i]->isChecked(); }}
-            .Marked();
+        for (const auto* option : widget.findChildren<QRadioButton*>()) {
+            items.push_back(FromQt(option->text()));
+            if (option->isChecked()) chosen << option->text();
+        }
+        return Listed(items, FromQt(chosen.join(", ")));
+    }
+    if (const auto* table = dynamic_cast<GridTable*>(&widget)) {
+        const QAbstractItemModel& model = *table->model();
+        return Rows(table->CurrentPlace(), model.rowCount(), model.columnCount(), [&](int row, int column) {
+            const QModelIndex index = model.index(row, column);
+            const QVariant box = index.data(Qt::CheckStateRole);
+            const QString text = box.isValid() ? (box.toInt() == Qt::Checked ? "1" : "0") : index.data().toString();
+            return (table->isColumnHidden(column) ? "hidden " : "") + FromQt(text);
+        });
     }
     const auto* line = qobject_cast<QLineEdit*>(&widget);
     if (line == nullptr) line = widget.findChild<QLineEdit*>();
@@ -164,15 +150,18 @@ std::string Held(const Control& control) {
             return control.Caption();
         case ControlKind::FixedList:
         case ControlKind::OptionGroup:
-            return EntriesOf(As<ChoiceControl>(control)).Marked();
         case ControlKind::PickList:
-            return EntriesOf(As<PickList>(control)).Marked();
-        case ControlKind::MultiList: {
-            const auto& list = As<MultiList>(control);
-            return EntriesOf(list.Items(), [&list](int position) { return list.IsSelected(position); }).Marked();
+        case ControlKind::MultiList:
+            return Listed(ItemsOf(control), control.ShownText());
+        case ControlKind::Grid: {
+            const GridModel* model = As<Grid>(control).Model();
+            const int columns = model != nullptr ? static_cast<int>(model->Columns().size()) : 0;
+            return Rows(As<Grid>(control).CurrentRow(), As<Grid>(control).RowCount(), columns,
+                        [&](int row, int column) {
+                            const bool visible = model->Columns()[static_cast<std::size_t>(column)].visible;
+                            return (visible ? "" : "hidden ") + model->Cell(row, column);
+                        });
         }
-        case ControlKind::Grid:
-            return RowsOf(As<Grid>(control));
         case ControlKind::Text:
             return As<TextField>(control).Text();
         default:
@@ -205,14 +194,11 @@ void Enter(ControlWidget& widget, const std::string& value) {
         case ControlKind::CheckBox:
             if (As<CheckBox>(control).Checked() != (value == "1")) ClickMark(outer);
             return;
-        case ControlKind::OptionGroup: {
-            const int position = EntriesOf(As<ChoiceControl>(control)).PositionOf(value);
-            return ClickMark(*widget.FocusStops().at(static_cast<std::size_t>(position)));
-        }
+        case ControlKind::OptionGroup:
+            return ClickMark(*widget.FocusStops().at(static_cast<std::size_t>(PositionOf(control, value))));
         case ControlKind::FixedList:
-            return Choose(outer, EntriesOf(As<ChoiceControl>(control)).PositionOf(value));
         case ControlKind::PickList:
-            return Choose(outer, EntriesOf(As<PickList>(control)).PositionOf(value));
+            return Choose(outer, PositionOf(control, value));
         case ControlKind::MultiList:
             return ChooseSeveral(static_cast<QListWidget&>(outer), value);
         default:

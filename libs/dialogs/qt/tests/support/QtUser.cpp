@@ -7,17 +7,14 @@
 #include <QMessageBox>
 #include <QPointer>
 #include <QPushButton>
-#include <QTest>
-#include <QTimer>
 #include <algorithm>
 #include <functional>
-#include <gtest/gtest.h>
 #include <memory>
 #include <stdexcept>
 
-#include "ControlWidget.h"
 #include "controls/QtText.h"
 #include "support/ControlHands.h"
+#include "support/WindowDesk.h"
 #include "values/Utf8.h"
 
 namespace vlm::ui::test {
@@ -27,15 +24,6 @@ namespace {
 /// Runs `action` once `ready` says so, from within the event loop that a window runs.
 void Once(const std::function<bool()>& ready, const std::function<void()>& action) {
     QTimer::singleShot(0, [ready, action] { ready() ? action() : Once(ready, action); });
-}
-
-template <class Window>
-void OnceUp(const std::function<void(Window&)>& action) {
-    const auto up = [] {
-        auto* window = qobject_cast<Window*>(QApplication::activeModalWidget());
-        return window != nullptr && window->isVisible() ? window : nullptr;
-    };
-    Once([up] { return up() != nullptr; }, [up, action] { action(*up()); });
 }
 
 }  // namespace
@@ -62,18 +50,16 @@ void QtUser::ShowModal(Dialog& dialog) {
         log_.DialogOpened(dialog);
         Play(dialog, steps);
     });
-    ++depth_;
-    try {
-        toolkit_.ShowModal(dialog);
-    } catch (...) {
+    const struct Showing {  // ends however the window ends
+        std::function<void()> end;
+        ~Showing() { end(); }
+    } showing{[&] {
         --depth_;
         *ended = true;
         if (shown) log_.DialogClosed(dialog);
-        throw;
-    }
-    --depth_;
-    *ended = true;
-    if (shown) log_.DialogClosed(dialog);
+    }};
+    ++depth_;
+    toolkit_.ShowModal(dialog);
 }
 
 void QtUser::Play(Dialog& dialog, std::vector<ScriptStep> steps) {
@@ -147,7 +133,7 @@ Answer QtUser::Show(const Message& message) {
         button = yes ? QMessageBox::Yes : QMessageBox::No;
         if (next != nullptr) script_.DropAnswer();
     }
-    OnceUp<QMessageBox>([this, button](QMessageBox& box) {
+    WhenUp<QMessageBox>([this, button](QMessageBox& box) {
         MessageUp(box);
         QTest::mouseClick(box.button(button), Qt::LeftButton);
     });
@@ -162,7 +148,7 @@ void QtUser::AnswerChooser() {
         if (!text::EqualNoCase(next->value, "cancel")) answer = next->value;
         script_.DropAnswer();
     }
-    OnceUp<QFileDialog>([this, answer](QFileDialog& chooser) {
+    WhenUp<QFileDialog>([this, answer](QFileDialog& chooser) {
         MessageUp(chooser);
         if (!answer) return QTest::keyClick(&chooser, Qt::Key_Escape);
         auto* name = chooser.findChild<QLineEdit*>("fileNameEdit");
