@@ -1,7 +1,6 @@
 #pragma once
 
 #include "Facade.h"
-#include "HostReference.h"
 #include "automation/EventSource.h"
 #include "import/ASLImportPatient.h"
 

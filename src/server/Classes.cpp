@@ -3,15 +3,74 @@
 #include <algorithm>
 #include <array>
 
-#include "ASLExportFacade.h"
 #include "ASLImportPatientFacade.h"
-#include "ASLPanoramicoFacade.h"
 #include "ASLPanoramicoLineFacade.h"
-#include "ExportProgettiFacade.h"
+#include "Facade.h"
+#include "export/ASLExport.h"
+#include "prescriptions/ASLPanoramico.h"
+#include "projects/ExportProgetti.h"
+#include "puglia/ASLExportPuglia.h"
+#include "sicilia/ASLExportSicilia.h"
 
 namespace vlm::server {
 
 namespace {
+
+/// Every region but Puglia exports as Sicily does.
+std::unique_ptr<IRegionASLExport> MakeRegion(const Library& library, std::int32_t idRegioneTariffario) {
+    if (idRegioneTariffario == kRegionePuglia) return std::make_unique<ASLExportPuglia>(library);
+    return std::make_unique<ASLExportSicilia>(library);
+}
+
+class ASLExportFacade final : public Facade<_ASLExport> {
+public:
+    HRESULT STDMETHODCALLTYPE ShowDialog() override {
+        return Do([&] { component_.ShowDialog(); });
+    }
+    HRESULT STDMETHODCALLTYPE get_Connection(IDispatch** result) override { return GiveConnection(result, component_); }
+    HRESULT STDMETHODCALLTYPE putref_Connection(IDispatch* value) override { return TakeConnection(value, component_); }
+    HRESULT STDMETHODCALLTYPE ViewAsDecoded(BSTR FileName, TipoTracciatoConsts TipoTracciato,
+                                            VARIANT_BOOL* result) override {
+        return GiveTruth(result, [&] { return component_.ViewAsDecoded(com::ToUtf8(FileName), TipoTracciato); });
+    }
+    HRESULT STDMETHODCALLTYPE get_CHMObject(IDispatch** result) override { return GiveHelp(result, component_); }
+    HRESULT STDMETHODCALLTYPE putref_CHMObject(IDispatch* value) override { return TakeHelp(value, component_); }
+
+private:
+    ASLExport component_{Lib(), [&library = Lib()](std::int32_t region) { return MakeRegion(library, region); }};
+};
+
+class ASLPanoramicoFacade final : public Facade<_ASLPanoramico> {
+public:
+    HRESULT STDMETHODCALLTYPE get_CHMObject(IDispatch** result) override { return GiveHelp(result, component_); }
+    HRESULT STDMETHODCALLTYPE putref_CHMObject(IDispatch* value) override { return TakeHelp(value, component_); }
+    HRESULT STDMETHODCALLTYPE ShowDialog() override {
+        return Do([&] { component_.ShowDialog(); });
+    }
+    HRESULT STDMETHODCALLTYPE ViewAsDecoded(BSTR FileName, TipoTracciatoConsts TipoTracciato,
+                                            VARIANT_BOOL* result) override {
+        return GiveTruth(result, [&] { return component_.ViewAsDecoded(com::ToUtf8(FileName), TipoTracciato); });
+    }
+    HRESULT STDMETHODCALLTYPE get_Connection(IDispatch** result) override { return GiveConnection(result, component_); }
+    HRESULT STDMETHODCALLTYPE putref_Connection(IDispatch* value) override { return TakeConnection(value, component_); }
+
+private:
+    ASLPanoramico component_{Lib()};
+};
+
+class ExportProgettiFacade final : public Facade<_ExportProgetti> {
+public:
+    HRESULT STDMETHODCALLTYPE get_Connection(IDispatch** result) override { return GiveConnection(result, component_); }
+    HRESULT STDMETHODCALLTYPE putref_Connection(IDispatch* value) override { return TakeConnection(value, component_); }
+    HRESULT STDMETHODCALLTYPE get_CHMObject(IDispatch** result) override { return GiveHelp(result, component_); }
+    HRESULT STDMETHODCALLTYPE putref_CHMObject(IDispatch* value) override { return TakeHelp(value, component_); }
+    HRESULT STDMETHODCALLTYPE ShowDialog() override {
+        return Do([&] { component_.ShowDialog(); });
+    }
+
+private:
+    ExportProgetti component_{Lib()};
+};
 
 template <typename Class>
 com::Ref<IUnknown> Create() {

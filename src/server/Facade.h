@@ -1,7 +1,6 @@
 #pragma once
 
-#include "HelpReference.h"
-#include "HostConnection.h"
+#include "HostReferences.h"
 #include "MemberTables.h"
 #include "Module.h"
 #include "TypeLibrary.h"

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "HostReference.h"
+#include "HostReferences.h"
 #include "databases/ClinicSchema.h"
 #include "databases/MasterSchema.h"
 #include "databases/SqliteWriter.h"

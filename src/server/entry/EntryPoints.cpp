@@ -1,8 +1,41 @@
 #include <new>
 
-#include "ClassFactory.h"
-#include "Registration.h"
+#include "Classes.h"
+#include "Module.h"
+#include "TypeLibrary.h"
+#include "automation/ErrorReport.h"
+#include "automation/Object.h"
 #include "server/VlmASLServicesLib.h"
+
+namespace vlm::server {
+namespace {
+
+/// Makes the objects of one class.
+class ClassFactory final : public com::Object<IClassFactory> {
+public:
+    explicit ClassFactory(const ClassEntry& entry) : entry_(entry) {}
+
+    /// CLASS_E_NOAGGREGATION for an outer object: components stand alone.
+    HRESULT STDMETHODCALLTYPE CreateInstance(IUnknown* outer, REFIID iid, void** object) override {
+        if (object == nullptr) return E_POINTER;
+        *object = nullptr;
+        if (outer != nullptr) return CLASS_E_NOAGGREGATION;
+        com::Ref<IUnknown> made;
+        const HRESULT result = com::Guarded(kLibraryName, com::kIdOf<IClassFactory>, [&] { made = entry_.create(); });
+        return FAILED(result) ? result : made->QueryInterface(iid, object);
+    }
+    HRESULT STDMETHODCALLTYPE LockServer(BOOL lock) override {
+        Module::Get().Lock(lock != 0);
+        return S_OK;
+    }
+
+private:
+    const ClassEntry& entry_;
+    Module::Alive alive_;
+};
+
+}  // namespace
+}  // namespace vlm::server
 
 using vlm::server::Module;
 

@@ -10,4 +10,7 @@ HRESULT GiveTypeInfo(const GUID&, ITypeInfo** info) noexcept {
     return E_NOTIMPL;
 }
 
+HRESULT RegisterClasses() noexcept { return S_OK; }
+HRESULT UnregisterClasses() noexcept { return S_OK; }
+
 }  // namespace vlm::server
