@@ -1,6 +1,12 @@
-#include "Client.h"
+#include <array>
+#include <gtest/gtest.h>
+#include <string>
+
+#include "MemberTables.h"
 #include "ado/ConnectionObject.h"
+#include "automation/LateBound.h"
 #include "support/EmptyArchive.h"
+#include "support/ForeignObject.h"
 #include "support/Listener.h"
 #include "support/TempFolder.h"
 
@@ -9,12 +15,62 @@ namespace {
 
 using com::LateBound;
 using com::Variant;
-using test::Created;
+using Lines = std::vector<std::string>;
 
 constexpr const wchar_t* kModule = L"VlmASLServicesLib.dll";
 
+/// A class as a client knows it.
+struct KnownClass {
+    const char* name;
+    GUID classId;
+    GUID interfaceId;
+    std::span<const com::Member> members;
+};
+
+const std::array<KnownClass, 5>& KnownClasses() {
+    static const std::array<KnownClass, 5> kClasses = {{
+        {"ASLExport", kASLExportClass, _ASLExport::kId, MembersOf<_ASLExport>()},
+        {"ASLPanoramico", kASLPanoramicoClass, _ASLPanoramico::kId, MembersOf<_ASLPanoramico>()},
+        {"ASLPanoramicoLine", kASLPanoramicoLineClass, _ASLPanoramicoLine::kId, MembersOf<_ASLPanoramicoLine>()},
+        {"ExportProgetti", kExportProgettiClass, _ExportProgetti::kId, MembersOf<_ExportProgetti>()},
+        {"ASLImportPatient", kASLImportPatientClass, _ASLImportPatient::kId, MembersOf<_ASLImportPatient>()},
+    }};
+    return kClasses;
+}
+
+/// What CreateObject does: the class by its programmatic name, then the object.
+HRESULT CreateByName(const char* className, const GUID& iid, void** object) {
+    CLSID classId{};
+    const com::WideText name = com::ToWide(std::string(kLibraryName) + "." + className);
+    const HRESULT found = CLSIDFromProgID(name.c_str(), &classId);
+    return FAILED(found) ? found : CoCreateInstance(classId, nullptr, CLSCTX_INPROC_SERVER, iid, object);
+}
+
+template <typename Interface = IDispatch>
+com::Ref<Interface> Created(const char* className) {
+    com::Ref<Interface> object;
+    EXPECT_EQ(CreateByName(className, com::kIdOf<Interface>, object.ReceiveAny()), S_OK) << className;
+    return object;
+}
+
+/// The registered type library; nothing when none is registered.
+com::Ref<ITypeLib> RegisteredTypeLibrary() {
+    constexpr GUID kLibraryId = com::Guid("3B7CE6DA-3DFC-4591-8B0E-EC5C3956837D");
+    com::Ref<ITypeLib> library;
+    if (FAILED(LoadRegTypeLib(kLibraryId, 1, 0, 0, library.Receive()))) return {};
+    return library;
+}
+
+TYPEATTR AttributesOf(ITypeInfo& info) {
+    TYPEATTR* attributes = nullptr;
+    EXPECT_EQ(info.GetTypeAttr(&attributes), S_OK);
+    const TYPEATTR copy = *attributes;
+    info.ReleaseTypeAttr(attributes);
+    return copy;
+}
+
 TEST(Client, EveryClassIsCreatedByItsName) {
-    for (const test::KnownClass& known : test::KnownClasses()) {
+    for (const KnownClass& known : KnownClasses()) {
         const auto object = Created<>(known.name);
         ASSERT_TRUE(object) << known.name;
         EXPECT_TRUE(com::Query<IDispatch>(object.Get(), known.interfaceId)) << known.name;
@@ -23,47 +79,9 @@ TEST(Client, EveryClassIsCreatedByItsName) {
         EXPECT_EQ(count, 1u);
         com::Ref<ITypeInfo> info;
         ASSERT_EQ(object->GetTypeInfo(0, 0, info.Receive()), S_OK) << known.name;
-        TYPEATTR* attributes = nullptr;
-        ASSERT_EQ(info->GetTypeAttr(&attributes), S_OK);
-        EXPECT_TRUE(com::Same(attributes->guid, known.interfaceId)) << known.name;
-        info->ReleaseTypeAttr(attributes);
+        EXPECT_TRUE(com::Same(AttributesOf(*info).guid, known.interfaceId)) << known.name;
         EXPECT_EQ(object->GetTypeInfo(1, 0, info.Receive()), DISP_E_BADINDEX);
         EXPECT_FALSE(info);
-    }
-}
-
-/// What a call by the type library's description puts and gets is what a call by name does.
-TEST(Client, TheRecordsPropertiesAreWhatTheTypeLibrarySays) {
-    const auto record = Created<>("ASLPanoramicoLine");
-    const LateBound late(record);
-    com::Ref<ITypeInfo> info;
-    ASSERT_EQ(record->GetTypeInfo(0, 0, info.Receive()), S_OK);
-    const auto described = [&](DISPID id, WORD flags, Variant given = {}) {
-        DISPID put = DISPID_PROPERTYPUT;
-        DISPPARAMS parameters{};
-        if (flags == DISPATCH_PROPERTYPUT) parameters = {&given.Get(), &put, 1, 1};
-        Variant result;
-        EXPECT_EQ(info->Invoke(record.Get(), id, flags, &parameters, result.Receive(), nullptr, nullptr), S_OK) << id;
-        return result;
-    };
-    const auto ownValue = [](const com::Member& member) {
-        const VARTYPE type = member.parameters[0].type;
-        if (type == VT_DATE) return Variant(Date(40633));
-        if (type == VT_BOOL) return Variant(true);
-        return type == VT_I2 ? Variant(static_cast<std::int16_t>(-member.id))
-                             : Variant("città € " + std::string(member.name));
-    };
-    std::vector<com::Member> puts;
-    for (const com::Member& member : MembersOf<_ASLPanoramicoLine>()) {
-        if (member.kind == DISPATCH_PROPERTYPUT) puts.push_back(member);
-    }
-    EXPECT_EQ(puts.size(), 15u);
-    for (const com::Member& put : puts) described(put.id, DISPATCH_PROPERTYPUT, ownValue(put));
-    for (const com::Member& put : puts) {  // all were put before: no two share a place
-        const Variant got = described(put.id, DISPATCH_PROPERTYGET);
-        EXPECT_EQ(got.Type(), put.parameters[0].type) << put.name;
-        EXPECT_EQ(got.Text(), ownValue(put).Text()) << put.name;
-        EXPECT_EQ(late.Get(put.name).Text(), got.Text()) << put.name;
     }
 }
 
@@ -97,11 +115,7 @@ TEST(Client, EventsAreOfferedHeardAndTheirListenersCounted) {
         EXPECT_EQ(classInfo->GetGUID(0, &events), E_INVALIDARG);
         com::Ref<ITypeInfo> info;
         ASSERT_EQ(classInfo->GetClassInfo(info.Receive()), S_OK);
-        TYPEATTR* attributes = nullptr;
-        ASSERT_EQ(info->GetTypeAttr(&attributes), S_OK);
-        EXPECT_TRUE(com::Same(attributes->guid, kASLImportPatientClass));
-        info->ReleaseTypeAttr(attributes);
-
+        EXPECT_TRUE(com::Same(AttributesOf(*info).guid, kASLImportPatientClass));
         const auto container = com::Query<IConnectionPointContainer>(component.Get());
         com::Ref<IConnectionPoint> point;
         ASSERT_EQ(container->FindConnectionPoint(k__ASLImportPatientId, point.Receive()), S_OK);
@@ -138,9 +152,145 @@ TEST(Client, TheLibraryGoesWhenNobodyNeedsIt) {
     }
 }
 
+/// A type as the member tables say it: an enumeration is a 32-bit number, a pointer to an interface an object.
+VARTYPE TypeOf(ITypeInfo& info, const TYPEDESC& type) {
+    if (type.vt == VT_PTR) {
+        const VARTYPE inner = TypeOf(info, *type.lptdesc);
+        return inner == VT_UNKNOWN ? static_cast<VARTYPE>(VT_DISPATCH) : inner;
+    }
+    if (type.vt != VT_USERDEFINED) return type.vt;
+    com::Ref<ITypeInfo> named;
+    if (FAILED(info.GetRefTypeInfo(type.hreftype, named.Receive()))) return VT_EMPTY;
+    return AttributesOf(*named).typekind == TKIND_ENUM ? VT_I4 : VT_UNKNOWN;
+}
+
+/// A member in a line: its place in the table, its identifier and kind, name, "type name" of the parameters of a method
+/// with what an optional one is when it is not given, and its result. A property's parameter has no name.
+std::string Line(std::size_t place, DISPID id, int kind, std::string_view name) {
+    return std::to_string(place) + " " + std::to_string(id) + " " + std::to_string(kind) + " " + std::string(name);
+}
+
+std::string LineOf(const com::Member& member, std::size_t place) {
+    std::string line = Line(place, member.id, member.kind, member.name);
+    for (std::size_t i = 0; i < member.parameterCount; ++i) {
+        const com::Parameter& parameter = member.parameters[i];
+        line += " " + std::to_string(parameter.type);
+        if (member.kind == DISPATCH_METHOD) line += " " + std::string(parameter.name);
+        if (parameter.optional) line += "=" + std::to_string(parameter.absent);
+    }
+    return member.result == VT_EMPTY ? line : line + " -> " + std::to_string(member.result);
+}
+
+std::string LineOf(ITypeInfo& info, UINT index) {
+    FUNCDESC* function = nullptr;
+    EXPECT_EQ(info.GetFuncDesc(index, &function), S_OK);
+    std::array<com::Bstr, 8> names;
+    std::array<BSTR, 8> received{};
+    UINT count = 0;
+    EXPECT_EQ(info.GetNames(function->memid, received.data(), 8, &count), S_OK);
+    for (UINT i = 0; i < count; ++i) *names[i].Receive() = received[i];
+    std::string line = Line(static_cast<std::size_t>(function->oVft) / sizeof(void*) - 7, function->memid,
+                            function->invkind, names[0].Text());
+    for (SHORT i = 0; i < function->cParams; ++i) {
+        const ELEMDESC& described = function->lprgelemdescParam[i];
+        const USHORT flags = described.paramdesc.wParamFlags;
+        if ((flags & PARAMFLAG_FRETVAL) != 0) line += " ->";
+        line += " " + std::to_string(TypeOf(info, described.tdesc));
+        if (function->invkind == INVOKE_FUNC && (flags & PARAMFLAG_FRETVAL) == 0) {
+            line += " " + names[static_cast<std::size_t>(i) + 1].Text();
+        }
+        if ((flags & PARAMFLAG_FOPT) != 0 && (flags & PARAMFLAG_FHASDEFAULT) != 0) {
+            line += "=" + std::to_string(described.paramdesc.pparamdescex->varDefaultValue.lVal);
+        }
+    }
+    info.ReleaseFuncDesc(function);
+    return line;
+}
+
+/// The table of functions behind a dual interface.
+com::Ref<ITypeInfo> TableOf(ITypeLib& library, const GUID& interfaceId) {
+    com::Ref<ITypeInfo> dispatch;
+    com::Ref<ITypeInfo> table;
+    HREFTYPE reference = 0;
+    if (FAILED(library.GetTypeInfoOfGuid(interfaceId, dispatch.Receive())) ||
+        FAILED(dispatch->GetRefTypeOfImplType(static_cast<UINT>(-1), &reference)) ||
+        FAILED(dispatch->GetRefTypeInfo(reference, table.Receive()))) {
+        return {};
+    }
+    return table;
+}
+
+TEST(TypeLibrary, DescribesEveryMemberAsTheTablesHaveIt) {
+    const com::Ref<ITypeLib> library = RegisteredTypeLibrary();
+    ASSERT_TRUE(library);
+    for (const KnownClass& known : KnownClasses()) {
+        const com::Ref<ITypeInfo> table = TableOf(*library, known.interfaceId);
+        ASSERT_TRUE(table) << known.name;
+        const TYPEATTR attributes = AttributesOf(*table);
+        EXPECT_NE(attributes.wTypeFlags & TYPEFLAG_FDUAL, 0) << known.name;
+        Lines described, expected;
+        for (UINT i = 0; i < attributes.cFuncs; ++i) described.push_back(LineOf(*table, i));
+        for (const com::Member& member : known.members) expected.push_back(LineOf(member, expected.size()));
+        EXPECT_EQ(described, expected) << known.name;
+    }
+}
+
+/// "name default|source" of each interface of a class.
+Lines InterfacesOf(ITypeInfo& classInfo) {
+    Lines interfaces;
+    HREFTYPE reference = 0;
+    for (UINT i = 0; SUCCEEDED(classInfo.GetRefTypeOfImplType(i, &reference)); ++i) {
+        com::Ref<ITypeInfo> offered;
+        com::Bstr name;
+        INT flags = 0;
+        EXPECT_EQ(classInfo.GetRefTypeInfo(reference, offered.Receive()), S_OK);
+        EXPECT_EQ(offered->GetDocumentation(MEMBERID_NIL, name.Receive(), nullptr, nullptr, nullptr), S_OK);
+        EXPECT_EQ(classInfo.GetImplTypeFlags(i, &flags), S_OK);
+        interfaces.push_back(name.Text() + ((flags & IMPLTYPEFLAG_FDEFAULT) != 0 ? " default" : "") +
+                             ((flags & IMPLTYPEFLAG_FSOURCE) != 0 ? " source" : ""));
+    }
+    return interfaces;
+}
+
+TEST(TypeLibrary, DescribesClassesEventsAndTheRecordKind) {
+    const com::Ref<ITypeLib> library = RegisteredTypeLibrary();
+    ASSERT_TRUE(library);
+    com::Bstr name;
+    com::Bstr description;
+    EXPECT_EQ(library->GetDocumentation(-1, name.Receive(), description.Receive(), nullptr, nullptr), S_OK);
+    EXPECT_EQ(name.Text() + ": " + description.Text(), "VlmASLServicesLib: Velmo - ASL Services Library");
+    for (const KnownClass& known : KnownClasses()) {
+        com::Ref<ITypeInfo> info;
+        ASSERT_EQ(library->GetTypeInfoOfGuid(known.classId, info.Receive()), S_OK) << known.name;
+        Lines expected = {"_" + std::string(known.name) + " default"};
+        if (std::string_view(known.name) == "ASLImportPatient") {
+            expected.emplace_back("__ASLImportPatient default source");
+        }
+        EXPECT_EQ(InterfacesOf(*info), expected);
+    }
+    com::Ref<ITypeInfo> events;
+    ASSERT_EQ(library->GetTypeInfoOfGuid(k__ASLImportPatientId, events.Receive()), S_OK);
+    const std::string reading = LineOf(*events, 0);
+    EXPECT_EQ(reading.substr(reading.find(' ') + 1), "1 1 ReadingFile 3 Value");  // it has no place in a table
+
+    com::Ref<ITypeInfo> kinds;
+    ASSERT_EQ(library->GetTypeInfoOfGuid(kTipoTracciatoConstsId, kinds.Receive()), S_OK);
+    std::string values;
+    for (UINT i = 0; i < 2; ++i) {
+        VARDESC* value = nullptr;
+        com::Bstr constant;
+        UINT count = 0;
+        ASSERT_EQ(kinds->GetVarDesc(i, &value), S_OK);
+        EXPECT_EQ(kinds->GetNames(value->memid, constant.Receive(), 1, &count), S_OK);
+        values += constant.Text() + "=" + std::to_string(value->lpvarValue->lVal) + " ";
+        kinds->ReleaseVarDesc(value);
+    }
+    EXPECT_EQ(values, "ttM=0 ttS=1 ");
+}
+
 /// Runs alone, after the library has been taken out of the registry.
 TEST(Unregistered, NothingOfTheLibraryIsLeft) {
-    for (const test::KnownClass& known : test::KnownClasses()) {
+    for (const KnownClass& known : KnownClasses()) {
         void* object = nullptr;
         CLSID classId{};
         const com::WideText name = com::ToWide(std::string(kLibraryName) + "." + known.name);
@@ -149,8 +299,17 @@ TEST(Unregistered, NothingOfTheLibraryIsLeft) {
                   REGDB_E_CLASSNOTREG)
             << known.name;
     }
-    EXPECT_FALSE(test::RegisteredTypeLibrary());
+    EXPECT_FALSE(RegisteredTypeLibrary());
 }
 
 }  // namespace
 }  // namespace vlm::server
+
+/// The tests run in a single-threaded apartment, as the host's interface does.
+int main(int argc, char** argv) {
+    testing::InitGoogleTest(&argc, argv);
+    if (FAILED(CoInitialize(nullptr))) return 2;
+    const int failed = RUN_ALL_TESTS();
+    CoUninitialize();
+    return failed;
+}
