@@ -5,6 +5,7 @@
 #include <string>
 
 #include "import/ASLImportPatient.h"
+#include "readers/AslFormats.h"
 #include "support/EmptyArchive.h"
 #include "support/FakeServices.h"
 #include "support/TempFolder.h"
@@ -26,10 +27,16 @@ public:
         services.toolkit.messages.clear();
         Walk(component.ReadWithTemplate(list, format));
     }
-    void ReadEntry(const std::string& list, int entry) {
-        try {
-            Walk(component.ReadSourceForAsl(list, entry, ""));
-        } catch (const Error&) {  // a source that cannot be read says so
+    /// Reads the list as every authority's own format of a kind has it.
+    void ReadAs(const std::string& list, SourceKind kind) {
+        int entry = -1;
+        for (const asl::Authority& authority : asl::Authorities()) {
+            ++entry;
+            if (authority.format == nullptr || authority.format->kind != kind) continue;
+            try {
+                Walk(component.ReadSourceForAsl(list, entry, ""));
+            } catch (const Error&) {  // a source that cannot be read says so
+            }
         }
     }
 

@@ -1,12 +1,9 @@
 #include "import/ASLImportPatient.h"
 
-#include "creation/ExemptionCreation.h"
-#include "creation/PatientCreation.h"
 #include "frame/Messages.h"
 #include "frmASLImportPatient.h"
 #include "readers/AslFormats.h"
-#include "readers/SourceReaders.h"
-#include "readers/TemplateFormat.h"
+#include "readers/ImportTemplate.h"
 #include "values/Error.h"
 
 namespace vlm {
@@ -42,7 +39,9 @@ ElementListPtr ASLImportPatient::ReadHealthCardList(HealthCardList list, std::in
 
 ElementListPtr ASLImportPatient::ReadSourceForAsl(const std::string& fileName, int aslIndex,
                                                   const std::string& templatePath) {
-    const SourceFormat* own = asl::FormatOfEntry(aslIndex);
+    const auto authorities = asl::Authorities();
+    const auto entry = static_cast<std::size_t>(aslIndex);
+    const SourceFormat* own = entry < authorities.size() ? authorities[entry].format : nullptr;
     return own != nullptr ? Read(*own, fileName) : ReadWithTemplate(fileName, templatePath);
 }
 
@@ -50,22 +49,23 @@ ElementListPtr ASLImportPatient::ReadWithTemplate(const std::string& fileName, c
     findings_.Clear();
     try {
         const ImportTemplate source = ImportTemplate::Load(templatePath);
-        if (source.FileType() == "E") return Read(WorkbookFormatOf(source), fileName);
-        if (source.FileType() == "TF") return Read(FixedFormatOf(source), fileName);
-        if (source.FileType() != "TD") return nullptr;
-        if (!source.GetTemplateValue(kDelimiterKey).empty()) return Read(DelimitedFormatOf(source), fileName);
-        library_.Toolkit().Show(
-            {"Nessun delimitatore di campo impostato!", messages::kHostTitle, ui::Icon::Exclamation, ui::Buttons::Ok});
+        if (source.LacksDelimiter()) {
+            library_.Toolkit().Show({"Nessun delimitatore di campo impostato!", messages::kHostTitle,
+                                     ui::Icon::Exclamation, ui::Buttons::Ok});
+            return nullptr;
+        }
+        const std::optional<SourceFormat> format = source.Format();
+        return format ? Read(*format, fileName) : nullptr;
     } catch (const std::exception& error) {
         messages::ShowReadingError(library_.Toolkit(), error.what());
+        return nullptr;
     }
-    return nullptr;
 }
 
 ElementListPtr ASLImportPatient::Read(const SourceFormat& format, const std::string& fileName) {
     return InContext([&](ReadContext& context) {
-        return IsWorkbook(format) ? ReadWorkbook(format, fileName, context, library_.Workbooks())
-                                  : ReadText(format, fileName, context);
+        return format.kind == SourceKind::Workbook ? ReadWorkbook(format, fileName, context, library_.Workbooks())
+                                                   : ReadText(format, fileName, context);
     });
 }
 

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "ElementGridModel.h"
+#include "ImportGrids.h"
 #include "import/ASLImportPatient.h"
 
 namespace vlm {

@@ -1,52 +1,19 @@
 #include "frmASLImportPatient.h"
 
-#include <array>
-
-#include "ImportGrids.h"
-#include "TemplateFolder.h"
+#include "ImportConfirmation.h"
+#include "files/LineWriter.h"
 #include "files/Paths.h"
 #include "frame/Messages.h"
 #include "frame/ModGeneral.h"
 #include "frame/ModSysTables.h"
+#include "frmRevoca.h"
 #include "healthcard/GetPIN.h"
+#include "readers/AslFormats.h"
+#include "readers/ImportTemplate.h"
 
 namespace vlm {
 
 namespace {
-
-/// The authorities of the list in their order: the position is what a reader is chosen by.
-constexpr std::array<const char*, 30> kAuthorities = {
-    "ABRUZZO",
-    "BASILICATA",
-    "BOLZANO",
-    "CALABRIA",
-    "CAMPANIA",
-    "EMILIA ROMAGNA",
-    "FRIULI VENEZIA GIULIA",
-    "LAZIO",
-    "LIGURIA",
-    "LOMBARDIA",
-    "MARCHE",
-    "MOLISE",
-    "PIEMONTE",
-    "PUGLIA",
-    "SARDEGNA",
-    "SICILIA",
-    "TOSCANA",
-    "TRENTINO ALTO ADIGE",
-    "TRENTO",
-    "UMBRIA",
-    "VALLE D'AOSTA",
-    "VENETO",
-    "Catania",
-    "Caltanissetta",
-    "Savona",
-    "Palermo",
-    "Ragusa",
-    "Sassari",
-    "Enna",
-    "Napoli",
-};
 
 std::string Counted(std::size_t count, const char* what) { return "( " + std::to_string(count) + " " + what + " )"; }
 
@@ -131,7 +98,9 @@ void frmASLImportPatient::Closed() {
 
 void frmASLImportPatient::FillSourceFormats() {
     std::vector<std::string> entries;
-    if (IsPatientList()) entries.assign(kAuthorities.begin(), kAuthorities.end());
+    if (IsPatientList()) {
+        for (const asl::Authority& authority : asl::Authorities()) entries.emplace_back(authority.name);
+    }
     const TemplateFolder templates(Lib().InstallFolder().Path());
     for (std::string& name :
          templates.Names(IsPatientList() ? TemplateFolder::kPatientLists : TemplateFolder::kExemptionLists)) {
@@ -143,6 +112,11 @@ void frmASLImportPatient::FillSourceFormats() {
 ui::Grid& frmASLImportPatient::ShownGrid() {
     if (!IsPatientList()) return grdList1;
     return IsRevocation() ? grdList2 : grdList;
+}
+
+ElementGridModel* frmASLImportPatient::ShownModel() {
+    if (ShownGrid().Model() == nullptr) return nullptr;
+    return IsRevocation() ? revocable_.get() : elements_.get();
 }
 
 void frmASLImportPatient::ApplyVisibility() {
@@ -170,10 +144,8 @@ void frmASLImportPatient::ApplyFilter() {
 }
 
 void frmASLImportPatient::ShowSelected() {
-    std::size_t count = 0;
-    if (ShownGrid().Model() != nullptr) {
-        count = IsRevocation() ? revocable_->CountSelected() : elements_->CountShownSelected();
-    }
+    const ElementGridModel* const shown = ShownModel();
+    const std::size_t count = shown != nullptr ? shown->CountShownSelected() : 0;
     lblSelezionati.SetCaption("Selezionati " + std::to_string(count) + " pazienti.");
 }
 
@@ -236,10 +208,11 @@ ElementListPtr frmASLImportPatient::ReadHealthCard() {
 }
 
 void frmASLImportPatient::FillGrids(ElementListPtr elements) {
-    ElementList& list = *elements;
-    if (IsPatientList()) revocable_ = std::make_shared<RevocableGridModel>(Lib().RequireConnection(), list);
-    elements_ =
-        std::make_shared<ElementGridModel>(IsPatientList() ? kPatientColumns : kExemptionColumns, std::move(elements));
+    if (IsPatientList()) {
+        const PatientRevocation archive(Lib(), aslImportObject_->Security());
+        revocable_ = std::make_shared<RevocableGridModel>(archive.RevocablePatients(*elements));
+    }
+    elements_ = IsPatientList() ? PatientGrid(std::move(elements)) : ExemptionGrid(std::move(elements));
     lblConteggio.SetCaption(Counted(elements_->ElementCount(), "elementi"));
     (IsPatientList() ? grdList : grdList1).SetModel(elements_);
     if (IsPatientList()) grdList2.SetModel(revocable_);
@@ -277,6 +250,94 @@ bool frmASLImportPatient::WorkDone(int percent) {
     prgLettura.SetValue(percent);
     Repaint();  // many rows make one percent, and each of them is a chance to close
     return !IsClosing();
+}
+
+// What the dialog does with the rows that it shows: selecting, confirming, revoking, printing.
+
+void frmASLImportPatient::CheckBoxClicked(int row) {
+    ElementGridModel* const shown = ShownModel();
+    if (shown == nullptr) return;
+    const std::uint32_t element = shown->ElementAt(row);
+    shown->Select(element, !shown->IsSelected(element));
+    RefreshGrid();
+}
+
+void frmASLImportPatient::ToggleSelection() {
+    const int row = ShownGrid().CurrentRow();
+    if (row >= 0) CheckBoxClicked(row);
+}
+
+void frmASLImportPatient::SelectAll() {
+    ElementGridModel* const shown = ShownModel();
+    if (shown == nullptr) return;
+    shown->SelectAll();
+    RefreshGrid();
+}
+
+void frmASLImportPatient::RefreshGrid() {
+    ShownGrid().Refresh();
+    ShowSelected();
+}
+
+void frmASLImportPatient::Confirm() {
+    ElementGridModel* const elements = ShownModel();
+    if (elements == nullptr || !MayConfirmHidden(*elements)) return;
+    const auto kind = IsPatientList() ? ImportConfirmation::Kind::Patients : ImportConfirmation::Kind::Exemptions;
+    ImportConfirmation confirmation(*aslImportObject_, kind, [this](int percent) { return WorkDone(percent); });
+    {
+        const Work work(*this, "Importazione pazienti in corso...");
+        confirmation.Run(*elements);
+    }
+    ApplyFilter();
+    RefreshGrid();
+    Lib().Toolkit().Show({confirmation.Summary(), messages::kHostTitle, ui::Icon::Information, ui::Buttons::Ok});
+}
+
+/// Rows that a filter hides are confirmed with the others: the user is asked first.
+bool frmASLImportPatient::MayConfirmHidden(const ElementGridModel& elements) {
+    const std::size_t hidden = elements.CountSelected() - elements.CountShownSelected();
+    if (hidden == 0) return true;
+    const std::string text = "Sono selezionati anche " + std::to_string(hidden) + " pazienti non visualizzati." +
+                             messages::kLineEnd + "Si vuole procedere?";
+    return Lib().Toolkit().Show({text, messages::kAttention, ui::Icon::Question, ui::Buttons::YesNo}) ==
+           ui::Answer::Yes;
+}
+
+void frmASLImportPatient::Revoke() {
+    const auto tell = [this](const char* text) {
+        Lib().Toolkit().Show({text, messages::kHostTitle, ui::Icon::Information, ui::Buttons::Ok});
+    };
+    const int row = grdList2.CurrentRow();
+    if (row < 0) return tell("Selezionare un paziente!");
+    if (revocable_->IsRevoked(row)) return tell("Il paziente selezionato risulta già revocato");
+    frmRevoca dialog(Lib(), revocable_->NameAt(row), revocable_->BirthDateAt(row));
+    Lib().Toolkit().ShowModal(dialog);
+    const std::int32_t patient = revocable_->PatientAt(row);
+    if (dialog.Cancel || patient < 1) return;
+    try {
+        PatientRevocation(Lib(), aslImportObject_->Security()).Revoke(patient, dialog.Data);
+    } catch (const std::exception& error) {
+        return ShowProcessingError(error.what());
+    }
+    if (!dialog.Data.Revocato) return;
+    revocable_->SetRevoked(row);
+    grdList2.Refresh();
+}
+
+void frmASLImportPatient::Print() {
+    const ui::Grid& grid = ShownGrid();
+    if (grid.Model() == nullptr || Lib().Toolkit().Print(grid, Title())) return;
+    ShowTextFile("Stampa importazione.txt", PrintedTable(*grid.Model()));
+}
+
+void frmASLImportPatient::ShowTextFile(const std::string& name, const std::vector<std::string>& lines) {
+    const std::string path = PathCombine(Lib().Utility().WorkFolder(), name);
+    files::LineWriter file;
+    file.Open(path);
+    for (const std::string& line : lines) file.WriteLine(line);
+    file.Deliver();
+    file.Keep();
+    Lib().Programs().Start("Notepad.exe " + path);
 }
 
 }  // namespace vlm

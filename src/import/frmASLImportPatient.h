@@ -4,15 +4,12 @@
 #include <string>
 #include <vector>
 
-#include "ElementGridModel.h"
-#include "RevocableGridModel.h"
+#include "ImportGrids.h"
 #include "dialogs/PickList.h"
 #include "frame/FormDialog.h"
 #include "import/ASLImportPatient.h"
 
 namespace vlm {
-
-class frmRevoca;
 
 /// Reads a patient list, shows it against the archive, and makes patients and exemptions of the selected elements or
 /// revokes patients that the list does not have any more.
@@ -43,15 +40,13 @@ private:
     void ShowProcessingError(const std::string& description);
 
     void ToggleSelection();
-    void SetSelected(int row, bool selected);
     void SelectAll();
     void CheckBoxClicked(int row);
     void RefreshGrid();
 
     void Confirm();
-    bool MayConfirmHidden();
+    bool MayConfirmHidden(const ElementGridModel& elements);
     void Revoke();
-    void WriteRevocation(std::int32_t patient, const frmRevoca& data);
 
     void Print();
     /// A text for the user to read, in the host's working folder, opened in the text editor.
@@ -81,8 +76,8 @@ private:
     bool IsHealthCard() const { return cboTipoImportazione.Position() == 1; }
     bool IsRevocation() const { return IsPatientList() && cboFiltro.Position() == 2; }
     ui::Grid& ShownGrid();
-    /// The elements of the shown grid; null where it shows the archive, or nothing.
-    ElementGridModel* ShownElements() const { return IsRevocation() ? nullptr : elements_.get(); }
+    /// What the shown grid shows; null for nothing.
+    ElementGridModel* ShownModel();
 
     ASLImportPatient* aslImportObject_;
     std::shared_ptr<ElementGridModel> elements_;

@@ -41,10 +41,8 @@ void frmRevoca::ApplyFlag() {
 void frmRevoca::CloseWith(bool cancel) {
     Cancel = cancel;
     if (!cancel) {
-        Revocato = chkRevocato.Checked();
-        DataRevoca = dtDataRevoca.Value().value_or(Date());
-        IDTipoRevocaPaziente = cboTipoRevocaPaziente.SelectedKey();
-        NoteRevoca = txtNoteRevoca.Text();
+        Data = {chkRevocato.Checked(), dtDataRevoca.Value().value_or(Date()), cboTipoRevocaPaziente.SelectedKey(),
+                txtNoteRevoca.Text()};
     }
     Close();
 }

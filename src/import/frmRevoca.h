@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "creation/ArchiveRecords.h"
 #include "dialogs/PickList.h"
 #include "frame/FormDialog.h"
 
@@ -15,10 +16,7 @@ public:
 
     // What was confirmed, to be read after the dialog has closed.
     bool Cancel = false;
-    bool Revocato = false;
-    Date DataRevoca;  // the zero date for none
-    std::int32_t IDTipoRevocaPaziente = 0;
-    std::string NoteRevoca;
+    Revocation Data;
 
     void Opening() override;
     void FrameClose() override { CloseWith(true); }

@@ -1,6 +1,4 @@
-#include "creation/ExemptionCreation.h"
-
-#include "elements/ElementList.h"
+#include "creation/ArchiveRecords.h"
 #include "values/Error.h"
 
 namespace vlm {

@@ -1,8 +1,6 @@
-#include "creation/PatientCreation.h"
-
 #include <array>
 
-#include "elements/ElementList.h"
+#include "creation/ArchiveRecords.h"
 #include "frame/ModGeneral.h"
 #include "values/DateText.h"
 #include "values/Error.h"

@@ -29,17 +29,18 @@ void SetPerson(ElementList& elements, const HealthCardClient::Person& person, st
     elements.SetWhole(OrdinalOf(ElementColumn::IDPaziente), patient);
 }
 
+/// A date with a time of day gives the following day.
+Date RoundUpToDay(Date date) {
+    const double day = std::trunc(date.Serial());
+    return day == date.Serial() ? date : Date(day + 1);
+}
+
 /// The zero date is the system's "no date".
 void SetDay(ElementList& elements, ElementColumn column, Date date) {
     if (date.Serial() != 0) elements.SetDate(OrdinalOf(column), RoundUpToDay(date));
 }
 
 }  // namespace
-
-Date RoundUpToDay(Date date) {
-    const double day = std::trunc(date.Serial());
-    return day == date.Serial() ? date : Date(day + 1);
-}
 
 ElementListPtr ModSistemaTS::GetElementList(HealthCardList list, std::int32_t specialist, const std::string& pin) {
     ElementListPtr elements = NewElementList();

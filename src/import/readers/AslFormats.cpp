@@ -37,6 +37,7 @@ void NapoliCells(std::string_view, RawElement& raw, std::string&) {
 
 SourceFormat Fixed(std::uint32_t headings, Columns columns) {
     SourceFormat format;
+    format.kind = SourceKind::FixedWidth;
     format.columns = std::move(columns);
     format.headingLines = headings;
     format.postalCodeOfComune = false;
@@ -45,6 +46,7 @@ SourceFormat Fixed(std::uint32_t headings, Columns columns) {
 
 SourceFormat Delimited(const char* delimiter, int minimumFields, Columns columns) {
     SourceFormat format = Fixed(1, std::move(columns));
+    format.kind = SourceKind::Delimited;
     format.delimiter = delimiter;
     format.minimumFields = minimumFields;
     format.progress = ProgressRule::LineIndex;
@@ -53,6 +55,7 @@ SourceFormat Delimited(const char* delimiter, int minimumFields, Columns columns
 
 SourceFormat Workbook(Columns columns) {
     SourceFormat format;
+    format.kind = SourceKind::Workbook;
     format.columns = std::move(columns);
     format.sheet = 1;
     format.presenceColumn = 1;
@@ -64,8 +67,6 @@ SourceFormat With(SourceFormat format, Change&& change) {
     change(format);
     return format;
 }
-
-}  // namespace
 
 const SourceFormat kCatania = With(Fixed(2, {{Cognome, 10, 25},
                                              {Nome, 36, 25},
@@ -158,6 +159,8 @@ const SourceFormat kSassari = With(Fixed(0, {{Codice, 21, 7},
                                        format.adapt = SassariName;
                                    });
 
+}  // namespace
+
 // Fields count from 1 here, one more than in the authorities' own descriptions.
 const SourceFormat kLazio = With(Delimited(";", 13,
                                            {{Codice, 2},
@@ -173,6 +176,8 @@ const SourceFormat kLazio = With(Delimited(";", 13,
                                      format.numberInFront = true;
                                      format.emptyDate = "null";
                                  });
+
+namespace {
 
 const SourceFormat kSardegna = With(Delimited(",", 2,
                                               {{Cognome, 1},
@@ -206,35 +211,41 @@ const SourceFormat kNapoli = With(
         format.adapt = NapoliCells;
     });
 
-const SourceFormat* FormatOfEntry(int position) noexcept {
-    switch (position) {
-        case 7:
-            return &kLazio;
-        case 10:
-            return &kMarche;
-        case 14:
-            return &kSardegna;
-        case 16:
-            return &kToscana;
-        case 22:
-            return &kCatania;
-        case 23:
-            return &kCaltanissetta;
-        case 24:
-            return &kSavona;
-        case 25:
-            return &kPalermo;
-        case 26:
-            return &kRagusa;
-        case 27:
-            return &kSassari;
-        case 28:
-            return &kEnna;
-        case 29:
-            return &kNapoli;
-        default:
-            return nullptr;
-    }
-}
+constexpr Authority kAuthorities[] = {
+    {"ABRUZZO"},
+    {"BASILICATA"},
+    {"BOLZANO"},
+    {"CALABRIA"},
+    {"CAMPANIA"},
+    {"EMILIA ROMAGNA"},
+    {"FRIULI VENEZIA GIULIA"},
+    {"LAZIO", &kLazio},
+    {"LIGURIA"},
+    {"LOMBARDIA"},
+    {"MARCHE", &kMarche},
+    {"MOLISE"},
+    {"PIEMONTE"},
+    {"PUGLIA"},
+    {"SARDEGNA", &kSardegna},
+    {"SICILIA"},
+    {"TOSCANA", &kToscana},
+    {"TRENTINO ALTO ADIGE"},
+    {"TRENTO"},
+    {"UMBRIA"},
+    {"VALLE D'AOSTA"},
+    {"VENETO"},
+    {"Catania", &kCatania},
+    {"Caltanissetta", &kCaltanissetta},
+    {"Savona", &kSavona},
+    {"Palermo", &kPalermo},
+    {"Ragusa", &kRagusa},
+    {"Sassari", &kSassari},
+    {"Enna", &kEnna},
+    {"Napoli", &kNapoli},
+};
+
+}  // namespace
+
+std::span<const Authority> Authorities() noexcept { return kAuthorities; }
 
 }  // namespace vlm::asl

@@ -1,6 +1,5 @@
 #include "ElementBuilder.h"
 
-#include "SourceDate.h"
 #include "SourceText.h"
 #include "values/Utf8.h"
 
@@ -9,7 +8,7 @@ namespace vlm {
 void ElementBuilder::Add(const RawElement& raw, std::uint64_t line) {
     line_ = line;
     if (format_.needsFiscalCode && raw[ElementColumn::CodiceFiscale].empty()) {
-        return Find(Findings::Kind::NoFiscalCode, ElementColumn::CodiceFiscale, {});
+        return NoteFinding(Findings::Kind::NoFiscalCode, ElementColumn::CodiceFiscale, {});
     }
     const std::int32_t patient = Match(raw);
     if (format_.onlyExisting && patient == 0) return;
@@ -22,8 +21,8 @@ void ElementBuilder::Add(const RawElement& raw, std::uint64_t line) {
 }
 
 std::int32_t ElementBuilder::Match(const RawElement& raw) {
-    const bool byCode = format_.match == MatchRule::CodeThenFiscalCode && !format_.onlyExisting;
-    const std::int32_t patient = byCode ? context_.archive.FindPatientByCode(raw[ElementColumn::Codice]) : 0;
+    const std::int32_t patient =
+        MatchesByCode(format_) ? context_.archive.FindPatientByCode(raw[ElementColumn::Codice]) : 0;
     return patient != 0 ? patient : context_.archive.FindPatientByFiscalCode(raw[ElementColumn::CodiceFiscale]);
 }
 
@@ -71,7 +70,7 @@ void ElementBuilder::SetDate(const SourceColumn& column, std::string_view value)
         default:
             date = ParseSourceDate(value);
     }
-    if (!date) return Find(Findings::Kind::NotADate, column.column, value);
+    if (!date) return NoteFinding(Findings::Kind::NotADate, column.column, value);
     elements_.SetDate(OrdinalOf(column.column), *date);
 }
 
@@ -86,7 +85,7 @@ void ElementBuilder::SetComune() {
 
 void ElementBuilder::SetComuneByIstat(std::string_view code) {
     const auto comune = context_.comuni.FindComuneByIstat(code);
-    if (!comune && !code.empty()) Find(Findings::Kind::NotAComuneCode, ElementColumn::Comune, code);
+    if (!comune && !code.empty()) NoteFinding(Findings::Kind::NotAComuneCode, ElementColumn::Comune, code);
     elements_.SetWhole(OrdinalOf(ElementColumn::IDComune), comune ? comune->id : 0);
     if (!comune || comune->id == 0) return;
     elements_.SetText(OrdinalOf(ElementColumn::Comune), comune->name);

@@ -1,9 +1,17 @@
 #pragma once
 
-#include "readers/ReadContext.h"
-#include "readers/SourceFormat.h"
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "readers/SourceReaders.h"
 
 namespace vlm {
+
+/// Whether the patients of a source are looked for by their codes before their fiscal codes.
+inline bool MatchesByCode(const SourceFormat& format) {
+    return format.match == MatchRule::CodeThenFiscalCode && !format.onlyExisting;
+}
 
 /// Turns what the rows of a source say into elements: cells by their rules, the comune found, the patient matched with
 /// the archive, selected when the archive does not have it.
@@ -22,7 +30,7 @@ private:
     void SetDate(const SourceColumn& column, std::string_view value);
     void SetComune();
     void SetComuneByIstat(std::string_view code);
-    void Find(Findings::Kind kind, ElementColumn column, std::string_view value) {
+    void NoteFinding(Findings::Kind kind, ElementColumn column, std::string_view value) {
         context_.findings.Add(line_, kind, column, value);
     }
 
@@ -31,6 +39,23 @@ private:
     ElementList& elements_;
     std::uint64_t line_ = 0;
     std::string changed_;  // a cell's text that is not the source's own
+};
+
+/// What a source says of its patients, collected to ask the archive for them alone.
+class SourceKeys {
+public:
+    explicit SourceKeys(const SourceFormat& format) : byCode_(MatchesByCode(format)) {}
+
+    void Add(const RawElement& raw) {
+        if (byCode_) codes_.emplace_back(raw[ElementColumn::Codice]);
+        fiscalCodes_.emplace_back(raw[ElementColumn::CodiceFiscale]);
+    }
+    void Ask(ArchiveMatcher& archive) { archive.AskFor(std::move(codes_), std::move(fiscalCodes_)); }
+
+private:
+    bool byCode_;
+    std::vector<std::string> codes_;
+    std::vector<std::string> fiscalCodes_;
 };
 
 }  // namespace vlm

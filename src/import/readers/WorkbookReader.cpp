@@ -1,6 +1,4 @@
 #include "ElementBuilder.h"
-#include "SourceKeys.h"
-#include "readers/SourceReaders.h"
 #include "values/Number.h"
 #include "values/Utf8.h"
 

@@ -1,7 +1,7 @@
 #include <sstream>
 
 #include "ImportFixture.h"
-#include "creation/ExemptionCreation.h"
+#include "creation/ArchiveRecords.h"
 
 namespace vlm::test {
 namespace {

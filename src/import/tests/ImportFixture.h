@@ -11,6 +11,14 @@
 
 namespace vlm::test {
 
+using Lines = std::vector<std::string>;
+
+/// The fixed entries of the import dialog's list, each with a comma behind it.
+inline constexpr const char* kAuthorityNames =
+    "ABRUZZO,BASILICATA,BOLZANO,CALABRIA,CAMPANIA,EMILIA ROMAGNA,FRIULI VENEZIA GIULIA,LAZIO,LIGURIA,LOMBARDIA,MARCHE,"
+    "MOLISE,PIEMONTE,PUGLIA,SARDEGNA,SICILIA,TOSCANA,TRENTINO ALTO ADIGE,TRENTO,UMBRIA,VALLE D'AOSTA,VENETO,Catania,"
+    "Caltanissetta,Savona,Palermo,Ragusa,Sassari,Enna,Napoli,";
+
 /// The import component over an archive of a few patients. Comuni are those of ArchiveHost.
 class ImportTest : public ::testing::Test {
 protected:
@@ -53,7 +61,5 @@ protected:
     ASLImportPatient component{library};
     std::vector<std::int32_t> progress;
 };
-
-using Lines = std::vector<std::string>;
 
 }  // namespace vlm::test

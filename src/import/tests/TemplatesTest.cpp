@@ -1,5 +1,5 @@
 #include "ImportFixture.h"
-#include "SourceDate.h"
+#include "SourceText.h"
 #include "XlsxFile.h"
 #include "readers/ImportTemplate.h"
 #include "values/DateText.h"
@@ -27,24 +27,21 @@ protected:
 };
 
 TEST_F(TemplatesTest, Grammar) {
-    struct Case {
+    const struct {
         const char *text, *type, *key, *value;
-    };
-    const Case cases[] = {
-        {"[FILETYPE]=TD\r\n[Nome]=2", "TD", "NOME", "2"},
-        {"[FILETYPE] = TF ", "TF", "filetype", "TF"},
-        {"= [FILETYPE] = E =", "E", "FILETYPE", ""},
-        {"[filetype]=TD", "[filetype]TD", "FILETYPE", "TD"},
-        {"remark [FILETYPE] = TD\nx[FILETYPE]TF", "xTF", "", ""},
-        {"[FILETYPE]=td", "td", "FILETYPE", "td"},
-        {"[Cognome]=", "", "Cognome", ""},
-        {"Cognome=2\n [Cognome]=3\n[Cognome 4", "", "Cognome", ""},
-        {"[Data[Nascita] = 3 = 4 ", "", "DataNascita", "3 = 4"},
-        {"[DELIMITER]=\t\r\n", "", "delimiter", "\t"},
-        {"[DELIMITER]=TAB", "", "delimiter", "TAB"},
-        {"[Nome]= \r\n[Nome]=5", "", "Nome", "5"},
-    };
-    for (const Case& each : cases) {
+    } cases[] = {{"[FILETYPE]=TD\r\n[Nome]=2", "TD", "NOME", "2"},
+                 {"[FILETYPE] = TF ", "TF", "filetype", "TF"},
+                 {"= [FILETYPE] = E =", "E", "FILETYPE", ""},
+                 {"[filetype]=TD", "[filetype]TD", "FILETYPE", "TD"},
+                 {"remark [FILETYPE] = TD\nx[FILETYPE]TF", "xTF", "", ""},
+                 {"[FILETYPE]=td", "td", "FILETYPE", "td"},
+                 {"[Cognome]=", "", "Cognome", ""},
+                 {"Cognome=2\n [Cognome]=3\n[Cognome 4", "", "Cognome", ""},
+                 {"[Data[Nascita] = 3 = 4 ", "", "DataNascita", "3 = 4"},
+                 {"[DELIMITER]=\t\r\n", "", "delimiter", "\t"},
+                 {"[DELIMITER]=TAB", "", "delimiter", "TAB"},
+                 {"[Nome]= \r\n[Nome]=5", "", "Nome", "5"}};
+    for (const auto& each : cases) {
         const ImportTemplate read = ImportTemplate::Load(Template(each.text));
         EXPECT_EQ(read.FileType(), each.type) << each.text;
         EXPECT_EQ(read.GetTemplateValue(each.key), each.value) << each.text;
@@ -63,32 +60,18 @@ TEST_F(TemplatesTest, DatesByLayout) {
 }
 
 TEST_F(TemplatesTest, DatesAsSourcesWriteThem) {
-    const char* const cases[][2] = {
-        {"01/02/2003", "01/02/2003"},
-        {" 1-2-03 ", "01/02/2003"},
-        {"1.2.29", "01/02/2029"},
-        {"1/2/30", "01/02/1930"},
-        {"31/12/99", "31/12/1999"},
-        {"1/1/00", "01/01/2000"},
-        {"2003-02-01", "01/02/2003"},
-        {"29/02/2000", "29/02/2000"},
-        {"01/02/2003 10:30", "01/02/2003"},
-        {"01/02/2003 10.30.15", "01/02/2003"},
-        {"29/02/2001", ""},
-        {"02/25/2003", ""},
-        {"01/02", ""},
-        {"01/02/003", ""},
-        {"20030201", ""},
-        {"01/02/2003x", ""},
-        {"01/02/2003 25:00", ""},
-        {"01/02/20031", ""},
-        {"a/b/c", ""},
-        {"", ""},
-        {"2003/2/111", ""},
-    };
+    const char* const cases[][2] = {{"01/02/2003", "01/02/2003"},       {" 1-2-03 ", "01/02/2003"},
+                                    {"1.2.29", "01/02/2029"},           {"1/2/30", "01/02/1930"},
+                                    {"31/12/99", "31/12/1999"},         {"1/1/00", "01/01/2000"},
+                                    {"2003-02-01", "01/02/2003"},       {"29/02/2000", "29/02/2000"},
+                                    {"01/02/2003 10:30", "01/02/2003"}, {"01/02/2003 10.30.15", "01/02/2003"}};
     for (const auto& each : cases) {
         const auto date = ParseSourceDate(each[0]);
         EXPECT_EQ(date ? text::DdMmYyyySlashes(*date) : "", std::string(each[1])) << each[0];
+    }
+    for (const char* none : {"29/02/2001", "02/25/2003", "01/02", "01/02/003", "20030201", "01/02/2003x",
+                             "01/02/2003 25:00", "01/02/20031", "a/b/c", "", "2003/2/111"}) {
+        EXPECT_FALSE(ParseSourceDate(none)) << none;
     }
 }
 

@@ -4,7 +4,7 @@
 #include <functional>
 #include <string>
 
-#include "creation/RecordSecurity.h"
+#include "creation/ArchiveRecords.h"
 #include "elements/ElementList.h"
 #include "elements/Findings.h"
 #include "frame/Library.h"

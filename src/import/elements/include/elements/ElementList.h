@@ -61,19 +61,25 @@ inline constexpr std::array<ElementColumnFacts, 19> kElementColumns = {{
 }};
 
 constexpr int OrdinalOf(ElementColumn column) { return static_cast<int>(column); }
-constexpr const char* NameOf(ElementColumn column) {
-    return kElementColumns[static_cast<std::size_t>(OrdinalOf(column))].name;
+constexpr const ElementColumnFacts& FactsOf(ElementColumn column) {
+    return kElementColumns[static_cast<std::size_t>(OrdinalOf(column))];
 }
-constexpr bool IsDate(ElementColumn column) {
-    return kElementColumns[static_cast<std::size_t>(OrdinalOf(column))].type == data::FieldType::Date;
-}
+constexpr const char* NameOf(ElementColumn column) { return FactsOf(column).name; }
+constexpr bool IsDate(ElementColumn column) { return FactsOf(column).type == data::FieldType::Date; }
 
 using ElementList = data::MemoryRecordset;
 using ElementListPtr = std::unique_ptr<ElementList>;
 
 /// Appends the columns to a row set that is not open.
-void InitDataStructure(data::MemoryRecordset& data);
+inline void InitDataStructure(data::MemoryRecordset& data) {
+    for (const auto& column : kElementColumns) data.AppendColumn(column.name, column.type, column.nullable);
+}
 /// With the columns, open and empty.
-ElementListPtr NewElementList();
+inline ElementListPtr NewElementList() {
+    auto elements = std::make_unique<ElementList>();
+    InitDataStructure(*elements);
+    elements->Open();
+    return elements;
+}
 
 }  // namespace vlm

@@ -27,8 +27,6 @@ public:
     };
 
     void Add(std::uint64_t line, Kind kind, ElementColumn column, std::string_view text);
-    const std::vector<Finding>& Kept() const noexcept { return kept_; }
-    std::size_t Count(Kind kind) const noexcept { return counts_[static_cast<std::size_t>(kind)]; }
     bool Empty() const noexcept { return kept_.empty(); }
     void Clear();
 

@@ -3,9 +3,9 @@
 #include <cstdint>
 #include <string>
 
-#include "creation/RecordSecurity.h"
+#include "creation/ArchiveRecords.h"
 #include "elements/ElementList.h"
-#include "readers/ReadContext.h"
+#include "readers/SourceReaders.h"
 
 namespace vlm {
 
@@ -37,8 +37,5 @@ private:
     const RecordSecurity& security_;
     ReadContext& context_;
 };
-
-/// A date with a time of day gives the following day.
-Date RoundUpToDay(Date date);
 
 }  // namespace vlm

@@ -11,6 +11,8 @@
 /// or comes from a template of the clinic's.
 namespace vlm {
 
+enum class SourceKind { FixedWidth, Delimited, Workbook };
+
 /// How the text of a column becomes its cell. Texts are trimmed of blanks, but for AsItIs.
 enum class CellRule {
     Text,
@@ -55,6 +57,7 @@ struct RawElement {
 };
 
 struct SourceFormat {
+    SourceKind kind = SourceKind::FixedWidth;
     std::vector<SourceColumn> columns;
     ComuneRule comune = ComuneRule::ByName;
     bool postalCodeOfComune = true;  // CAP from the comune table; where the source has one it is a column
@@ -65,7 +68,7 @@ struct SourceFormat {
     // Text
     std::uint32_t headingLines = 0;
     bool skipsBlankLines = false;
-    std::string delimiter;         // "" is fixed width
+    std::string delimiter;
     int minimumFields = 0;         // of a line that is an element
     bool numberInFront = false;    // the first field of an element is a number
     bool needsFiscalCode = false;  // a line without one is left out
@@ -82,8 +85,5 @@ struct SourceFormat {
     bool endsWithoutNumber = false;  // reading ends at a row whose presence column holds no number other than 0
     bool onlyNumbered = false;       // such a row is left out
 };
-
-/// Only rows of a workbook are told by one of their columns.
-inline bool IsWorkbook(const SourceFormat& format) noexcept { return format.presenceColumn != 0; }
 
 }  // namespace vlm
