@@ -48,10 +48,4 @@ std::optional<ComuneFinder::Comune> ComuneFinder::FindComuneByIstat(std::string_
     return byIstat_.emplace(code, std::move(comune)).first->second;
 }
 
-void ComuneFinder::Clear() {
-    byName_.clear();
-    byIstat_.clear();
-    postalCodes_.clear();
-}
-
 }  // namespace vlm

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <gtest/gtest.h>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -41,14 +42,16 @@ protected:
         return host.folder / name;
     }
 
-    /// For each element its cells that are not Null, by their names: "Selezionato=True|Codice=T7|...".
-    static std::vector<std::string> ElementsOf(const ElementListPtr& elements) {
-        std::vector<std::string> shown;
+    /// For each element its cells that are not Null, by their names: "Selezionato=True|Codice=T7|..."; all columns or
+    /// those wanted.
+    static Lines ElementsOf(const ElementListPtr& elements, const std::set<std::string_view>& wanted = {}) {
+        Lines shown;
         if (!elements) return {"<nothing>"};
         for (elements->MoveFirst(); !elements->AtEnd(); elements->MoveNext()) {
             std::string& row = shown.emplace_back();
             for (int column = 0; column < elements->FieldCount(); ++column) {
-                if (elements->IsNull(column)) continue;
+                const bool isWanted = wanted.empty() || wanted.count(elements->FieldName(column)) != 0;
+                if (!isWanted || elements->IsNull(column)) continue;
                 row.append(row.empty() ? "" : "|").append(elements->FieldName(column)).append("=");
                 row.append(elements->TextOf(column));
             }

@@ -106,24 +106,18 @@ TEST_F(TemplatesTest, DelimitedOptions) {
         "[FILETYPE]=TD\n[DELIMITER]=||\n[CodiceFiscale]=2\n[Cognome]=0\n[Nome]=x\n[Esenzione]=1\n"
         "[Codice]=3\n";
     const auto read = [&](const std::string& more, const std::string& source) {
-        Lines shown = Read(few + more, Source(source));
-        for (std::string& row : shown) {
-            const std::size_t exemption = row.find("Esenzione=");
-            row = row.substr(row.find("CodiceFiscale="), row.find("|Comune") - row.find("CodiceFiscale=")) + " " +
-                  row.substr(row.find("IDPaziente="), row.find("|Telefono") - row.find("IDPaziente=")) + " " +
-                  row.substr(exemption);
-        }
-        return shown;
+        return ElementsOf(component.ReadWithTemplate(Source(source), Template(few + more)),
+                          {"CodiceFiscale", "IDPaziente", "Esenzione"});
     };
     const std::string source = "E1||CNTNNA70A41B639Q||T3\r\nE05||nuovo||A7\nE6||dppdpp70a01h501x\n e1 || ||T3";
-    EXPECT_EQ(read("", source), (Lines{"CodiceFiscale=CNTNNA70A41B639Q IDPaziente=3 Esenzione=E01",
-                                       "CodiceFiscale=nuovo IDPaziente=7 Esenzione=E05",
-                                       "CodiceFiscale=dppdpp70a01h501x IDPaziente=3 Esenzione=E6"}));
-    EXPECT_EQ(read("[ONLYEXISTING]=S", source), (Lines{"CodiceFiscale=CNTNNA70A41B639Q IDPaziente=7 Esenzione=E01",
-                                                       "CodiceFiscale=dppdpp70a01h501x IDPaziente=3 Esenzione=E6"}));
+    EXPECT_EQ(read("", source), (Lines{"CodiceFiscale=CNTNNA70A41B639Q|IDPaziente=3|Esenzione=E01",
+                                       "CodiceFiscale=nuovo|IDPaziente=7|Esenzione=E05",
+                                       "CodiceFiscale=dppdpp70a01h501x|IDPaziente=3|Esenzione=E6"}));
+    EXPECT_EQ(read("[ONLYEXISTING]=S", source), (Lines{"CodiceFiscale=CNTNNA70A41B639Q|IDPaziente=7|Esenzione=E01",
+                                                       "CodiceFiscale=dppdpp70a01h501x|IDPaziente=3|Esenzione=E6"}));
     EXPECT_EQ(read("[ONLYEXISTING]=s", source).size(), 3U);
     EXPECT_EQ(read("", "(NULLO)||CNTNNA70A41B639Q||(NULLO)"),
-              Lines{"CodiceFiscale=CNTNNA70A41B639Q IDPaziente=7 Esenzione=(NULLO)"});
+              Lines{"CodiceFiscale=CNTNNA70A41B639Q|IDPaziente=7|Esenzione=(NULLO)"});
 }
 
 TEST_F(TemplatesTest, DelimitedProgressCountsCharactersOfSourceLines) {

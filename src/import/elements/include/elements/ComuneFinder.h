@@ -29,8 +29,6 @@ public:
     /// Nothing, and no query, for a code that is no number; id 0 when there is no such comune.
     std::optional<Comune> FindComuneByIstat(std::string_view code);
 
-    void Clear();
-
 private:
     /// Texts are found by a view of them.
     struct Hash {
