@@ -87,7 +87,7 @@ public:
 private:
     std::string TextAt(int row, ElementColumn column) const;
 
-    std::vector<bool> revoked_;  // by element, in this session
+    std::vector<bool> revoked_;  // by element, since the list was read
 };
 
 /// The rows that a grid shows as lines of text: the visible columns under their titles, as wide as their longest cell,
