@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cerrno>
 
-#include "files/Machine.h"
 #include "files/Paths.h"
 #include "values/CodePage1252.h"
 #include "values/Error.h"
@@ -20,7 +19,7 @@ constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
 
 LineReader::LineReader(const std::string& path) : path_(path) {
     const auto facts = FactsOf(path);
-    file_.reset(machine::OpenToRead(ToNative(path)));
+    file_ = machine::OpenToRead(ToNative(path));
     if (!file_ || !facts) throw Error("Impossibile aprire il file " + path + ": " + ReasonOf(errno) + ".");
     size_ = facts->size;
     Fill();

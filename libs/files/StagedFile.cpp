@@ -1,8 +1,9 @@
 #include "files/StagedFile.h"
 
+#include <array>
+#include <cerrno>
 #include <filesystem>
 
-#include "files/Machine.h"
 #include "files/Paths.h"
 #include "values/Error.h"
 
@@ -11,6 +12,8 @@ namespace vlm::files {
 namespace fs = std::filesystem;
 
 namespace {
+
+constexpr std::size_t kBufferSize = 256 * 1024;
 
 bool EndsWith(const std::string& name, const std::string& suffix) {
     return name.size() > suffix.size() && name.compare(name.size() - suffix.size(), suffix.size(), suffix) == 0;
@@ -46,6 +49,48 @@ void RemoveUnused(const fs::path& file, const std::string& shown) {
 
 }  // namespace
 
+void OutputFile::Fail(const char* what) const {
+    throw Error(std::string("Impossibile ") + what + " il file " + path_ + ": " + ReasonOf(errno) + ".");
+}
+
+void OutputFile::Open(const std::string& path, const std::string& shownPath) {
+    Abandon();
+    path_ = shownPath;
+    file_ = machine::OpenToWrite(ToNative(path));
+    if (!file_) Fail("aprire");
+    std::setvbuf(file_.get(), nullptr, _IOFBF, kBufferSize);
+}
+
+void OutputFile::Write(std::string_view bytes) {
+    if (std::fwrite(bytes.data(), 1, bytes.size(), file_.get()) != bytes.size()) Fail("scrivere");
+}
+
+void OutputFile::CopyFrom(const std::string& sourcePath) {
+    const OpenFile source = machine::OpenToRead(ToNative(sourcePath));
+    const auto unreadable = [&sourcePath] {
+        return Error("Impossibile leggere il file " + sourcePath + ": " + ReasonOf(errno) + ".");
+    };
+    if (!source) throw unreadable();
+    if (std::fflush(file_.get()) != 0) Fail("scrivere");
+    const machine::Copied copied = machine::CopyAll(source.get(), file_.get());
+    if (copied == machine::Copied::Failed) Fail("scrivere");
+    if (copied == machine::Copied::All) return;
+    std::array<char, 64 * 1024> block;
+    while (const std::size_t count = std::fread(block.data(), 1, block.size(), source.get())) {
+        Write({block.data(), count});
+    }
+    if (std::ferror(source.get()) != 0) throw unreadable();
+}
+
+void OutputFile::Close() {
+    if (!file_) return;
+    const bool flushed = std::ferror(file_.get()) == 0 && std::fflush(file_.get()) == 0 && machine::Sync(file_.get());
+    const int error = errno != 0 ? errno : EIO;
+    const bool closed = std::fclose(file_.release()) == 0;
+    if (!flushed) errno = error;
+    if (!flushed || !closed) Fail("scrivere");
+}
+
 void StagedFile::Open(const std::string& targetPath) {
     Revert();
     const fs::path target = ToNative(targetPath);
@@ -76,7 +121,7 @@ void StagedFile::Deliver() {
     machine::Replace(part_, target_, error);
     if (error) Fail(shown_, error);
     // The database's commit lasts; so must the file's name.
-    SyncFolder(FolderOf(target_));
+    machine::SyncFolder(FolderOf(target_));
     state_ = State::Delivered;
 }
 

@@ -1,6 +1,6 @@
 #include "values/Date.h"
 
-#include <array>
+#include <chrono>
 #include <cmath>
 #include <cstdint>
 
@@ -10,38 +10,18 @@ namespace {
 
 constexpr std::int64_t kSecondsPerDay = 86400;
 
-/// Days from 30/12/1899; the calendar is Gregorian throughout.
-std::int64_t DaysFromCivil(int year, int month, int day) {
-    const std::int64_t y = month <= 2 ? year - 1 : year;
-    const std::int64_t era = y / 400;
-    const std::int64_t yearOfEra = y - era * 400;
-    const std::int64_t dayOfYear = (153 * (month + (month > 2 ? -3 : 9)) + 2) / 5 + day - 1;
-    const std::int64_t dayOfEra = yearOfEra * 365 + yearOfEra / 4 - yearOfEra / 100 + dayOfYear;
-    return era * 146097 + dayOfEra - 693899;
+constexpr std::chrono::sys_days kDayZero = std::chrono::year(1899) / 12 / 30;
+
+/// On the Gregorian calendar, also before it was in use.
+std::chrono::year_month_day DayOf(const Date::Civil& civil) {
+    return std::chrono::year(civil.year) / civil.month / civil.day;
 }
 
-void CivilFromDays(std::int64_t days, Date::Civil& civil) {
-    days += 693899;
-    const std::int64_t era = days / 146097;
-    const std::int64_t dayOfEra = days - era * 146097;
-    const std::int64_t yearOfEra = (dayOfEra - dayOfEra / 1460 + dayOfEra / 36524 - dayOfEra / 146096) / 365;
-    const std::int64_t dayOfYear = dayOfEra - (365 * yearOfEra + yearOfEra / 4 - yearOfEra / 100);
-    const std::int64_t month = (5 * dayOfYear + 2) / 153;
-    civil.day = static_cast<int>(dayOfYear - (153 * month + 2) / 5 + 1);
-    civil.month = static_cast<int>(month < 10 ? month + 3 : month - 9);
-    civil.year = static_cast<int>(yearOfEra + era * 400 + (civil.month <= 2 ? 1 : 0));
-}
-
-bool IsDay(int year, int month, int day) {
-    constexpr std::array<int, 12> kDays = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
-    if (year < 100 || year > 9999 || month < 1 || month > 12 || day < 1) return false;
-    const bool leap = (year % 4 == 0 && year % 100 != 0) || year % 400 == 0;
-    return day <= kDays.at(static_cast<std::size_t>(month - 1)) + (month == 2 && leap ? 1 : 0);
-}
-
+/// Far numbers are refused first: the calendar's own types would wrap them.
 bool IsMoment(const Date::Civil& civil) {
-    return IsDay(civil.year, civil.month, civil.day) && civil.hour >= 0 && civil.hour <= 23 && civil.minute >= 0 &&
-           civil.minute <= 59 && civil.second >= 0 && civil.second <= 59;
+    const auto within = [](int value, int first, int last) { return value >= first && value <= last; };
+    return within(civil.year, 100, 9999) && within(civil.month, 1, 12) && within(civil.day, 1, 31) &&
+           DayOf(civil).ok() && within(civil.hour, 0, 23) && within(civil.minute, 0, 59) && within(civil.second, 0, 59);
 }
 
 /// Seconds from 30/12/1899, the fraction counting forward on every day.
@@ -80,25 +60,26 @@ bool ReadTime(std::string_view text, Date::Civil& civil) {
 
 std::optional<Date> Date::FromCivil(const Civil& civil) {
     if (!IsMoment(civil)) return std::nullopt;
-    const std::int64_t days = DaysFromCivil(civil.year, civil.month, civil.day);
+    const auto days = (std::chrono::sys_days(DayOf(civil)) - kDayZero).count();
     const double time =
         static_cast<double>(civil.hour * 3600 + civil.minute * 60 + civil.second) / static_cast<double>(kSecondsPerDay);
     return Date(static_cast<double>(days) + (days < 0 ? -time : time));
 }
 
 Date::Civil Date::ToCivil() const {
-    Civil civil;
     auto days = static_cast<std::int64_t>(std::trunc(serial_));
     auto seconds = std::llround(std::abs(serial_ - std::trunc(serial_)) * static_cast<double>(kSecondsPerDay));
     if (seconds == kSecondsPerDay) {
         seconds = 0;
         ++days;
     }
-    CivilFromDays(days, civil);
-    civil.hour = static_cast<int>(seconds / 3600);
-    civil.minute = static_cast<int>(seconds / 60 % 60);
-    civil.second = static_cast<int>(seconds % 60);
-    return civil;
+    const std::chrono::year_month_day day(kDayZero + std::chrono::days(days));
+    return {static_cast<int>(day.year()),
+            static_cast<int>(static_cast<unsigned int>(day.month())),
+            static_cast<int>(static_cast<unsigned int>(day.day())),
+            static_cast<int>(seconds / 3600),
+            static_cast<int>(seconds / 60 % 60),
+            static_cast<int>(seconds % 60)};
 }
 
 std::partial_ordering Date::operator<=>(const Date& other) const { return Moment(serial_) <=> Moment(other.serial_); }

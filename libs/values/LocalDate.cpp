@@ -2,9 +2,20 @@
 
 #include <algorithm>
 
-#include "LocalTime.h"
-
 namespace vlm {
+
+namespace {
+
+/// The machine's own conversion, safe beside other threads. False when it has none.
+bool LocalTime(std::time_t moment, std::tm& local) noexcept {
+#ifdef _WIN32
+    return localtime_s(&local, &moment) == 0;
+#else
+    return localtime_r(&moment, &local) != nullptr;
+#endif
+}
+
+}  // namespace
 
 std::optional<Date> LocalDate(std::time_t moment) noexcept {
     std::tm local{};

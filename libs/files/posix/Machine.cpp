@@ -1,22 +1,55 @@
 #include "files/Machine.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <fcntl.h>
 #include <sys/file.h>
 #include <unistd.h>
 
+#include "files/Paths.h"
+
+namespace vlm::files {
+
+std::filesystem::path ToNative(std::string_view path) {
+    std::string native(path);
+    std::replace(native.begin(), native.end(), '\\', '/');
+    return native;
+}
+
+std::string ToLibrary(std::string_view path) {
+    std::string result(path);
+    std::replace(result.begin(), result.end(), '/', '\\');
+    return result;
+}
+
+bool FileLock::Take(const std::filesystem::path& path) noexcept {
+    Release();
+    descriptor_ = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
+    if (descriptor_ < 0) return false;
+    if (::flock(descriptor_, LOCK_EX | LOCK_NB) == 0) return true;
+    Release();
+    return false;
+}
+
+void FileLock::Release() noexcept {
+    if (descriptor_ >= 0) ::close(descriptor_);
+    descriptor_ = -1;
+}
+
+}  // namespace vlm::files
+
 namespace vlm::files::machine {
 
 namespace fs = std::filesystem;
 
-std::FILE* OpenToRead(const fs::path& path) noexcept { return std::fopen(path.c_str(), "rbe"); }
+OpenFile OpenToRead(const fs::path& path) noexcept { return OpenFile(std::fopen(path.c_str(), "rbe")); }
 
-std::FILE* OpenToWrite(const fs::path& path) noexcept {
+OpenFile OpenToWrite(const fs::path& path) noexcept {
     const int descriptor = ::open(path.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0666);
     if (descriptor < 0) return nullptr;
     // The lock comes before the emptying, so that a file in use loses nothing.
     const bool held = ::flock(descriptor, LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK;
-    std::FILE* const file = held && ::ftruncate(descriptor, 0) == 0 ? ::fdopen(descriptor, "wb") : nullptr;
+    OpenFile file(held && ::ftruncate(descriptor, 0) == 0 ? ::fdopen(descriptor, "wb") : nullptr);
     if (file == nullptr) {
         const int error = errno;
         ::close(descriptor);
@@ -30,6 +63,13 @@ bool MoveTo(std::FILE* file, std::uint64_t offset) noexcept {
 }
 
 bool Sync(std::FILE* file) noexcept { return ::fsync(::fileno(file)) == 0 || errno == EINVAL; }
+
+void SyncFolder(const std::filesystem::path& folder) noexcept {
+    const int descriptor = ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (descriptor < 0) return;
+    ::fsync(descriptor);
+    ::close(descriptor);
+}
 
 Copied CopyAll(std::FILE* source, std::FILE* target) noexcept {
     constexpr std::size_t kStep = 64 * 1024 * 1024;

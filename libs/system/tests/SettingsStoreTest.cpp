@@ -1,7 +1,5 @@
 #include <filesystem>
-#include <fstream>
 #include <gtest/gtest.h>
-#include <iterator>
 
 #include "support/TempFolder.h"
 #include "system/SettingsStore.h"
@@ -17,11 +15,7 @@ protected:
     IniSettingsStore Store() const { return IniSettingsStore(file_.string()); }
     void Write(const std::string& content) const {
         fs::create_directories(file_.parent_path());
-        std::ofstream(file_, std::ios::binary) << content;
-    }
-    std::string Read() const {
-        std::ifstream file(file_, std::ios::binary);
-        return {std::istreambuf_iterator<char>(file), {}};
+        vlm::test::WriteBytes(file_.string(), content);
     }
 
     const vlm::test::TempFolder temporary_;
@@ -61,10 +55,10 @@ TEST_F(IniSettingsStoreTest, LinesOfOthersStay) {
     Store().Save("Aldra", "Settings", "aslpath", "nuovo");
     Store().Save("Aldra", "Settings", "Owner", "3");
     Store().Save("Aldra", "Viste", "K", "v");
-    EXPECT_EQ(Read(),
+    EXPECT_EQ(vlm::test::ReadBytes(file_.string()),
               "; nota\n\n[Aldra\\Settings]\n# altro\naslpath=nuovo\nnon nostra\nOwner=3\n\n[Fuori]\nASLPath=loro\n\n"
               "[Aldra\\Viste]\nK=v\n");
-    EXPECT_EQ(std::distance(fs::directory_iterator(file_.parent_path()), {}), 1) << "no temporary file stays";
+    EXPECT_EQ(vlm::test::NamesIn(file_.parent_path()), std::vector<std::string>{"settings.ini"});
 }
 
 TEST_F(IniSettingsStoreTest, FilesOfOtherEditorsAreRead) {
@@ -80,7 +74,7 @@ TEST_F(IniSettingsStoreTest, WhatCannotBeKeptIsAnError) {
     EXPECT_THROW(Store().Save("Al\ndra", "Settings", "k", "v"), Error);
     EXPECT_FALSE(fs::exists(file_));
 
-    std::ofstream(folder_ / "a") << "a file where the folder should stand";
+    vlm::test::WriteBytes(temporary_ / "a", "a file where the folder should stand");
     EXPECT_THROW(Store().Save("Aldra", "Settings", "k", "v"), Error);
     EXPECT_EQ(Store().Get("Aldra", "Settings", "k", "d"), "d");
 }

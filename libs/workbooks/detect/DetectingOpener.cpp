@@ -2,8 +2,8 @@
 
 #include <array>
 #include <cerrno>
-#include <cstdio>
 
+#include "files/Machine.h"
 #include "files/Paths.h"
 #include "workbooks/WorkbookFault.h"
 #include "xls/OpenXls.h"
@@ -14,12 +14,9 @@ namespace vlm::files {
 namespace {
 
 std::string FirstBytes(const std::string& path) {
-    struct Close {
-        void operator()(std::FILE* file) const noexcept { std::fclose(file); }
-    };
     errno = 0;
     const bool isFile = IsFile(path);
-    const std::unique_ptr<std::FILE, Close> file(isFile ? std::fopen(ToNative(path).string().c_str(), "rb") : nullptr);
+    const OpenFile file = isFile ? machine::OpenToRead(ToNative(path)) : nullptr;
     if (!file) throw Error("Impossibile aprire il file " + path + ": " + ReasonOf(errno != 0 ? errno : EISDIR) + ".");
     std::array<char, 4> bytes{};
     return {bytes.data(), std::fread(bytes.data(), 1, bytes.size(), file.get())};

@@ -10,6 +10,19 @@
 
 namespace vlm::test {
 
+/// The folder of the sources.
+inline constexpr const char* kSourceFolder = VLM_SOURCE_FOLDER;
+
+/// A workbook that a library of somebody else's wrote.
+inline std::string DataFile(const std::string& name) {
+    return std::string(kSourceFolder) + "/libs/workbooks/tests/data/" + name;
+}
+/// What values.xls and values.xlsx show.
+inline std::vector<std::string> ValuesShown() {
+    return {"\"Cognome|\"Nato il|\"Età|\"Attivo", "\"D'Àrrigo & <figli>|@03/10/1954|#56,5|?Vero", "|||",
+            "\"  Łódź 漢 𝄞  |@10/04/2011 06:00:00|#12345678901|?Falso", "\"x|#-7|#0|#123456"};
+}
+
 inline std::unique_ptr<files::Workbook> OpenedWorkbook(const std::string& path) {
     return files::DetectingOpener().Open(path);
 }

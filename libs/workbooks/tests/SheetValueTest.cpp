@@ -4,7 +4,7 @@
 #include "values/Utf8.h"
 #include "workbooks/CellReference.h"
 #include "workbooks/CellStyles.h"
-#include "workbooks/SheetValue.h"
+#include "workbooks/Workbook.h"
 
 namespace vlm::files {
 

@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <gtest/gtest.h>
 
 #include "SheetDump.h"
@@ -29,15 +30,8 @@ protected:
 };
 
 TEST_F(XlsxWorkbookTest, ValuesComeBackAsTheyWereWritten) {
-    XlsxFile file;
-    file.Sheet("Assistiti", {{"Cognome", "Nato il", "Età", "Attivo"},
-                             {"D'Àrrigo & <figli>", Date(20000), 56.5, true},
-                             {},
-                             {"  spazi  ", Date(40643.25), 12345678901.0, false}});
-    EXPECT_EQ(Read(file, 4),
-              (Lines{"\"Cognome|\"Nato il|\"Età|\"Attivo", "\"D'Àrrigo & <figli>|@03/10/1954|#56,5|?Vero", "|||",
-                     "\"  spazi  |@10/04/2011 06:00:00|#12345678901|?Falso"}));
-    EXPECT_EQ(Read(XlsxFile().From1904().Sheet("F", {{Date(40643)}}), 1), Lines{"@10/04/2011"});
+    EXPECT_EQ(DumpOf(OpenedWorkbook(DataFile("values.xlsx"))->Sheet(1), 4), ValuesShown());
+    EXPECT_EQ(DumpOf(OpenedWorkbook(DataFile("from1904.xlsx"))->Sheet(1), 1), Lines{"@10/04/2011"});
 }
 
 TEST_F(XlsxWorkbookTest, EveryKindOfCell) {
@@ -79,10 +73,20 @@ TEST_F(XlsxWorkbookTest, TextsAreJoinedFromTheirRuns) {
 }
 
 TEST_F(XlsxWorkbookTest, DatesAreNumbersOfADateStyle) {
+    std::string formats, styles, row;
+    for (const char* code : {"dd/mm/yyyy", "[Red]0.00", "[h]:mm", "&quot;dym&quot; 0"}) {
+        const std::string id = std::to_string(164 + std::count(formats.begin(), formats.end(), '<'));
+        formats += "<numFmt numFmtId=\"" + id + "\" formatCode=\"" + code + "\"/>";
+    }
+    for (const int format : {0, 14, 164, 165, 166, 167, 13, 14, 22, 23, 27, 45, 49, 58, 59}) {
+        row += "<c s=\"" + std::to_string(std::count(styles.begin(), styles.end(), '<')) + "\"><v>40643</v></c>";
+        styles += "<xf numFmtId=\"" + std::to_string(format) + "\"/>";
+    }
     XlsxFile file;
-    file.Formats({"dd/mm/yyyy", "[Red]0.00", "[h]:mm", "\"dym\" 0"}, {13, 14, 22, 23, 27, 45, 49, 58, 59});
-    std::string row;
-    for (int style = 0; style <= 14; ++style) row += "<c s=\"" + std::to_string(style) + "\"><v>40643</v></c>";
+    file.Part("xl/styles.xml", "<styleSheet><numFmts>" + formats +
+                                   "</numFmts><cellStyleXfs><xf numFmtId=\"14\"/>"
+                                   "</cellStyleXfs><cellXfs>" +
+                                   styles + "</cellXfs></styleSheet>");
     const std::string day = "@10/04/2011";
     EXPECT_EQ(Read(file.SheetXml("F", "<row>" + row + "</row>"), 15),
               Lines{"#40643|" + day + '|' + day + "|#40643|" + day + "|#40643|#40643|" + day + '|' + day + "|#40643|" +

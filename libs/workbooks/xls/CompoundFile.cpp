@@ -1,8 +1,6 @@
 #include "CompoundFile.h"
 
 #include <algorithm>
-#include <cstdio>
-#include <memory>
 
 #include "LittleEndian.h"
 #include "files/Machine.h"
@@ -26,12 +24,9 @@ constexpr std::uint8_t kStreamEntry = 2;
 [[noreturn]] void RefuseDamaged() { throw WorkbookFault("il file è incompleto o danneggiato"); }
 
 std::string ReadFile(const std::string& path) {
-    struct Close {
-        void operator()(std::FILE* file) const noexcept { std::fclose(file); }
-    };
     const auto facts = FactsOf(path);
     if (facts && facts->size > kMaxFile) throw WorkbookFault("il file è troppo grande");
-    const std::unique_ptr<std::FILE, Close> file(machine::OpenToRead(ToNative(path)));
+    const OpenFile file = machine::OpenToRead(ToNative(path));
     if (!file || !facts) throw WorkbookFault("il file non si può aprire");
     std::string content(static_cast<std::size_t>(facts->size), '\0');
     content.resize(std::fread(content.data(), 1, content.size(), file.get()));

@@ -2,7 +2,6 @@
 
 #include <cmath>
 
-#include "BiffText.h"
 #include "LittleEndian.h"
 
 namespace vlm::files {

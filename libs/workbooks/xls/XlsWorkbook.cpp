@@ -1,10 +1,16 @@
-#include "XlsWorkbook.h"
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
 
-#include "BiffText.h"
+#include "BiffRecords.h"
 #include "CompoundFile.h"
 #include "LittleEndian.h"
 #include "XlsSheetReader.h"
+#include "workbooks/CellStyles.h"
 #include "workbooks/CellTable.h"
+#include "workbooks/LazyWorkbook.h"
+#include "workbooks/TextPool.h"
 #include "xls/OpenXls.h"
 
 namespace vlm::files {
@@ -28,7 +34,29 @@ bool IsKnownCodePage(std::uint16_t codePage) noexcept {
     return codePage == 1252 || codePage == 0x8001 || codePage == 367 || codePage == 1200;
 }
 
-}  // namespace
+/// Versions 5 and 8 of the binary format.
+class XlsWorkbook : public LazyWorkbook {
+public:
+    /// Throws WorkbookFault.
+    explicit XlsWorkbook(const std::string& path);
+
+protected:
+    std::unique_ptr<Worksheet> ReadSheet(std::size_t index) override;
+
+private:
+    void ReadGlobals();
+    void ReadVersion(std::string_view data);
+    void ReadGlobal(const BiffRecord& record, BiffRecords& records);
+    void AddFormat(const BiffRecord& record);
+
+    std::string stream_;
+    bool unicode_ = true;
+    std::uint16_t codePage_ = 1252;
+    CellStyles styles_;
+    std::shared_ptr<TextPool> texts_ = std::make_shared<TextPool>();
+    std::vector<std::uint32_t> sheetOffsets_;
+    std::size_t bytesRead_ = 0;  // by all sheets so far
+};
 
 XlsWorkbook::XlsWorkbook(const std::string& path) : LazyWorkbook(path), stream_(WorkbookStream(path)) {
     ReadGlobals();
@@ -94,6 +122,8 @@ std::unique_ptr<Worksheet> XlsWorkbook::ReadSheet(std::size_t index) {
     table->Finish();
     return table;
 }
+
+}  // namespace
 
 std::unique_ptr<Workbook> OpenXls(const std::string& path) {
     return NamingFile(path, [&]() -> std::unique_ptr<Workbook> { return std::make_unique<XlsWorkbook>(path); });

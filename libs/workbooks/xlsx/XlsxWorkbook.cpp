@@ -1,9 +1,17 @@
-#include "XlsxWorkbook.h"
+#include <memory>
+#include <pugixml.hpp>
+#include <string>
+#include <vector>
 
 #include "ElementStream.h"
+#include "Relations.h"
 #include "SheetReader.h"
 #include "Xml.h"
+#include "ZipPackage.h"
+#include "workbooks/CellStyles.h"
 #include "workbooks/CellTable.h"
+#include "workbooks/LazyWorkbook.h"
+#include "workbooks/TextPool.h"
 #include "workbooks/WorkbookFault.h"
 #include "xlsx/OpenXlsx.h"
 
@@ -22,7 +30,26 @@ std::string RelationIdOf(pugi::xml_node sheet) {
     return {};
 }
 
-}  // namespace
+class XlsxWorkbook : public LazyWorkbook {
+public:
+    /// Throws WorkbookFault.
+    explicit XlsxWorkbook(const std::string& path);
+
+protected:
+    std::unique_ptr<Worksheet> ReadSheet(std::size_t index) override;
+
+private:
+    void ReadWorkbook(const std::string& part);
+    void AddSheet(pugi::xml_node sheet, const Relations& relations);
+    void ReadStyles(const std::string& part);
+    void ReadTexts();
+
+    ZipPackage package_;
+    std::vector<std::string> sheetParts_;
+    CellStyles styles_;
+    std::string textsPart_;
+    std::shared_ptr<TextPool> texts_;  // null until the first sheet is read
+};
 
 XlsxWorkbook::XlsxWorkbook(const std::string& path) : LazyWorkbook(path), package_(path) {
     const std::string part = Relations(package_, "").TargetOf("officeDocument");
@@ -97,6 +124,8 @@ std::unique_ptr<Worksheet> XlsxWorkbook::ReadSheet(std::size_t index) {
     table->Finish();
     return table;
 }
+
+}  // namespace
 
 std::unique_ptr<Workbook> OpenXlsx(const std::string& path) {
     return NamingFile(path, [&]() -> std::unique_ptr<Workbook> { return std::make_unique<XlsxWorkbook>(path); });

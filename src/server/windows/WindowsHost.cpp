@@ -7,8 +7,7 @@
 #include "files/Paths.h"
 #include "frame/MissingComponents.h"
 #include "frame/PlainHostUtility.h"
-#include "system/RegistryInstallFolder.h"
-#include "system/RegistrySettingsStore.h"
+#include "system/Registry.h"
 #include "system/ShellProgramStarter.h"
 #include "xls/OpenXls.h"
 

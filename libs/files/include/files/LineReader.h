@@ -1,10 +1,10 @@
 #pragma once
 
 #include <cstdint>
-#include <cstdio>
-#include <memory>
 #include <string>
 #include <string_view>
+
+#include "files/Machine.h"
 
 namespace vlm::files {
 
@@ -35,14 +35,11 @@ public:
     void SkipLine();
 
 private:
-    struct Closer {
-        void operator()(std::FILE* file) const { std::fclose(file); }
-    };
     /// False at the end of the file.
     bool Fill();
 
     std::string path_;
-    std::unique_ptr<std::FILE, Closer> file_;
+    OpenFile file_;
     std::uint64_t size_ = 0;
     bool utf8_ = false;
     std::string buffer_;

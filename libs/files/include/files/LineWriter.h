@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "files/StagedFile.h"
+#include "values/CodePage1252.h"
 
 namespace vlm::files {
 
@@ -13,7 +14,12 @@ class LineWriter {
 public:
     void Open(const std::string& path) { file_.Open(path); }
     bool IsOpen() const noexcept { return file_.IsOpen(); }
-    void WriteLine(std::string_view utf8);
+    void WriteLine(std::string_view utf8) {
+        ansi_.clear();
+        text::AppendAnsi(utf8, ansi_);
+        ansi_ += "\r\n";
+        file_.Output().Write(ansi_);
+    }
 
     void Deliver() { file_.Deliver(); }
     void Keep() noexcept { file_.Keep(); }

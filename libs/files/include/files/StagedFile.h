@@ -2,11 +2,33 @@
 
 #include <filesystem>
 #include <string>
+#include <string_view>
 
-#include "files/FileLock.h"
-#include "files/OutputFile.h"
+#include "files/Machine.h"
 
 namespace vlm::files {
+
+/// Bytes written to a file, buffered. The file is held exclusively while it is open. Every failure, also the one that
+/// shows only when the buffer reaches the disk, throws Error naming the path.
+class OutputFile {
+public:
+    /// Creates the file or empties it. Errors name `shownPath`, the file that the user knows of.
+    void Open(const std::string& path, const std::string& shownPath);
+    bool IsOpen() const noexcept { return file_ != nullptr; }
+    void Write(std::string_view bytes);
+    /// Appends all bytes of another file.
+    void CopyFrom(const std::string& sourcePath);
+    /// Brings everything to the disk, then closes.
+    void Close();
+    /// Closes without caring for what is written: the file is about to be thrown away.
+    void Abandon() noexcept { file_.reset(); }
+
+private:
+    [[noreturn]] void Fail(const char* what) const;
+
+    OpenFile file_;
+    std::string path_;
+};
 
 /// A file that is written under a hidden name beside its target and put in place whole: who looks at the target sees
 /// what stood there before or the whole new file, also after a crash or a full disk. What a killed run left behind in

@@ -1,7 +1,6 @@
 #include <cerrno>
 #include <gtest/gtest.h>
 
-#include "files/FileLock.h"
 #include "files/LineReader.h"
 #include "files/LineWriter.h"
 #include "files/Machine.h"
@@ -45,7 +44,7 @@ TEST(WindowsFiles, AFileInUseIsNeitherLockedNorReplaced) {
         lock.Release();
         EXPECT_TRUE(second.Take(ToNative(path)));
     }
-    std::FILE* const held = machine::OpenToWrite(ToNative(path));  // as a program that shares nothing
+    OpenFile held = machine::OpenToWrite(ToNative(path));  // as a program that shares nothing
     ASSERT_NE(held, nullptr);
     EXPECT_EQ(machine::OpenToWrite(ToNative(path)), nullptr);
     EXPECT_EQ(errno, EWOULDBLOCK);
@@ -54,7 +53,7 @@ TEST(WindowsFiles, AFileInUseIsNeitherLockedNorReplaced) {
     writer.WriteLine("nuovo");
     EXPECT_NE(test::CaughtText([&] { writer.Deliver(); }).find(path), std::string::npos);
     writer.Revert();
-    std::fclose(held);
+    held.reset();
     EXPECT_EQ(NamesIn(folder.Path().string()), std::vector<std::string>{"f.txt"});
 }
 

@@ -2,8 +2,6 @@
 
 #include "support/Caught.h"
 #include "system/Registry.h"
-#include "system/RegistryInstallFolder.h"
-#include "system/RegistrySettingsStore.h"
 #include "system/ShellProgramStarter.h"
 #include "values/Error.h"
 

@@ -6,7 +6,7 @@
 #include <unordered_map>
 #include <vector>
 
-#include "workbooks/SheetValue.h"
+#include "workbooks/Workbook.h"
 
 namespace vlm::files {
 

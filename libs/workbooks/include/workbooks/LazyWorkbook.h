@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "workbooks/Workbook.h"
+#include "workbooks/WorkbookFault.h"
 
 namespace vlm::files {
 
@@ -12,7 +13,15 @@ namespace vlm::files {
 class LazyWorkbook : public Workbook {
 public:
     int WorksheetCount() const override { return static_cast<int>(sheets_.size()); }
-    const Worksheet& Sheet(int number) override;
+    const Worksheet& Sheet(int number) override {
+        if (number < 1 || number > WorksheetCount()) {
+            throw Error("Il file " + path_ + " non contiene il foglio numero " + std::to_string(number) +
+                        ": i suoi fogli sono " + std::to_string(WorksheetCount()) + ".");
+        }
+        const std::size_t index = static_cast<std::size_t>(number - 1);
+        if (!sheets_[index]) sheets_[index] = NamingFile(path_, [&] { return ReadSheet(index); });
+        return *sheets_[index];
+    }
 
 protected:
     explicit LazyWorkbook(std::string path) : path_(std::move(path)) {}

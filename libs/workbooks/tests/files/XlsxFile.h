@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "workbooks/SheetValue.h"
+#include "workbooks/Workbook.h"
 
 namespace vlm::test {
 
@@ -14,7 +14,7 @@ using SheetRows = std::vector<std::vector<files::SheetValue>>;
 /// An xlsx workbook in the making: whole from rows of values, or part by part.
 class XlsxFile {
 public:
-    /// Adds a sheet of values; texts go into the shared texts, dates get a date style.
+    /// Adds a sheet of values; texts go into the shared texts, dates get the date style 1.
     XlsxFile& Sheet(const std::string& name, const SheetRows& rows);
     /// Adds a sheet whose rows are given as XML ("<row>...</row>").
     XlsxFile& SheetXml(const std::string& name, const std::string& rows);
@@ -24,15 +24,11 @@ public:
     XlsxFile& Without(const std::string& name);
     /// Texts for cells of type "s", as XML of `si` elements, before those of Sheet.
     XlsxFile& SharedXml(const std::string& items);
-    /// Number formats beside the built-in ones: cells of style n + 2 have the n-th of them, from 0. Style 0 is
-    /// general, style 1 the built-in date. Styles with built-in formats come after them.
-    XlsxFile& Formats(const std::vector<std::string>& codes, const std::vector<int>& builtIn = {});
-    XlsxFile& From1904();
 
-    std::map<std::string, std::string> Parts() const;
     void Write(const std::string& path) const;
 
 private:
+    std::map<std::string, std::string> Parts() const;
     std::string CellXml(const files::SheetValue& value, const std::string& place);
 
     std::vector<std::pair<std::string, std::string>> sheets_;  // name, XML of the rows
@@ -40,12 +36,6 @@ private:
     std::vector<std::string> left_;
     std::string shared_;
     std::size_t sharedCount_ = 0;
-    std::vector<std::string> formats_;
-    std::vector<int> builtIn_;
-    bool from1904_ = false;
 };
-
-/// Writes an archive of parts as they are.
-void WriteZip(const std::string& path, const std::map<std::string, std::string>& parts);
 
 }  // namespace vlm::test

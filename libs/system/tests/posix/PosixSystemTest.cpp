@@ -1,7 +1,5 @@
 #include <cerrno>
 #include <cstdlib>
-#include <filesystem>
-#include <fstream>
 #include <gtest/gtest.h>
 #include <string>
 #include <sys/stat.h>
@@ -9,13 +7,20 @@
 #include <vector>
 
 #include "support/Caught.h"
+#include "support/TempFolder.h"
 #include "system/DesktopProgramStarter.h"
+#include "system/SettingsStore.h"
 
 namespace vlm::sys::test {
 namespace {
 
-namespace fs = std::filesystem;
 using Words = std::vector<std::string>;
+
+TEST(IniSettingsStore, TheDefaultPathStandsInTheUsersConfiguration) {
+    setenv("XDG_CONFIG_HOME", "/some/where", 1);
+    EXPECT_EQ(IniSettingsStore::DefaultPath(), "/some/where/vlm/settings.ini");
+    unsetenv("XDG_CONFIG_HOME");
+}
 
 TEST(DesktopProgramStarter, CommandLinesAreSplitWithoutAShell) {
     const std::vector<std::pair<const char*, Words>> cases{
@@ -29,18 +34,14 @@ TEST(DesktopProgramStarter, CommandLinesAreSplitWithoutAShell) {
 }
 
 TEST(DesktopProgramStarter, StartsWithoutWaitingAndLeavesNoChild) {
-    std::string folder = (fs::temp_directory_path() / "starter-XXXXXX").string();
-    ASSERT_NE(mkdtemp(folder.data()), nullptr);
-    const std::string source = folder + "/from here", pipe = folder + "/to here";
-    std::ofstream(source) << "detto";
+    const vlm::test::TempFolder folder;
+    const std::string source = folder / "from here", pipe = folder / "to here";
+    vlm::test::WriteBytes(source, "detto");
     ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
     DesktopProgramStarter().Start("cp \"" + source + "\" \"" + pipe + "\"");  // blocks until we read
     EXPECT_EQ(waitpid(-1, nullptr, WNOHANG), -1);
     EXPECT_EQ(errno, ECHILD);
-    std::string text;
-    std::ifstream(pipe) >> text;
-    EXPECT_EQ(text, "detto");
-    fs::remove_all(folder);
+    EXPECT_EQ(vlm::test::ReadBytes(pipe), "detto");
 }
 
 TEST(DesktopProgramStarter, AProgramThatIsNotThereIsAnErrorThatNamesIt) {

@@ -1,4 +1,4 @@
-#include "workbooks/SheetValue.h"
+#include "workbooks/Workbook.h"
 
 #include <array>
 #include <cmath>
