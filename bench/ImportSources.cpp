@@ -3,8 +3,7 @@
 #include <cstdio>
 #include <fstream>
 
-#include "databases/ClinicSchema.h"
-#include "databases/MasterSchema.h"
+#include "databases/DatabaseSchema.h"
 #include "databases/SqliteWriter.h"
 
 namespace vlm::bench {

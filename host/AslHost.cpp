@@ -8,7 +8,6 @@
 #include "console/JsonEventLog.h"
 #include "console/TextEventLog.h"
 #include "demo/DemoClinic.h"
-#include "demo/DemoClinicImport.h"
 #include "frmStart.h"
 #include "values/Error.h"
 #include "values/Number.h"

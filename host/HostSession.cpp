@@ -4,12 +4,12 @@
 #include <optional>
 
 #include "ClinicDatabase.h"
-#include "LoadedLibrary.h"
-#include "LoggedHelp.h"
 #include "ado/ConnectionObject.h"
-#include "demo/DemoClinicImport.h"
-#include "services/LockService.h"
-#include "services/UserRights.h"
+#include "automation/ErrorReport.h"
+#include "automation/Object.h"
+#include "demo/DemoClinic.h"
+#include "server/VlmASLServicesLib.h"
+#include "services/Security.h"
 
 namespace vlm::host {
 
@@ -39,6 +39,77 @@ std::string InstallationFolder(const HostOptions& options) {
     const fs::path beside = fs::path(options.dataFolder) / kInstallationFolder;
     std::error_code ignored;
     return fs::is_directory(beside, ignored) ? FolderText(beside) : std::string();
+}
+
+/// The host's help as an automation object: a writable hWnd, and ShowContext, whose context number is told to whoever
+/// shows it.
+class LoggedHelp final : public com::DispatchObject<IDispatch> {
+public:
+    explicit LoggedHelp(std::function<void(std::int32_t context)> show) : show_(std::move(show)) {}
+
+private:
+    std::span<const com::Member> Members() const noexcept override;
+    void* Find(const IID& iid) noexcept override;
+
+    HRESULT STDMETHODCALLTYPE PutWindow(std::int32_t) { return S_OK; }
+    HRESULT STDMETHODCALLTYPE ShowContext(std::int32_t context);
+
+    std::function<void(std::int32_t)> show_;
+};
+
+std::span<const com::Member> LoggedHelp::Members() const noexcept {
+    static constexpr std::array kMembers = {
+        com::Put<&LoggedHelp::PutWindow>("hWnd", 1, VT_I4),
+        com::Method<&LoggedHelp::ShowContext>("ShowContext", 2, VT_EMPTY, {{"Context", VT_I4}}),
+    };
+    return kMembers;
+}
+
+void* LoggedHelp::Find(const IID& iid) noexcept {
+    if (com::Same(iid, server::kCHMObjectId)) return static_cast<IDispatch*>(this);
+    return DispatchObject::Find(iid);
+}
+
+HRESULT LoggedHelp::ShowContext(std::int32_t context) {
+    return com::Guarded("aslhost", server::kCHMObjectId, [&] { show_(context); });
+}
+
+/// The component library with this host's services, for as long as it lives. Everything that Create gave must be let go
+/// before.
+class LoadedLibrary {
+public:
+    /// Throws Error when objects of an earlier use are still alive.
+    explicit LoadedLibrary(const Library::Services& services);
+    LoadedLibrary(const LoadedLibrary&) = delete;
+    LoadedLibrary& operator=(const LoadedLibrary&) = delete;
+    ~LoadedLibrary() { VlmSetServices(nullptr); }
+
+    /// A new component, from its class's factory.
+    com::LateBound Create(const GUID& classId) const;
+};
+
+LoadedLibrary::LoadedLibrary(const Library::Services& services) {
+    if (VlmSetServices(&services) != S_OK) throw Error("La libreria dei componenti è già in uso.");
+}
+
+com::LateBound LoadedLibrary::Create(const GUID& classId) const {
+    com::Ref<IClassFactory> factory;
+    HRESULT result = DllGetClassObject(classId, com::kIdOf<IClassFactory>, factory.ReceiveAny());
+    com::Ref<IDispatch> component;
+    if (SUCCEEDED(result)) {
+        result = factory->CreateInstance(nullptr, com::kIdOf<IDispatch>, component.ReceiveAny());
+    }
+    if (FAILED(result)) throw com::TakeError(result, "La creazione del componente");
+    return com::LateBound(std::move(component));
+}
+
+/// Nothing for what is no component with a dialog to open.
+std::optional<GUID> ClassOf(const std::string& component) {
+    if (component == "ASLExport") return server::kASLExportClass;
+    if (component == "ASLPanoramico") return server::kASLPanoramicoClass;
+    if (component == "ExportProgetti") return server::kExportProgettiClass;
+    if (component == "ASLImportPatient") return server::kASLImportPatientClass;
+    return std::nullopt;
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <functional>
 
+#include "automation/LateBound.h"
 #include "database/Connection.h"
 #include "detect/DetectingOpener.h"
 #include "dialogs/Toolkit.h"
@@ -13,10 +14,6 @@
 #include "system/InstallFolder.h"
 #include "system/ProgramStarter.h"
 #include "system/SettingsStore.h"
-
-namespace vlm::com {
-class LateBound;
-}
 
 namespace vlm::host {
 

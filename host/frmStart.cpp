@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "LoadedLibrary.h"
 #include "demo/DemoClinic.h"
 
 namespace vlm::host {
@@ -87,7 +86,7 @@ void frmStart::ShowClinics() {
     cmdDemo.SetVisible(clinics_.empty() && !OnServer());
     cboStudio.SetEnabled(!clinics_.empty());
     for (const Component& each : kComponents) {
-        Find(each.button)->SetEnabled(!clinics_.empty() && ClassOf(each.name).has_value());
+        Find(each.button)->SetEnabled(!clinics_.empty());
     }
 }
 

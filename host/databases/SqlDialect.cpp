@@ -1,5 +1,7 @@
 #include "databases/SqlDialect.h"
 
+#include "database/SqlTokens.h"
+
 namespace vlm::host {
 
 namespace {
@@ -15,6 +17,8 @@ private:
     std::string_view separator_;
     std::string text_;
 };
+
+bool HasLongKey(const Table& table) { return table.KeyColumns().size() > 1; }
 
 }  // namespace
 
@@ -96,6 +100,83 @@ std::vector<std::string> SqlDialect::Tables(const DatabaseSchema& schema) const 
 std::vector<std::string> SqlDialect::Indices(const DatabaseSchema& schema) const {
     std::vector<std::string> statements;
     for (const Index& index : schema.indices) statements.push_back(IndexStatement(index));
+    return statements;
+}
+
+std::string SqliteDialect::Declaration(const Table& table, const Column& column) const {
+    if (!column.key) return TypeOf(column);
+    return HasLongKey(table) ? TypeOf(column) + " NOT NULL" : "INTEGER PRIMARY KEY";
+}
+
+std::string SqliteDialect::KeyClause(const Table& table) const { return HasLongKey(table) ? PrimaryKey(table) : ""; }
+
+std::string_view SqliteDialect::Storage(const Table& table) const { return HasLongKey(table) ? " WITHOUT ROWID" : ""; }
+
+/// The expressions are those that comparisons of such columns are translated into.
+std::string SqliteDialect::Indexed(const IndexPart& part) const {
+    const std::string column(part.column);
+    switch (part.use) {
+        case IndexUse::Moment:
+            return "datetime(" + column + ")";
+        case IndexUse::CodeText:
+            return "rtrim(" + column + ") COLLATE NOCASE";
+        case IndexUse::NameText:
+            return column + " COLLATE NOCASE";
+        case IndexUse::Plain:
+            break;
+    }
+    return column;
+}
+
+/// CROSS JOIN pins the order of the joins.
+std::string_view SqliteDialect::JoinWord(JoinKind kind) const {
+    if (kind == JoinKind::Left) return "LEFT JOIN";
+    return kind == JoinKind::Ordered ? "CROSS JOIN" : "INNER JOIN";
+}
+
+std::string_view SqliteDialect::SelectWord(const Query&) const { return "SELECT"; }
+
+std::vector<std::string> SqliteDialect::Procedures(const std::vector<Procedure>& procedures) const {
+    std::vector<std::string> statements = {
+        "CREATE TABLE StoredProcedure (\n    Name VARCHAR(128),\n    Ordinal INT,\n    Body TEXT)"};
+    for (const Procedure& each : procedures) {
+        const std::string body = Select(each.query).append("\nWHERE ").append(each.where).append(" = ?1");
+        statements.push_back("INSERT INTO StoredProcedure (Name, Ordinal, Body) VALUES (" +
+                             data::SqlTextLiteral(each.name) + ", 1, " + data::SqlTextLiteral(body) + ")");
+    }
+    return statements;
+}
+
+/// NULL is said, because what a column is without it depends on the session.
+std::string TSqlDialect::Declaration(const Table&, const Column& column) const {
+    return TypeOf(column) + (column.key ? " NOT NULL" : " NULL");
+}
+
+std::string TSqlDialect::KeyClause(const Table& table) const {
+    if (table.KeyColumns().empty()) return "";
+    return std::string("CONSTRAINT PK_").append(table.name).append(" ") + PrimaryKey(table);
+}
+
+std::string_view TSqlDialect::Storage(const Table&) const { return ""; }
+
+std::string TSqlDialect::Indexed(const IndexPart& part) const { return std::string(part.column); }
+
+std::string_view TSqlDialect::JoinWord(JoinKind kind) const {
+    return kind == JoinKind::Left ? "LEFT JOIN" : "INNER JOIN";
+}
+
+/// A view may be ordered only where it is limited; of 100 percent the server would drop the order again.
+std::string_view TSqlDialect::SelectWord(const Query& query) const {
+    return query.order.empty() ? "SELECT" : "SELECT TOP (2147483647)";
+}
+
+std::vector<std::string> TSqlDialect::Procedures(const std::vector<Procedure>& procedures) const {
+    std::vector<std::string> statements;
+    for (const Procedure& each : procedures) {
+        std::string sql = "CREATE PROCEDURE ";
+        sql.append(each.name).append(" @").append(each.argument).append(" INT AS\n").append(Select(each.query));
+        statements.push_back(sql.append("\nWHERE ").append(each.where).append(" = @").append(each.argument));
+    }
     return statements;
 }
 

@@ -1,4 +1,4 @@
-#include "demo/DemoClinicComuni.h"
+#include "DemoClinicComuni.h"
 
 #include <algorithm>
 #include <array>

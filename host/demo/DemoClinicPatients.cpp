@@ -1,8 +1,8 @@
-#include "demo/DemoClinicPatients.h"
+#include "DemoClinicPatients.h"
 
 #include <set>
 
-#include "DemoClinicExemptions.h"
+#include "DemoCatalogues.h"
 #include "services/FiscalCode.h"
 #include "values/Number.h"
 

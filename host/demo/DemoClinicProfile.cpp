@@ -1,4 +1,4 @@
-#include "demo/DemoClinicProfile.h"
+#include "DemoClinicProfile.h"
 
 #include <algorithm>
 

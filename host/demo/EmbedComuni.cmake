@@ -1,6 +1,6 @@
 # Builds the list of comuni into a target, so that an installed program needs no file beside it:
 #   vlm_embed_comuni(target)
-# The generated source defines EmbeddedComuni() of demo/DemoClinicComuni.h, one literal a line of the list.
+# The generated source defines EmbeddedComuni() of DemoClinicComuni.h, one literal a line of the list.
 
 if(CMAKE_SCRIPT_MODE_FILE)
   file(READ "${COMUNI_CSV}" content)
@@ -9,7 +9,7 @@ if(CMAKE_SCRIPT_MODE_FILE)
   string(REPLACE "\"" "\\\"" content "${content}")
   string(REGEX REPLACE "\n+$" "" content "${content}")
   string(REPLACE "\n" "\"sv,\n    \"" content "${content}")
-  file(WRITE "${COMUNI_CPP}" "#include \"demo/DemoClinicComuni.h\"\n\nnamespace vlm::host {\n\n"
+  file(WRITE "${COMUNI_CPP}" "#include \"DemoClinicComuni.h\"\n\nnamespace vlm::host {\n\n"
        "using namespace std::string_view_literals;\n\nstatic constexpr std::string_view kLines[] = {\n"
        "    \"${content}\"sv,\n};\n\n"
        "std::span<const std::string_view> EmbeddedComuni() { return kLines; }\n\n}  // namespace vlm::host\n")

@@ -5,6 +5,33 @@
 
 namespace vlm::host {
 
+std::string RecordText(const ArchiveTable& table, std::int64_t key) {
+    return std::string(table.subject) + " n. " + std::to_string(key);
+}
+
+ArchiveTable ArchiveTableOf(std::string_view name) {
+    for (const ArchiveTable& table : {kPatients, kPatientExemptions}) {
+        if (text::EqualNoCase(table.name, name)) return table;
+    }
+    return {name, {}, "Il record", "bloccato"};
+}
+
+RecordLock::RecordLock(const HostObjectPtr& service, std::string_view table, std::int32_t key)
+    : table_(table), key_(key) {
+    auto* const object = service == nullptr ? nullptr : static_cast<IDispatch*>(service->Native());
+    if (object == nullptr) return;
+    com::LateBound calls{com::Ref<IDispatch>(object)};
+    calls.Call("LockRecord", {table_, key_});
+    service_ = std::move(calls);
+}
+
+RecordLock::~RecordLock() {
+    try {
+        if (service_) service_.Call("UnlockRecord", {table_, key_});
+    } catch (...) {  // the same user takes it over next time
+    }
+}
+
 void ArchiveRecord::SetSecurity(const HostObjectPtr& lockService, const HostObjectPtr& rights) {
     lockService_ = lockService;
     rights_ = rights;

@@ -112,9 +112,9 @@ Date::Civil BirthIn(std::string_view code) {
 }
 
 bool HasDay(std::string_view code) {
-    constexpr int kDaysOfMonth[] = {31, 29, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
+    constexpr int kLeapYear = 2000;  // of which century the year is, the code does not say
     const Date::Civil birth = BirthIn(code);
-    return birth.day >= 1 && birth.day <= kDaysOfMonth[birth.month - 1];
+    return Date::FromYmd(kLeapYear, birth.month, birth.day).has_value();
 }
 
 /// The day, in the latest century in which it is not after today.

@@ -222,5 +222,25 @@ TEST_F(ArchiveRecordTest, AFailingSaveChangesNothing) {
     EXPECT_EQ(Query(kAllPatients), "12|Rossi");
 }
 
+TEST(SpecialistParameters, AreThoseOfTheOneWhoWasLoaded) {
+    test::ArchiveHost host(
+        "INSERT INTO ParametroSpecialista VALUES (7, 'INPSUtente', 'anna'), (8, 'INPSUtente', 'ugo'),"
+        " (7, 'inpsUTENTE', 'secondo'), (7, 'Vuoto', NULL), (8, 'Altro', 'x');");
+    const auto parameters = host.components.NewParameterStore();
+    EXPECT_THROW(parameters->Load(7, 0), Error);
+    parameters->SetConnection(host.connection);
+    parameters->SetLockService(host.lockService);
+    EXPECT_TRUE(data::IsNull(parameters->Parameter("INPSUtente")));
+    const struct {
+        int specialist;
+        const char *name, *value;
+    } cases[] = {{7, "INPSUtente", "anna"}, {7, "inpsutente", "anna"}, {7, "Vuoto", ""},     {7, "Altro", ""},
+                 {8, "INPSUtente", "ugo"},  {8, "Altro", "x"},         {9, "INPSUtente", ""}};
+    for (const auto& each : cases) {
+        parameters->Load(each.specialist, 0);
+        EXPECT_EQ(data::TextOf(parameters->Parameter(each.name)), each.value) << each.specialist << each.name;
+    }
+}
+
 }  // namespace
 }  // namespace vlm::host

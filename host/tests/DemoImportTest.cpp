@@ -1,14 +1,12 @@
 #include <gtest/gtest.h>
 
+#include "DemoDatabase.h"
 #include "HealthCardFile.h"
-#include "demo/DemoClinic.h"
-#include "demo/DemoClinicImport.h"
 #include "import/ASLImportPatient.h"
 #include "services/FiscalCode.h"
 #include "sqlite/SqliteConnection.h"
 #include "support/FakeServices.h"
 #include "support/RowText.h"
-#include "support/TempFolder.h"
 #include "values/CodePage1252.h"
 
 namespace vlm::host {
@@ -19,41 +17,29 @@ using data::testing::RowText;
 /// The demo clinic's lists, read by the library with the demo clinic's templates.
 class DemoImport : public testing::Test {
 protected:
-    static constexpr int kCataniaEntry = 22;
-
-    static void SetUpTestSuite() {
-        temp_ = new test::TempFolder;
-        CreateDemo(temp_->Path(), *Date::FromYmd(2011, 4, 15));
-    }
-    static void TearDownTestSuite() { delete temp_; }
-
-    DemoImport() {
-        connection = data::SqliteConnection::Connect("Provider=SQLite;Data Source=\"" + temp_->Path().string() +
-                                                     "\";Initial Catalog=Studio0012");
-        services.library.SetConnection(connection);
-    }
-    static std::string Source(const std::string& name) { return *temp_ / (std::string(kSourcesFolder) + "/" + name); }
-    static std::string Template(const std::string& name) {
-        return *temp_ / (std::string(kInstallationFolder) + "/Import/" + name);
+    DemoImport() { services.library.SetConnection(connection); }
+    static std::string Source(const std::string& name) {
+        return SharedDemo() / (std::string(kSourcesFolder) + "/" + name);
     }
     ElementListPtr Read(const std::string& source, const std::string& templateName) {
-        return component.ReadWithTemplate(Source(source), Template(templateName));
+        return component.ReadWithTemplate(
+            Source(source), SharedDemo() / (std::string(kInstallationFolder) + "/Import/" + templateName));
     }
-    static std::size_t Lines(const std::string& source) {
-        const std::string bytes = test::ReadBytes(source);
-        return static_cast<std::size_t>(std::count(bytes.begin(), bytes.end(), '\n'));
+    /// "" for a person that the archive does not have.
+    std::string PatientOf(const std::string& code) {
+        return RowText(*connection, "SELECT IDPaziente FROM Paziente WHERE CodiceFiscale = '" + code + "'");
     }
 
-    static inline test::TempFolder* temp_ = nullptr;
     test::FakeServices services;
-    data::ConnectionPtr connection;
+    data::ConnectionPtr connection = data::SqliteConnection::Connect(
+        "Provider=SQLite;Data Source=\"" + SharedDemo().Path().string() + "\";Initial Catalog=Studio0012");
     ASLImportPatient component{services.library};
 };
 
 /// Fiscal code, patient, birth, town and card of every element.
 std::string Told(ElementList& list) {
     std::string told;
-    for (; !list.AtEnd(); list.MoveNext()) {
+    for (list.MoveFirst(); !list.AtEnd(); list.MoveNext()) {
         for (const char* name : {"CodiceFiscale", "IDPaziente", "DataNascita", "IDComune", "Codice"}) {
             told.append(list.TextOf(list.Ordinal(name))).append("|");
         }
@@ -63,6 +49,7 @@ std::string Told(ElementList& list) {
 }
 
 TEST_F(DemoImport, TheSameListComesOutOfEveryFormat) {
+    constexpr int kCataniaEntry = 22;
     const ElementListPtr delimited = Read("assistiti.txt", "Elenco assistiti.ACF");
     ASSERT_NE(delimited, nullptr) << services.toolkit.messages.back();
     EXPECT_EQ(delimited->RecordCount(), 40);
@@ -71,20 +58,14 @@ TEST_F(DemoImport, TheSameListComesOutOfEveryFormat) {
         const std::string code(delimited->TextOf(delimited->Ordinal("CodiceFiscale")));
         EXPECT_TRUE(IsFiscalCode(code)) << code;
         EXPECT_GT(delimited->NumberOf(delimited->Ordinal("IDComune")), 0) << code;
-        const auto patient =
-            RowText(*connection, "SELECT IDPaziente FROM Paziente WHERE CodiceFiscale = '" + code + "'");
+        const std::string patient = PatientOf(code);
         EXPECT_EQ(delimited->TextOf(delimited->Ordinal("IDPaziente")), patient.empty() ? "0" : patient) << code;
         known += patient.empty() ? 0 : 1;
     }
     EXPECT_EQ(known, 27);
-
-    delimited->MoveFirst();
     const std::string told = Told(*delimited);
-    const ElementListPtr columns = Read("assistiti-colonne.txt", "Assistiti a colonne.ACF");
-    ASSERT_NE(columns, nullptr);
-    EXPECT_EQ(Told(*columns), told);
-    const ElementListPtr catania = component.ReadSourceForAsl(Source("catania.txt"), kCataniaEntry, "");
-    EXPECT_EQ(Told(*catania), told);
+    EXPECT_EQ(Told(*Read("assistiti-colonne.txt", "Assistiti a colonne.ACF")), told);
+    EXPECT_EQ(Told(*component.ReadSourceForAsl(Source("catania.txt"), kCataniaEntry, "")), told);
     EXPECT_TRUE(component.LastFindings().Empty());
 }
 
@@ -101,30 +82,26 @@ TEST_F(DemoImport, ExemptionsAreThoseOfThePatients) {
 }
 
 TEST_F(DemoImport, SourcesAreInAnsiWithWholeLines) {
-    const struct {
-        const char* name;
-        std::size_t lines;
-    } sources[] = {{"assistiti.txt", 40}, {"assistiti-colonne.txt", 40}, {"catania.txt", 42}, {"esenti.txt", 40}};
-    for (const auto& each : sources) {
-        const std::string bytes = test::ReadBytes(Source(each.name));
-        EXPECT_EQ(Lines(Source(each.name)), each.lines) << each.name;
-        EXPECT_TRUE(bytes.ends_with("\r\n")) << each.name;
-        EXPECT_EQ(text::ToAnsi(text::FromAnsi(bytes)), bytes) << each.name;
+    for (const auto& [name, lines] :
+         {std::pair{"assistiti.txt", 40}, {"assistiti-colonne.txt", 40}, {"catania.txt", 42}, {"esenti.txt", 40}}) {
+        const std::string bytes = test::ReadBytes(Source(name));
+        EXPECT_EQ(std::count(bytes.begin(), bytes.end(), '\n'), lines) << name;
+        EXPECT_TRUE(bytes.ends_with("\r\n")) << name;
+        EXPECT_EQ(text::ToAnsi(text::FromAnsi(bytes)), bytes) << name;
     }
-    EXPECT_EQ(test::NamesIn(*temp_ / (std::string(kInstallationFolder) + "/Import")),
+    EXPECT_EQ(test::NamesIn(SharedDemo() / (std::string(kInstallationFolder) + "/Import")),
               (std::vector<std::string>{"Assistiti a colonne.ACF", "Elenco assistiti.ACF", "Esenti per reddito.ECF",
                                         "Foglio assistiti.ACF"}));
 }
 
 TEST_F(DemoImport, TheHealthCardSystemKnowsOldAndNewPatients) {
     HealthCardFile client;
-    client.SetToolPath(*temp_ / kInstallationFolder + "\\openssl.exe");
+    client.SetToolPath(SharedDemo() / kInstallationFolder + "\\openssl.exe");
     const HealthCardClient::Response answer = client.RequestPatients({});
     EXPECT_FALSE(answer.error);
     int known = 0, exemptions = 0;
     for (const HealthCardClient::Person& person : answer.persons) {
-        known += RowText(*connection,
-                         "SELECT IDPaziente FROM Paziente WHERE CodiceFiscale = '" + person.fiscalCode + "'") != "";
+        known += PatientOf(person.fiscalCode) != "";
         exemptions += static_cast<int>(person.exemptions.size());
         EXPECT_NE(person.surname + person.firstName, "");
     }

@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 #include <limits>
 
-#include "TSqlLiteral.h"
+#include "databases/TSqlWriter.h"
 #include "values/Error.h"
 
 namespace vlm::host {

@@ -5,20 +5,49 @@
 #include <vector>
 
 #include "HostReferences.h"
-#include "databases/ClinicSchema.h"
-#include "databases/MasterSchema.h"
+#include "databases/DatabaseSchema.h"
 #include "databases/SqliteWriter.h"
 #include "detect/DetectingOpener.h"
 #include "frame/HostServices.h"
-#include "services/LockService.h"
-#include "services/UserRights.h"
+#include "services/ReferenceHostComponents.h"
+#include "services/Security.h"
 #include "sqlite/SqliteConnection.h"
 #include "support/FakeServices.h"
-#include "support/ImportComponents.h"
 #include "support/TempFolder.h"
-#include "system/Clock.h"
+#include "values/Error.h"
 
 namespace vlm::test {
+
+/// The reference host's components with a health-card system that answers what the test says.
+class ImportComponents final : public host::ReferenceHostComponents {
+public:
+    using ReferenceHostComponents::ReferenceHostComponents;
+
+    std::unique_ptr<HealthCardClient> NewHealthCardClient() override { return std::make_unique<Client>(*this); }
+
+    HealthCardClient::Response response;  // to every request
+    std::string failure;                  // thrown instead, when there is one
+    // What the last client was given, and what was asked of it.
+    std::string toolPath, certificatePath;
+    HealthCardClient::Credentials credentials;
+    std::vector<std::string> requests;  // "patients", "exemptions"
+
+private:
+    struct Client final : HealthCardClient {
+        explicit Client(ImportComponents& owner) : test(owner) {}
+        void SetToolPath(const std::string& path) override { test.toolPath = path; }
+        void SetCertificatePath(const std::string& path) override { test.certificatePath = path; }
+        Response RequestPatients(const Credentials& given) override { return Answer("patients", given); }
+        Response RequestExemptions(const Credentials& given) override { return Answer("exemptions", given); }
+        Response Answer(const char* request, const Credentials& given) {
+            test.requests.push_back(request);
+            test.credentials = given;
+            if (!test.failure.empty()) throw Error(test.failure);
+            return test.response;
+        }
+        ImportComponents& test;
+    };
+};
 
 /// The reference host with the databases of its clinic 12, nearly empty: what a test of the import begins with. Whose
 /// program it is: user MARIA.

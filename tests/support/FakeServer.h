@@ -19,19 +19,18 @@ public:
 
     std::vector<std::string> databases = {"master", "Altro"};
     std::map<std::string, std::vector<std::string>> statements;  // of each database, those that were committed last
-    int failAt = 0;                                              // the call that fails; 0 for none
+    std::vector<std::string> calls;                              // what was asked of which database, in order
+    std::size_t failAt = 0;                                      // the call that fails; 0 for none
     std::function<bool(const std::string& sql)> refuses = [](const std::string&) { return false; };
 
     data::ConnectionPtr Open(const std::string& database) {
-        Step();
+        Step(database + ": open");
         if (!Has(database)) throw Error("nessun database " + database);
         return std::make_shared<Session>(*this, database);
     }
     bool Has(const std::string& database) const {
         return std::find(databases.begin(), databases.end(), database) != databases.end();
     }
-    /// Whether the call that fails has come.
-    bool HasFailed() const { return failAt != 0 && calls_ >= failAt; }
 
 private:
     class Session : public data::Connection {
@@ -44,14 +43,16 @@ private:
         bool IsOpen() const override { return true; }
         std::string InitialCatalog() const override { return database_; }
         data::RecordsetPtr Open(std::string_view sql) override {
-            server_.Step();
+            server_.Step(database_ + ": look");
             found_ = {{"name"}, {}};
             for (const std::string& name : server_.databases)
                 if (sql.find("'" + name + "'") != std::string_view::npos) found_.rows.push_back({name});
             return std::make_unique<test::FakeRecordset>(found_);
         }
         std::int64_t Execute(std::string_view sql) override {
-            server_.Step();
+            // Of a statement to a database, what it does.
+            const std::size_t end = database_ == "master" ? sql.size() : sql.find(' ', sql.find(' ') + 1);
+            server_.Step(database_ + ": " + std::string(sql.substr(0, end)));
             if (server_.refuses(std::string(sql))) throw Error("rifiutato");
             if (database_ == "master")
                 server_.Change(std::string(sql));
@@ -60,11 +61,11 @@ private:
             return 1;
         }
         void BeginTransaction() override {
-            server_.Step();
+            server_.Step(database_ + ": begin");
             inTransaction_ = true;
         }
         void CommitTransaction() override {
-            server_.Step();
+            server_.Step(database_ + ": commit");
             server_.statements[database_] = written_;
         }
         void RollbackTransaction() override { written_.clear(); }
@@ -77,8 +78,9 @@ private:
         bool inTransaction_ = false;
     };
 
-    void Step() {
-        if (++calls_ == failAt) throw Error(kFailure);
+    void Step(std::string call) {
+        calls.push_back(std::move(call));
+        if (calls.size() == failAt) throw Error(kFailure);
     }
     void Change(const std::string& sql) {
         if (sql.starts_with("ALTER DATABASE ")) return;
@@ -93,7 +95,6 @@ private:
     }
 
     std::map<std::string, int> sessions_;
-    int calls_ = 0;
 };
 
 }  // namespace vlm::test

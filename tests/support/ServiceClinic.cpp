@@ -1,79 +1,46 @@
 #include "support/ServiceClinic.h"
 
-#include <cstdio>
 #include <sstream>
 
-#include "databases/MasterSchema.h"
+#include "databases/DatabaseSchema.h"
 #include "databases/SqliteWriter.h"
 #include "host/AslHost.h"
 #include "sqlite/SqliteConnection.h"
 #include "support/Insertion.h"
 #include "support/Words.h"
+#include "values/Number.h"
 
 namespace vlm::test {
 
 namespace {
 
-struct Column {
-    const char* name;
-    const char* type;
-    const char* value;
-};
-
 /// The services view as a table: what the records read and the selection names.
-constexpr Column kColumns[] = {
-    {"IDPaziente", "INT", "1"},
-    {"IDParcella", "INT", "1"},
-    {"IDPartecipazioneSpesa", "INT", "5"},
-    {"IDSpecialista_Parcella", "INT", "7"},
-    {"IDBrancaPerStudio_Parcella", "INT", "1"},
-    {"DataAiFiniConvenzione", "DATETIME", "'2011-03-15'"},
-    {"ElaborataASL", "BIT", "0"},
-    {"IDPosizioneContabile", "INT", "2"},
-    {"IDTipoOperazione", "INT", "1"},
-    {"CodiceRegione", "VARCHAR(3)", "'190'"},
-    {"CodiceRegionale", "VARCHAR(10)", "'123456'"},
-    {"CodiceBranca", "VARCHAR(3)", "'08'"},
-    {"MED_CodiceFiscale", "VARCHAR(16)", "'MDCFSC60A01F205X'"},
-    {"CodRegMedicoFiducia", "VARCHAR(10)", "'77001'"},
-    {"PAZ_Cognome", "VARCHAR(50)", "'Nicolò'"},
-    {"PAZ_Nome", "VARCHAR(50)", "'Maria Grazia'"},
-    {"PAZ_CodiceFiscale", "VARCHAR(16)", "'NCLMGR70E41G273K'"},
-    {"PAZ_Sesso", "VARCHAR(1)", "'F'"},
-    {"PAZ_DataNascita", "DATETIME", "'1970-05-01'"},
-    {"NumeroASL", "VARCHAR(3)", "'206'"},
-    {"NumRicetta1", "VARCHAR(10)", "'1234567'"},
-    {"NumRicetta2", "VARCHAR(10)", "'890123456'"},
-    {"CodicePrestazioneTariffario", "VARCHAR(10)", "'89.7'"},
-    {"CodicePrestazione", "VARCHAR(10)", "'V100'"},
-    {"Quantita", "SMALLINT", "2"},
-    {"PS_CodiceIdentificativo", "VARCHAR(10)", "'E02'"},
-    {"TotQuotaPazienteTicketEuro", "MONEY", "3"},
-    {"QuotaRicettaEuro", "MONEY", "0.5"},
-    {"TotaleEuro", "MONEY", "20.66"},
-    {"NumeroDocumento", "INT", "125"},
-    {"DataDocumento", "DATETIME", "'2011-03-16 10:20:00'"},
-    {"IDConsenso", "INT", "2"},
-    {"IDTipoDocumento", "INT", "1"},
-    {"NP_PrefissoNumerazione", "VARCHAR(10)", "'A'"},
-    {"DataPrenotazione", "DATETIME", "'2011-02-28'"},
-    {"NumAssistito", "VARCHAR(20)", "'ass-4711'"},
-    {"NumTesseraSanitaria", "VARCHAR(20)", "'80380001234567890123'"},
-    {"DataRilascioRicetta", "DATETIME", "'2011-02-27'"},
-    {"ProgressivoRicetta", "SMALLINT", "NULL"},
-    {"TotTicketEuro", "MONEY", "41.32"},
-    {"PS_IDCategoriaDiAppartenenza", "INT", "1"},
-    {"IDPrioritaRicetta", "INT", "2"},
-    {"IDTipoAccesso", "INT", "1"},
-    {"IDTipoRichiesta", "INT", "3"},
-    {"PrescrizioneGarantita", "BIT", "1"},
-    {"DataContatto", "DATETIME", "'2011-03-01'"},
-    {"DataPrimaDisponibilita", "DATETIME", "'2011-03-10'"},
-    {"DataAssegnata", "DATETIME", "'2011-03-14'"},
-    {"DataRefertazione", "DATETIME", "'2011-03-16'"},
-    {"DataInizioCiclo", "DATETIME", "'2011-03-02'"},
-    {"PrestazioneCiclica", "BIT", "1"},
-};
+constexpr const char* kServices = R"sql(
+CREATE TABLE VwPrestazionePerASL (
+    IDPaziente INT DEFAULT 1, IDParcella INT DEFAULT 1, IDPartecipazioneSpesa INT DEFAULT 5,
+    IDSpecialista_Parcella INT DEFAULT 7, IDBrancaPerStudio_Parcella INT DEFAULT 1,
+    DataAiFiniConvenzione DATETIME DEFAULT '2011-03-15', ElaborataASL BIT DEFAULT 0,
+    IDPosizioneContabile INT DEFAULT 2, IDTipoOperazione INT DEFAULT 1, CodiceRegione VARCHAR(3) DEFAULT '190',
+    CodiceRegionale VARCHAR(10) DEFAULT '123456', CodiceBranca VARCHAR(3) DEFAULT '08',
+    MED_CodiceFiscale VARCHAR(16) DEFAULT 'MDCFSC60A01F205X', CodRegMedicoFiducia VARCHAR(10) DEFAULT '77001',
+    PAZ_Cognome VARCHAR(50) DEFAULT 'Nicolò', PAZ_Nome VARCHAR(50) DEFAULT 'Maria Grazia',
+    PAZ_CodiceFiscale VARCHAR(16) DEFAULT 'NCLMGR70E41G273K', PAZ_Sesso VARCHAR(1) DEFAULT 'F',
+    PAZ_DataNascita DATETIME DEFAULT '1970-05-01', NumeroASL VARCHAR(3) DEFAULT '206',
+    NumRicetta1 VARCHAR(10) DEFAULT '1234567', NumRicetta2 VARCHAR(10) DEFAULT '890123456',
+    CodicePrestazioneTariffario VARCHAR(10) DEFAULT '89.7', CodicePrestazione VARCHAR(10) DEFAULT 'V100',
+    Quantita SMALLINT DEFAULT 2, PS_CodiceIdentificativo VARCHAR(10) DEFAULT 'E02',
+    TotQuotaPazienteTicketEuro MONEY DEFAULT 3, QuotaRicettaEuro MONEY DEFAULT 0.5, TotaleEuro MONEY DEFAULT 20.66,
+    NumeroDocumento INT DEFAULT 125, DataDocumento DATETIME DEFAULT '2011-03-16 10:20:00', IDConsenso INT DEFAULT 2,
+    IDTipoDocumento INT DEFAULT 1, NP_PrefissoNumerazione VARCHAR(10) DEFAULT 'A',
+    DataPrenotazione DATETIME DEFAULT '2011-02-28', NumAssistito VARCHAR(20) DEFAULT 'ass-4711',
+    NumTesseraSanitaria VARCHAR(20) DEFAULT '80380001234567890123', DataRilascioRicetta DATETIME DEFAULT '2011-02-27',
+    ProgressivoRicetta SMALLINT DEFAULT NULL, TotTicketEuro MONEY DEFAULT 41.32,
+    PS_IDCategoriaDiAppartenenza INT DEFAULT 1, IDPrioritaRicetta INT DEFAULT 2, IDTipoAccesso INT DEFAULT 1,
+    IDTipoRichiesta INT DEFAULT 3, PrescrizioneGarantita BIT DEFAULT 1, DataContatto DATETIME DEFAULT '2011-03-01',
+    DataPrimaDisponibilita DATETIME DEFAULT '2011-03-10', DataAssegnata DATETIME DEFAULT '2011-03-14',
+    DataRefertazione DATETIME DEFAULT '2011-03-16', DataInizioCiclo DATETIME DEFAULT '2011-03-02',
+    PrestazioneCiclica BIT DEFAULT 1);
+)sql";
 
 constexpr const char* kMaster = R"sql(
 INSERT INTO Mese (IDMese, Mese) VALUES (1,'gennaio'),(2,'febbraio'),(3,'marzo'),(4,'aprile'),(5,'maggio'),
@@ -98,11 +65,7 @@ INSERT INTO BrancaPerStudioPerSpecialista VALUES (1, 7), (1, 8), (2, 9);
 INSERT INTO Residenza VALUES (1, 1, 2, 8), (2, 1, 1, 9);
 )sql";
 
-std::string FourDigits(int number) {
-    char text[8];
-    std::snprintf(text, sizeof text, "%04d", number);
-    return text;
-}
+std::string DatabaseOf(int clinic) { return std::string("Studio").append(text::FormatZeros(clinic, 4)); }
 
 }  // namespace
 
@@ -112,12 +75,6 @@ std::vector<std::string> HostRun::Of(const std::string& kind) const {
         if (event.rfind("{\"event\":\"" + kind + "\"", 0) == 0) found.push_back(event);
     }
     return found;
-}
-
-ServiceClinic::Row ServiceClinic::Service(const Row& changes) {
-    Row row = changes;
-    for (const Column& column : kColumns) row.try_emplace(column.name, column.value);
-    return row;
 }
 
 ServiceClinic::ServiceClinic()
@@ -138,13 +95,9 @@ void ServiceClinic::Create(const std::vector<Row>& services) {
     if (!masterSql.empty()) master.Execute(masterSql);
     master.Commit();
 
-    host::SqliteWriter database(data + "/Studio" + FourDigits(clinic) + ".sqlite");
+    host::SqliteWriter database(data + "/" + DatabaseOf(clinic) + ".sqlite");
     database.Execute(kClinic);
-    std::string columns;
-    for (const Column& column : kColumns) {
-        columns += std::string(columns.empty() ? "" : ",") + column.name + " " + column.type;
-    }
-    database.Execute("CREATE TABLE VwPrestazionePerASL (" + columns + ");");
+    database.Execute(kServices);
     for (const Row& service : services) database.Execute(InsertionInto("VwPrestazionePerASL", service));
     database.Execute(
         "INSERT OR IGNORE INTO Parcella SELECT IDParcella, DataAiFiniConvenzione, ElaborataASL, IDPosizioneContabile,"
@@ -170,8 +123,8 @@ HostRun ServiceClinic::Run(const std::vector<std::string>& steps, const std::str
 }
 
 vlm::data::ConnectionPtr ServiceClinic::Connect() const {
-    return vlm::data::SqliteConnection::Connect("Provider=SQLite;Data Source=" + data + ";Initial Catalog=Studio" +
-                                                FourDigits(clinic));
+    return vlm::data::SqliteConnection::Connect("Provider=SQLite;Data Source=" + data +
+                                                ";Initial Catalog=" + DatabaseOf(clinic));
 }
 
 std::vector<std::string> ServiceClinic::Query(const std::string& sql) const {

@@ -22,9 +22,12 @@ struct HostRun {
 /// A clinic with a handful of billed services, and the host that runs on it.
 class ServiceClinic {
 public:
-    /// A row of the services view; every column has a value of its own, `changes` are SQL literals by column name.
+    /// A row of the services view; every column has a value of its own, but for `changes`, SQL literals by column name.
     using Row = std::map<std::string, std::string>;
-    static Row Service(const Row& changes = {});
+    static Row Service(Row changes = {}) {
+        changes.try_emplace("IDPaziente", "1");
+        return changes;
+    }
 
     std::string numeroASL = "'201'";
     std::string codiceDistretto = "'03'";

@@ -93,4 +93,9 @@ struct DatabaseSchema {
     const Table& TableOf(std::string_view tableName) const;
 };
 
+/// `Aldra`: the master tables, one database for all clinics.
+const DatabaseSchema& MasterSchema();
+/// `StudioNNNN`: one database for each clinic.
+const DatabaseSchema& ClinicSchema();
+
 }  // namespace vlm::host

@@ -3,7 +3,6 @@
 #include <filesystem>
 
 #include "databases/DatabaseWriter.h"
-#include "databases/SqliteDialect.h"
 
 struct sqlite3;
 

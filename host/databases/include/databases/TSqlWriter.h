@@ -1,12 +1,18 @@
 #pragma once
 
+#include <string>
 #include <vector>
 
 #include "database/Connection.h"
 #include "databases/DatabaseWriter.h"
-#include "databases/TSqlDialect.h"
 
 namespace vlm::host {
+
+/// A cell as T-SQL writes it for a column of its type: a text in single quotes, with the mark of Unicode where it is
+/// not plain ASCII; a moment as 'YYYYMMDD' or 'YYYYMMDD HH:MM:SS', which no session's language misreads; an amount with
+/// four digits after the point; a truth value as 0 or 1. Throws Error naming the column for a value that it cannot
+/// hold.
+std::string TSqlLiteral(const DatabaseWriter::Cell& cell, const Column& column);
 
 /// Writes a database of a server that speaks T-SQL, over a connection to that database. Rows go there in statements of
 /// many rows, those of one table in the order in which they were added.

@@ -10,6 +10,11 @@
 
 namespace vlm::host {
 
+/// The host's installation folder beside the databases: templates in `Import`, the health-card system's answer.
+constexpr const char* kInstallationFolder = "Installazione";
+/// Lists as a health authority sends them.
+constexpr const char* kSourcesFolder = "Sorgenti";
+
 struct DemoOptions {
     /// A list of comuni in place of the one built into the program.
     std::filesystem::path comuniCsv;

@@ -6,10 +6,10 @@
 #include <string_view>
 #include <vector>
 
+#include "DemoClinicComuni.h"
+#include "DemoClinicProfile.h"
+#include "DemoClinicRandom.h"
 #include "databases/DatabaseWriter.h"
-#include "demo/DemoClinicComuni.h"
-#include "demo/DemoClinicProfile.h"
-#include "demo/DemoClinicRandom.h"
 #include "values/Date.h"
 
 namespace vlm::host {

@@ -1,13 +1,18 @@
-#include "DemoClinicMaster.h"
+#include "DemoCatalogues.h"
 
 #include <map>
-
-#include "DemoClinicExemptions.h"
-#include "demo/DemoClinicProfile.h"
 
 namespace vlm::host {
 
 namespace {
+
+constexpr DemoExemptionType kTypes[] = {
+    {1, "Esenzione per reddito", 1}, {2, "Non esente", 2}, {3, "Esenzione per patologia", 3}, {4, "Invalidità", 1}};
+
+constexpr DemoExemption kExemptions[] = {
+    {1, "E01", 1, 6, 65, 1}, {2, "E02", 1, 0, 0, 1},     {3, "E03", 1, 0, 0, 1},       {4, "E04", 1, 0, 60, 1},
+    {5, "E05", 1, 0, 0, 1},  {6, "013.250", 3, 0, 0, 2}, {7, "0A31", 3, 0, 0, 2},      {8, "048", 3, 0, 0, 2},
+    {9, "C01", 4, 0, 0, 3},  {10, "G01", 4, 0, 0, 5},    {kPaysTicket, "", 2, 0, 0, 0}};
 
 constexpr std::string_view kMonths[] = {"gennaio", "febbraio", "marzo",     "aprile",  "maggio",   "giugno",
                                         "luglio",  "agosto",   "settembre", "ottobre", "novembre", "dicembre"};
@@ -72,7 +77,36 @@ void FillTexts(DatabaseWriter& writer, std::string_view table, std::string_view 
     for (std::string_view text : texts) rows.Add({++key, text});
 }
 
+/// "segreto1" as the parameter store keeps passwords: a mark (code 1), then each character with its highest bit
+/// turned and its place (from 1) taken off.
+constexpr std::string_view kScrambledPassword = "\x01òãäîàîè©";
+
+/// Entries 3 and 4 are of the kinds whose rows take keys of their own range.
+constexpr int kMenuTypes[] = {1, 2, 7, 10, 3, 0};
+
+void FillParameters(DatabaseWriter& writer, const DemoClinicProfile& clinic) {
+    DatabaseWriter::Rows parameters(writer, "ParametroSpecialista", "IDSpecialista,Nome,Valore");
+    for (const DemoSpecialist& one : clinic.specialists) {
+        parameters.Add({one.id, "INPSUtente", "utente" + std::string(one.regionalCode)});
+        parameters.Add({one.id, "INPSPassword", kScrambledPassword});
+    }
+}
+
+void FillCatalogues(DatabaseWriter& writer) {
+    DatabaseWriter::Rows menu(writer, "MenuItem", "IDMenuItem,IDTipoMenuItem");
+    int key = 0;
+    for (int type : kMenuTypes) menu.Add({++key, type});
+    DatabaseWriter::Rows shares(writer, "vwPartecipazioneSpesa",
+                                "IDEsenzione,CodiceIdentificativo,EtaMinEsenzione,EtaMaxEsenzione,"
+                                "IDCategoriaDiAppartenenza");
+    for (const DemoExemption& one : DemoExemptions())
+        shares.Add({one.id, OrNull(one.code), one.minAge, one.maxAge, one.category});
+}
+
 }  // namespace
+
+std::span<const DemoExemptionType> DemoExemptionTypes() { return kTypes; }
+std::span<const DemoExemption> DemoExemptions() { return kExemptions; }
 
 void FillMaster(DatabaseWriter& writer, const DemoClinicComuni& comuni) {
     FillClinics(writer);
@@ -86,5 +120,19 @@ void FillMaster(DatabaseWriter& writer, const DemoClinicComuni& comuni) {
 }
 
 int DemoPathologyCount() { return static_cast<int>(std::size(kPathologies)); }
+
+void FillStaff(DatabaseWriter& writer, const DemoClinicProfile& clinic) {
+    DatabaseWriter::Rows branches(writer, "BrancaPerStudio", "IDBrancaPerStudio,BrancaPerStudio");
+    for (const DemoBranch& branch : DemoBranches()) branches.Add({branch.id, branch.name});
+    DatabaseWriter::Rows specialists(writer, "Specialista", "IDSpecialista,Cognome,Nome,CodiceRegionale");
+    for (const DemoSpecialist& one : clinic.specialists)
+        specialists.Add({one.id, one.surname, one.name, one.regionalCode});
+    DatabaseWriter::Rows assignments(writer, "BrancaPerStudioPerSpecialista", "IDBrancaPerStudio,IDSpecialista");
+    for (const DemoAssignment& one : clinic.assignments) assignments.Add({one.branch, one.specialist});
+    DatabaseWriter::Rows identity(writer, "vwstudi", "CodiceRegioneTariffario,NumeroASL");
+    identity.Add({clinic.regionCode, clinic.numeroASL});
+    FillParameters(writer, clinic);
+    FillCatalogues(writer);
+}
 
 }  // namespace vlm::host

@@ -1,6 +1,6 @@
-#include "services/LockService.h"
+#include "services/Security.h"
 
-#include "ArchiveTable.h"
+#include "ArchiveRecord.h"
 #include "automation/ErrorReport.h"
 #include "frame/PlainHostUtility.h"
 #include "server/VlmASLServicesLib.h"
@@ -75,6 +75,20 @@ void LockService::Unlock(const std::string& table, std::int32_t key) {
     if (held == held_.end() || --held->second > 0) return;
     held_.erase(held);
     connection_->Execute("DELETE FROM BloccoRecord" + WhereRecord(table, key) + " AND Utente = " + SqlText(user_));
+}
+
+std::span<const com::Member> UserRights::Members() const noexcept {
+    static constexpr std::array kMembers = {com::Get<&UserRights::User>("User", 1, VT_BSTR)};
+    return kMembers;
+}
+
+void* UserRights::Find(const IID& iid) noexcept {
+    if (com::Same(iid, server::kRightsId)) return static_cast<IDispatch*>(this);
+    return DispatchObject::Find(iid);
+}
+
+HRESULT UserRights::User(BSTR* user) {
+    return com::Guarded("aslhost", server::kRightsId, [&] { *user = com::Bstr(user_).Detach(); });
 }
 
 }  // namespace vlm::host

@@ -3,15 +3,10 @@
 #include <filesystem>
 #include <span>
 
-#include "demo/DemoClinicComuni.h"
-#include "demo/DemoClinicPatients.h"
+#include "DemoClinicComuni.h"
+#include "DemoClinicPatients.h"
 
 namespace vlm::host {
-
-/// The host's installation folder beside the databases: templates in `Import`, the health-card system's answer.
-constexpr const char* kInstallationFolder = "Installazione";
-/// Lists as a health authority sends them.
-constexpr const char* kSourcesFolder = "Sorgenti";
 
 /// Writes both folders into `folder`: lists of patients (two thirds of them of the archive, some at a new address, the
 /// rest new ones) and of exemptions, and templates that read them. `newcomers` with a fiscal code that the archive has

@@ -39,4 +39,19 @@ private:
     std::map<std::pair<std::string, std::int32_t>, int> held_;  // how many times, by folded table and key
 };
 
+/// The host's user rights as an automation object: User, the name of who works with the host. Here everybody may do
+/// everything.
+class UserRights final : public com::DispatchObject<IDispatch> {
+public:
+    explicit UserRights(std::string user) : user_(std::move(user)) {}
+
+private:
+    std::span<const com::Member> Members() const noexcept override;
+    void* Find(const IID& iid) noexcept override;
+
+    HRESULT STDMETHODCALLTYPE User(BSTR* user);
+
+    std::string user_;
+};
+
 }  // namespace vlm::host
