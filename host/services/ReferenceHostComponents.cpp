@@ -5,7 +5,7 @@
 
 #include "ArchiveRecord.h"
 #include "HealthCardFile.h"
-#include "frame/PlainHostUtility.h"
+#include "database/SqlTokens.h"
 #include "services/FiscalCode.h"
 #include "values/DateText.h"
 #include "values/Error.h"
@@ -74,8 +74,8 @@ void PersonDecoder::SetFiscalCode(std::string_view code) {
 std::int32_t PersonDecoder::FindComune(const std::string& landRegistryCode) const {
     if (landRegistryCode.front() == 'Z') return 0;  // a foreign state
     if (connection_ == nullptr) throw Error("Il comune di nascita non si può cercare: manca la connessione.");
-    const auto comune =
-        connection_->Open("SELECT IDComune FROM Aldra..Comune WHERE CodiceCatastale = " + SqlText(landRegistryCode));
+    const auto comune = connection_->Open("SELECT IDComune FROM Aldra..Comune WHERE CodiceCatastale = " +
+                                          data::SqlTextLiteral(landRegistryCode));
     return comune->AtEnd() ? 0 : comune->Int32Of(0);
 }
 

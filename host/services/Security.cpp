@@ -2,7 +2,7 @@
 
 #include "ArchiveRecord.h"
 #include "automation/ErrorReport.h"
-#include "frame/PlainHostUtility.h"
+#include "database/SqlTokens.h"
 #include "server/VlmASLServicesLib.h"
 #include "values/DateText.h"
 #include "values/Error.h"
@@ -12,8 +12,10 @@ namespace vlm::host {
 
 namespace {
 
+using data::SqlTextLiteral;
+
 std::string WhereRecord(const std::string& table, std::int32_t key) {
-    return " WHERE Tabella = " + SqlText(table) + " AND Chiave = " + std::to_string(key);
+    return " WHERE Tabella = " + SqlTextLiteral(table) + " AND Chiave = " + std::to_string(key);
 }
 
 [[noreturn]] void RefuseLocked(const std::string& table, std::int32_t key, const data::Recordset& lock) {
@@ -51,10 +53,10 @@ HRESULT LockService::UnlockRecord(BSTR table, std::int32_t key) {
 /// is told then is not the engine's refusal, but who was first.
 bool LockService::Take(const std::string& table, std::int32_t key, const std::string& where) {
     try {
-        return connection_->Execute("INSERT INTO BloccoRecord (Tabella, Chiave, Utente, Dal) SELECT " + SqlText(table) +
-                                    ", " + std::to_string(key) + ", " + SqlText(user_) + ", " +
-                                    SqlText(IsoDate(clock_.Today())) + " WHERE NOT EXISTS (SELECT * FROM BloccoRecord" +
-                                    where + ")") != 0;
+        return connection_->Execute("INSERT INTO BloccoRecord (Tabella, Chiave, Utente, Dal) SELECT " +
+                                    SqlTextLiteral(table) + ", " + std::to_string(key) + ", " + SqlTextLiteral(user_) +
+                                    ", " + SqlTextLiteral(IsoDate(clock_.Today())) +
+                                    " WHERE NOT EXISTS (SELECT * FROM BloccoRecord" + where + ")") != 0;
     } catch (const Error&) {
         if (connection_->Open("SELECT Utente FROM BloccoRecord" + where)->AtEnd()) throw;
         return false;
@@ -74,7 +76,8 @@ void LockService::Unlock(const std::string& table, std::int32_t key) {
     const auto held = held_.find({text::FoldCase(table), key});
     if (held == held_.end() || --held->second > 0) return;
     held_.erase(held);
-    connection_->Execute("DELETE FROM BloccoRecord" + WhereRecord(table, key) + " AND Utente = " + SqlText(user_));
+    connection_->Execute("DELETE FROM BloccoRecord" + WhereRecord(table, key) +
+                         " AND Utente = " + SqlTextLiteral(user_));
 }
 
 std::span<const com::Member> UserRights::Members() const noexcept {

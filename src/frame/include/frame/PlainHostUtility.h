@@ -4,9 +4,6 @@
 
 namespace vlm {
 
-/// A text literal: quotes doubled, in quotes.
-std::string SqlText(std::string_view value);
-
 /// The shared utility object of a host that brings none of its own.
 class PlainHostUtility : public HostUtility {
 public:
@@ -15,7 +12,7 @@ public:
     std::string WorkFolder() const override { return workFolder_; }
     /// 'YYYY-MM-DD', or 'YYYY-MM-DD HH:MM:SS' for a date with a time of day.
     std::string SqlDate(Date date, int option) const override;
-    std::string SqlString(std::string_view value) const override { return SqlText(value); }
+    std::string SqlString(std::string_view value) const override;
 
 private:
     std::string workFolder_;
