@@ -11,8 +11,14 @@ namespace vlm::files {
 namespace {
 
 constexpr std::size_t kMaxCells = 16U << 20;
+constexpr std::size_t kMaxTexts = 16U << 20;
 
 }  // namespace
+
+void SharedTexts::Add(std::string_view content) {
+    if (places_.size() >= kMaxTexts) throw OverflowError("I testi sono troppi.");
+    places_.push_back(texts_.Add(content));
+}
 
 bool CellTable::Before(const Entry& left, const Entry& right) noexcept {
     return std::tie(left.row, left.column) < std::tie(right.row, right.column);

@@ -5,6 +5,7 @@
 #include "values/DateText.h"
 #include "values/Error.h"
 #include "values/Number.h"
+#include "values/TextPool.h"
 #include "values/Utf8.h"
 
 namespace vlm::text {
@@ -120,6 +121,16 @@ TEST(DateTest, ItalianForms) {
     for (const char* bad : {"31/02/2003", "1/2/03", "1//2003", "01022003", "2003/02/01", "1/2/2003/4"}) {
         EXPECT_FALSE(ParseItalianDate(bad)) << bad;
     }
+}
+
+TEST(TextPool, KeepsTextsUpToItsLimit) {
+    TextPool pool(3 << 16);
+    const std::string twoPages(70000, 'x');
+    const std::uint32_t first = pool.Add(twoPages), none = pool.Add(""), last = pool.Add("città");
+    EXPECT_THROW(pool.Add(twoPages), OverflowError);
+    EXPECT_EQ(pool.At(first), twoPages);
+    EXPECT_EQ(pool.At(none), "");
+    EXPECT_EQ(pool.At(last), "città");
 }
 
 }  // namespace

@@ -106,7 +106,7 @@ std::string BiffText::Read(std::size_t characters) {
     return content;
 }
 
-void ReadSharedTexts(std::vector<std::string_view> parts, TextPool& texts) {
+void ReadSharedTexts(std::vector<std::string_view> parts, SharedTexts& texts) {
     BiffText reader(std::move(parts), true);
     reader.Skip(8);  // how many times they are used, how many they are
     while (!reader.AtEnd()) texts.Add(reader.ReadLong());

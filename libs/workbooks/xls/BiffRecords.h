@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include "workbooks/TextPool.h"
+#include "workbooks/CellTable.h"
 
 namespace vlm::files {
 
@@ -84,6 +84,6 @@ private:
 };
 
 /// The texts that all sheets share, from the record that lists them: as many as are there, whatever it counts.
-void ReadSharedTexts(std::vector<std::string_view> parts, TextPool& texts);
+void ReadSharedTexts(std::vector<std::string_view> parts, SharedTexts& texts);
 
 }  // namespace vlm::files

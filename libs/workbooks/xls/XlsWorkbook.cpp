@@ -10,7 +10,6 @@
 #include "workbooks/CellStyles.h"
 #include "workbooks/CellTable.h"
 #include "workbooks/LazyWorkbook.h"
-#include "workbooks/TextPool.h"
 #include "xls/OpenXls.h"
 
 namespace vlm::files {
@@ -53,7 +52,7 @@ private:
     bool unicode_ = true;
     std::uint16_t codePage_ = 1252;
     CellStyles styles_;
-    std::shared_ptr<TextPool> texts_ = std::make_shared<TextPool>();
+    std::shared_ptr<SharedTexts> texts_ = std::make_shared<SharedTexts>();
     std::vector<std::uint32_t> sheetOffsets_;
     std::size_t bytesRead_ = 0;  // by all sheets so far
 };

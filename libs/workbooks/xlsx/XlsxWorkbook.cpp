@@ -11,7 +11,6 @@
 #include "workbooks/CellStyles.h"
 #include "workbooks/CellTable.h"
 #include "workbooks/LazyWorkbook.h"
-#include "workbooks/TextPool.h"
 #include "workbooks/WorkbookFault.h"
 #include "xlsx/OpenXlsx.h"
 
@@ -48,7 +47,7 @@ private:
     std::vector<std::string> sheetParts_;
     CellStyles styles_;
     std::string textsPart_;
-    std::shared_ptr<TextPool> texts_;  // null until the first sheet is read
+    std::shared_ptr<SharedTexts> texts_;  // null until the first sheet is read
 };
 
 XlsxWorkbook::XlsxWorkbook(const std::string& path) : LazyWorkbook(path), package_(path) {
@@ -99,7 +98,7 @@ void XlsxWorkbook::ReadStyles(const std::string& part) {
 }
 
 void XlsxWorkbook::ReadTexts() {
-    auto texts = std::make_shared<TextPool>();
+    auto texts = std::make_shared<SharedTexts>();
     if (!textsPart_.empty()) {
         ElementStream items(package_, textsPart_, {"sst", "sst", "si"});
         pugi::xml_document document;

@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include "database/TextPool.h"
+#include "values/TextPool.h"
 #include "values/Value.h"
 
 namespace vlm::data {

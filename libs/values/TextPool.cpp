@@ -1,10 +1,10 @@
-#include "database/TextPool.h"
+#include "values/TextPool.h"
 
 #include <cstring>
 
 #include "values/Error.h"
 
-namespace vlm::data {
+namespace vlm {
 
 namespace {
 
@@ -50,7 +50,7 @@ std::uint32_t TextPool::Reserve(std::size_t size) {
     const std::size_t end = pages_.size() << kPageBits;
     if (used_ + size > end) {
         const std::size_t count = (size + kPageSize - 1) >> kPageBits;
-        if (pages_.size() + count > kPageSize) throw OverflowError("Le righe hanno troppo testo.");
+        if (pages_.size() + count > mostPages_) throw OverflowError("Le righe hanno troppo testo.");
         blocks_.push_back(std::make_unique_for_overwrite<char[]>(count << kPageBits));
         for (std::size_t page = 0; page < count; ++page) pages_.push_back(blocks_.back().get() + (page << kPageBits));
         used_ = end;
@@ -60,4 +60,4 @@ std::uint32_t TextPool::Reserve(std::size_t size) {
     return number;
 }
 
-}  // namespace vlm::data
+}  // namespace vlm
