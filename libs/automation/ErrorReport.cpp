@@ -8,7 +8,7 @@
 
 namespace vlm::com {
 
-HRESULT ResultOf(long number) noexcept {
+HRESULT ResultOf(std::int32_t number) noexcept {
     constexpr std::uint32_t kRunTimeError = 0x800A0000;
     if (number == 0) return E_FAIL;
     const auto code = static_cast<std::uint32_t>(number);

@@ -9,7 +9,7 @@ namespace vlm::data::odbc {
 /// What a handle has to say of its last call: all records' texts, state and code of the first that is an error.
 struct OdbcDiagnostics {
     std::string state = "HY000";
-    long nativeCode = 0;
+    std::int32_t nativeCode = 0;
     std::string text;
     bool warning = true;  // no record is an error
 

@@ -10,7 +10,7 @@ namespace vlm::data::odbc {
 /// "Invalid object name 'Assente'. (SQLSTATE 42S02, codice 208)".
 class OdbcError : public Error {
 public:
-    OdbcError(const std::string& description, std::string state, long nativeCode)
+    OdbcError(const std::string& description, std::string state, std::int32_t nativeCode)
         : Error(description + " (SQLSTATE " + state + ", codice " + std::to_string(nativeCode) + ")"),
           state_(std::move(state)),
           nativeCode_(nativeCode) {}
@@ -18,11 +18,11 @@ public:
     /// Five characters.
     const std::string& State() const noexcept { return state_; }
     /// The engine's own number of the error.
-    long NativeCode() const noexcept { return nativeCode_; }
+    std::int32_t NativeCode() const noexcept { return nativeCode_; }
 
 private:
     std::string state_;
-    long nativeCode_;
+    std::int32_t nativeCode_;
 };
 
 }  // namespace vlm::data::odbc

@@ -55,7 +55,7 @@ TEST(OdbcServerErrors, KeepStateNumberAndText) {
     const struct {
         const char* sql;
         const char* state;
-        long number;
+        std::int32_t number;
     } cases[] = {{"SELECT * FROM Assente", "42S02", 208}, {"SP_Assente 1", "42000", 2812}};
     for (const auto& each : cases) {
         try {

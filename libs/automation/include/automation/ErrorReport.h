@@ -11,7 +11,7 @@ namespace vlm::com {
 
 /// The result code of an Error's number: 1 to 65535 are run-time error numbers and become 0x800Axxxx, 0 is E_FAIL, any
 /// other number is a result code already.
-HRESULT ResultOf(long number) noexcept;
+HRESULT ResultOf(std::int32_t number) noexcept;
 
 /// Leaves an error object for the caller and gives `result` back.
 HRESULT Report(HRESULT result, std::string_view description, std::string_view source, const GUID& interfaceId) noexcept;

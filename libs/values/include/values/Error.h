@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <stdexcept>
 #include <string>
 
@@ -9,28 +10,28 @@ namespace vlm {
 /// ("Il messaggio tecnico dell'errore è: ..."); `Number` and `Source` travel with it to automation clients.
 class Error : public std::runtime_error {
 public:
-    explicit Error(const std::string& description, long number = 0, std::string source = {})
+    explicit Error(const std::string& description, std::int32_t number = 0, std::string source = {})
         : std::runtime_error(description), number_(number), source_(std::move(source)) {}
 
-    long Number() const noexcept { return number_; }
+    std::int32_t Number() const noexcept { return number_; }
     const std::string& Source() const noexcept { return source_; }
 
 private:
-    long number_;
+    std::int32_t number_;
     std::string source_;
 };
 
 /// A number that does not fit the width it is stored in. Numbers never wrap.
 class OverflowError : public Error {
 public:
-    static constexpr long kNumber = 6;
+    static constexpr std::int32_t kNumber = 6;
     explicit OverflowError(const std::string& description) : Error(description, kNumber) {}
 };
 
 /// A value whose text is not of the kind that is asked for.
 class TypeMismatchError : public Error {
 public:
-    static constexpr long kNumber = 13;
+    static constexpr std::int32_t kNumber = 13;
     explicit TypeMismatchError(const std::string& description) : Error(description, kNumber) {}
 };
 

@@ -21,9 +21,9 @@ inline constexpr std::int32_t kFieldIsNullable = 0x20;
 inline constexpr std::int32_t kFieldNullable = kFieldIsNullable | 0x40;
 
 /// Run-time error numbers of row sets.
-inline constexpr long kNoCurrentRow = 3021;
-inline constexpr long kNotSupported = 3251;
-inline constexpr long kItemNotFound = 3265;
+inline constexpr std::int32_t kNoCurrentRow = 3021;
+inline constexpr std::int32_t kNotSupported = 3251;
+inline constexpr std::int32_t kItemNotFound = 3265;
 
 /// The kind of column for a type number; Text for one that is nothing else.
 FieldType FieldTypeOf(std::int32_t adoType);

@@ -19,7 +19,7 @@ enum class HealthCardList {
 /// source "SistemaTS" and a line for each of them; errors before the answer reach the caller as they are.
 class ModSistemaTS {
 public:
-    static constexpr long kSistemaTSError = static_cast<std::int32_t>(0x80043018);
+    static constexpr std::int32_t kSistemaTSError = static_cast<std::int32_t>(0x80043018);
 
     ModSistemaTS(const RecordSecurity& security, ReadContext& context) : security_(security), context_(context) {}
 
