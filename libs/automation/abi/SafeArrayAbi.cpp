@@ -169,16 +169,3 @@ HRESULT SafeArrayGetVartype(SAFEARRAY* array, VARTYPE* type) {
     *type = TypeOf(*array);
     return S_OK;
 }
-
-HRESULT SafeArrayAccessData(SAFEARRAY* array, void** data) {
-    if (array == nullptr) return E_INVALIDARG;
-    ++array->cLocks;
-    *data = array->pvData;
-    return S_OK;
-}
-
-HRESULT SafeArrayUnaccessData(SAFEARRAY* array) {
-    if (array == nullptr || array->cLocks == 0) return E_UNEXPECTED;
-    --array->cLocks;
-    return S_OK;
-}

@@ -152,8 +152,6 @@ VLM_AUTOMATION_API UINT SafeArrayGetDim(SAFEARRAY* array);
 VLM_AUTOMATION_API HRESULT SafeArrayGetLBound(SAFEARRAY* array, UINT dimension, LONG* bound);
 VLM_AUTOMATION_API HRESULT SafeArrayGetUBound(SAFEARRAY* array, UINT dimension, LONG* bound);
 VLM_AUTOMATION_API HRESULT SafeArrayGetVartype(SAFEARRAY* array, VARTYPE* type);
-VLM_AUTOMATION_API HRESULT SafeArrayAccessData(SAFEARRAY* array, void** data);
-VLM_AUTOMATION_API HRESULT SafeArrayUnaccessData(SAFEARRAY* array);
 
 VLM_AUTOMATION_API HRESULT CreateErrorInfo(ICreateErrorInfo** info);
 /// The error object of this thread; null clears it.

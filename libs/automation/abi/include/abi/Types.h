@@ -31,7 +31,6 @@ using VARIANT_BOOL = std::int16_t;
 using DATE = double;
 using OLECHAR = char16_t;
 using LPOLESTR = OLECHAR*;
-using LPCOLESTR = const OLECHAR*;
 /// The first of its characters; the number of bytes stands in the four bytes before, a zero character at the end.
 using BSTR = OLECHAR*;
 
@@ -120,7 +119,6 @@ enum VARENUM : VARTYPE {
     VT_UINT = 23,
     VT_ARRAY = 0x2000,
     VT_BYREF = 0x4000,
-    VT_TYPEMASK = 0x0FFF,
 };
 
 struct IUnknown;

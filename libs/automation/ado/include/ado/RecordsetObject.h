@@ -24,7 +24,6 @@ public:
 
     /// Throws Error over a row set that is only read.
     MemoryRecordset& Memory();
-    const MemoryRecordset* MemoryOrNull() const noexcept { return memory_; }
     void SetValue(int ordinal, const Value& value);
 
 private:
