@@ -1,5 +1,6 @@
 #include "database/Recordset.h"
 
+#include "database/UpdatableRecordset.h"
 #include "values/Error.h"
 #include "values/Number.h"
 #include "values/Utf8.h"
@@ -27,6 +28,11 @@ std::int32_t Recordset::Int32Of(int ordinal) const { return text::ToInt32(Number
 std::optional<Date::Civil> Recordset::CivilOf(int ordinal) const {
     const std::optional<Date> date = DateOf(ordinal);
     return date ? std::optional(date->ToCivil()) : std::nullopt;
+}
+
+int ForwardingRecordset::Checked(int ordinal) const {
+    if (ordinal >= 0 && ordinal < FieldCount()) return ordinal;
+    throw Error("La colonna numero " + std::to_string(ordinal) + " non esiste nelle righe lette.");
 }
 
 }  // namespace vlm::data

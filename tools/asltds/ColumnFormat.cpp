@@ -1,9 +1,10 @@
-#include "asltds/ColumnFormat.h"
+#include "ColumnFormat.h"
 
 #include <bit>
 #include <charconv>
 #include <chrono>
 
+#include "sqlite/SqliteConnection.h"
 #include "values/ColumnConversion.h"
 #include "values/Error.h"
 #include "values/Utf8.h"
@@ -37,7 +38,7 @@ constexpr std::string_view kStoredAt(
     "asltds  asltds  "
     "asltds  ");
 
-[[noreturn]] void Refuse(const data::SqliteRecordset& rows, int ordinal) {
+[[noreturn]] void Refuse(const data::Recordset& rows, int ordinal) {
     throw Error("Il valore della colonna " + std::string(rows.FieldName(ordinal)) + " non sta nel suo tipo.");
 }
 
@@ -54,7 +55,7 @@ int DeclaredLength(std::string_view declared) {
 
 }  // namespace
 
-ColumnFormat::ColumnFormat(const data::SqliteRecordset& rows, int ordinal, bool largeTexts)
+ColumnFormat::ColumnFormat(const data::Recordset& rows, int ordinal, bool largeTexts)
     : ordinal_(ordinal), name_(rows.FieldName(ordinal)), largeTexts_(largeTexts) {
     struct Form {
         Kind kind;
@@ -62,7 +63,7 @@ ColumnFormat::ColumnFormat(const data::SqliteRecordset& rows, int ordinal, bool 
     };
     static constexpr Form kForms[] = {{Kind::Bit, 1},   {Kind::Integer, 2}, {Kind::Integer, 4}, {Kind::Integer, 8},
                                       {Kind::Float, 8}, {Kind::Money, 8},   {Kind::DateTime, 8}};
-    const std::string declared = text::ToUpper(rows.DeclaredType(ordinal));
+    const std::string declared = text::ToUpper(data::DeclaredTypeOf(rows, ordinal));
     const data::FieldType type = rows.TypeOf(ordinal);
     if (type == data::FieldType::Text) {
         TakeTextType(declared);
@@ -119,7 +120,7 @@ void ColumnFormat::AddNull(ByteString& out) const {
     largeTexts_ ? out.Add(kNoLargeText, 8) : out.Add(0, 1);
 }
 
-void ColumnFormat::AddCell(const data::SqliteRecordset& rows, ByteString& out) const {
+void ColumnFormat::AddCell(const data::Recordset& rows, ByteString& out) const {
     if (rows.IsNull(ordinal_)) return AddNull(out);
     switch (kind_) {
         case Kind::Bit:
@@ -140,14 +141,14 @@ void ColumnFormat::AddCell(const data::SqliteRecordset& rows, ByteString& out) c
     }
 }
 
-void ColumnFormat::AddInteger(const data::SqliteRecordset& rows, ByteString& out) const {
+void ColumnFormat::AddInteger(const data::Recordset& rows, ByteString& out) const {
     out.Add(width_, 1);
     if (width_ == 2) return out.Add(rows.Int16Of(ordinal_), 2);
     if (width_ == 4) return out.Add(rows.Int32Of(ordinal_), 4);
     out.Add(rows.IntegerOf(ordinal_), 8);
 }
 
-void ColumnFormat::AddFloat(const data::SqliteRecordset& rows, ByteString& out) const {
+void ColumnFormat::AddFloat(const data::Recordset& rows, ByteString& out) const {
     const data::Value value = rows.ValueOf(ordinal_);
     if (std::holds_alternative<std::string>(value)) {
         data::ThrowMismatch(std::get<std::string>(value), rows.FieldName(ordinal_), "un numero");
@@ -157,7 +158,7 @@ void ColumnFormat::AddFloat(const data::SqliteRecordset& rows, ByteString& out) 
 }
 
 /// Money has its high half first.
-void ColumnFormat::AddMoney(const data::SqliteRecordset& rows, ByteString& out) const {
+void ColumnFormat::AddMoney(const data::Recordset& rows, ByteString& out) const {
     const std::int64_t units = rows.AmountOf(ordinal_).Units();
     const auto bits = static_cast<std::uint64_t>(units);
     out.Add(width_, 1);
@@ -170,7 +171,7 @@ void ColumnFormat::AddMoney(const data::SqliteRecordset& rows, ByteString& out) 
 }
 
 /// Days since 1/1/1900 and three hundredths of a second.
-void ColumnFormat::AddDateTime(const data::SqliteRecordset& rows, ByteString& out) const {
+void ColumnFormat::AddDateTime(const data::Recordset& rows, ByteString& out) const {
     using namespace std::chrono;
     const Date::Civil civil = *rows.CivilOf(ordinal_);
     if (civil.year < 1753) Refuse(rows, ordinal_);
@@ -180,7 +181,7 @@ void ColumnFormat::AddDateTime(const data::SqliteRecordset& rows, ByteString& ou
     out.Add(static_cast<std::uint64_t>(300 * ((civil.hour * 60 + civil.minute) * 60 + civil.second)), 4);
 }
 
-void ColumnFormat::AddText(const data::SqliteRecordset& rows, ByteString& out) const {
+void ColumnFormat::AddText(const data::Recordset& rows, ByteString& out) const {
     const bool pieces = width_ == 0 && largeTexts_;
     if (pieces) out.Add(kNoLargeText - 1, 8);  // a length that is not told beforehand
     if (width_ == 0 && !largeTexts_) out.Add(kStoredAt);

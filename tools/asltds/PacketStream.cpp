@@ -1,8 +1,8 @@
-#include "asltds/PacketStream.h"
+#include "PacketStream.h"
 
 #include <algorithm>
 
-#include "asltds/WireBytes.h"
+#include "WireBytes.h"
 
 namespace vlm::host::tds {
 

@@ -1,4 +1,4 @@
-#include "asltds/Parameters.h"
+#include "Parameters.h"
 
 #include <algorithm>
 #include <bit>

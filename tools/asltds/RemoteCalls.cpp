@@ -1,4 +1,4 @@
-#include "asltds/RemoteCalls.h"
+#include "RemoteCalls.h"
 
 #include <charconv>
 

@@ -1,4 +1,4 @@
-#include "asltds/ServerError.h"
+#include "ServerError.h"
 
 #include <sqlite3.h>
 #include <string_view>

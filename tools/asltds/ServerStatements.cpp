@@ -1,9 +1,7 @@
-#include "asltds/ServerStatements.h"
+#include "ServerStatements.h"
 
-#include "Definitions.h"
-#include "StatementKinds.h"
-#include "SystemValues.h"
-#include "asltds/RemoteCalls.h"
+#include "Dialect.h"
+#include "RemoteCalls.h"
 #include "values/Utf8.h"
 
 namespace vlm::host::tds {

@@ -1,4 +1,4 @@
-#include "asltds/Socket.h"
+#include "Socket.h"
 
 #include <arpa/inet.h>
 #include <cerrno>

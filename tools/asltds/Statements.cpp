@@ -1,4 +1,4 @@
-#include "asltds/Statements.h"
+#include "Statements.h"
 
 #include <algorithm>
 

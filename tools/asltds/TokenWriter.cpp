@@ -1,6 +1,5 @@
-#include "asltds/TokenWriter.h"
+#include "TokenWriter.h"
 
-#include "LoginRequest.h"
 #include "values/Utf8.h"
 
 namespace vlm::host::tds {
@@ -20,6 +19,7 @@ enum Token {
 enum Change { kDatabase = 1, kPacketSize = 4, kCollation = 7 };
 enum Status { kMore = 1, kError = 2, kCount = 0x10, kAttention = 0x20 };
 
+constexpr std::uint32_t kVersion72 = 0x72090002;
 constexpr int kIntN = 0x26;
 constexpr std::string_view kProduct = "Microsoft SQL Server";
 constexpr std::string_view kServer = "asltds";
@@ -123,7 +123,7 @@ void TokenWriter::Columns(const std::vector<ColumnFormat>& columns) {
     Send();
 }
 
-void TokenWriter::Row(const std::vector<ColumnFormat>& columns, const data::SqliteRecordset& rows) {
+void TokenWriter::Row(const std::vector<ColumnFormat>& columns, const data::Recordset& rows) {
     Begin(kRowToken);
     for (const ColumnFormat& column : columns) column.AddCell(rows, token_);
     Send();
@@ -166,6 +166,47 @@ void TokenWriter::CloseCancelled() {
 void TokenWriter::Finish() {
     WriteClosing(false);
     packets_->End();
+}
+
+void RowSender::Send(data::Recordset& rows, Done what, bool counted) {
+    if (!rows.IsOpen()) return writer_->Close(what);
+    do {
+        const std::int64_t count = SendOne(rows);
+        writer_->Close(what, kSelectCommand, counted ? std::optional(count) : std::nullopt);
+    } while (rows.NextRecordset());
+}
+
+void RowSender::Describe(const data::Recordset& rows) {
+    SendColumns(rows);
+    writer_->Close(Done::InProcedure, kSelectCommand);
+}
+
+std::vector<ColumnFormat> RowSender::SendColumns(const data::Recordset& rows) {
+    std::vector<ColumnFormat> columns;
+    columns.reserve(static_cast<std::size_t>(rows.FieldCount()));
+    for (int ordinal = 0; ordinal < rows.FieldCount(); ++ordinal) {
+        columns.emplace_back(rows, ordinal, writer_->HasLargeTexts());
+    }
+    writer_->Columns(columns);
+    return columns;
+}
+
+std::int64_t RowSender::SendOne(data::Recordset& rows) {
+    const std::vector<ColumnFormat> columns = SendColumns(rows);
+    std::int64_t count = 0;
+    for (; !rows.AtEnd(); rows.MoveNext()) {
+        writer_->Row(columns, rows);
+        if (++count == faults_.failAfterRows) {
+            throw ServerError(kDeadlockVictim, "La transazione è stata annullata a favore di un altro utente.", 13);
+        }
+        if (count == faults_.endAfterRows) {
+            packets_->Flush();
+            goAway_();
+            throw ConnectionEnded();
+        }
+        if (packets_->WasCancelled()) throw Cancelled();
+    }
+    return count;
 }
 
 }  // namespace vlm::host::tds

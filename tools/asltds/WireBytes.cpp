@@ -1,4 +1,4 @@
-#include "asltds/WireBytes.h"
+#include "WireBytes.h"
 
 #include <algorithm>
 

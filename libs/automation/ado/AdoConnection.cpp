@@ -1,9 +1,7 @@
 #include "ado/AdoConnection.h"
 
 #include "AdoRecordset.h"
-#include "AdoUpdatableRecordset.h"
 #include "ado/AdoTypes.h"
-#include "ado/NativeData.h"
 #include "values/Error.h"
 
 namespace vlm::data::ado {

@@ -3,8 +3,9 @@
 #include <string>
 #include <vector>
 
-#include "ado/VariantRecordset.h"
+#include "ado/HostRecordset.h"
 #include "automation/LateBound.h"
+#include "database/UpdatableRecordset.h"
 
 namespace vlm::data::ado {
 
@@ -53,6 +54,29 @@ private:
     std::size_t row_ = 0;
     mutable std::vector<com::Variant> fetched_;  // of the current row, when it is read field by field
     mutable std::vector<bool> isFetched_;
+};
+
+/// Rows of a host's connection that are changed in place, called by name.
+class AdoUpdatableRecordset final : public ForwardingRecordset {
+public:
+    /// `rows` is open and stands on its first row.
+    explicit AdoUpdatableRecordset(com::LateBound rows) : rows_(std::move(rows)), read_(rows_.Object()) {}
+    ~AdoUpdatableRecordset() override { Close(); }
+
+    void MoveNext() override;
+    void Close() noexcept override;
+
+    void AddNew() override;
+    void SetValue(int ordinal, const Value& value) override;
+    void Update() override;
+    void CancelUpdate() override;
+
+private:
+    const Recordset& Rows() const override { return read_; }
+
+    com::LateBound rows_;
+    HostRecordset read_;
+    bool editing_ = false;
 };
 
 }  // namespace vlm::data::ado

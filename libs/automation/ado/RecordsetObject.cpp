@@ -2,7 +2,6 @@
 
 #include <vector>
 
-#include "FieldsObject.h"
 #include "ado/AdoTypes.h"
 #include "automation/ErrorReport.h"
 #include "values/Error.h"
@@ -35,6 +34,93 @@ VARIANT BlockOf(std::vector<com::Variant>& cells, std::size_t columns) {
     block.parray = array;
     return block;
 }
+
+/// One column; its Value is that of the row set's current row.
+class FieldObject final : public com::DispatchObject<IDispatch> {
+public:
+    FieldObject(com::Ref<RecordsetObject> rows, int ordinal) : rows_(std::move(rows)), ordinal_(ordinal) {}
+
+private:
+    std::span<const com::Member> Members() const noexcept override {
+        using Self = FieldObject;
+        static constexpr std::array kMembers = {
+            com::Get<&Self::GetValue>("Value", DISPID_VALUE, VT_VARIANT),
+            com::Put<&Self::PutValue>("Value", DISPID_VALUE, VT_VARIANT),
+            com::Get<&Self::Name>("Name", 1, VT_BSTR),
+            com::Get<&Self::Type>("Type", 2, VT_I4),
+        };
+        return kMembers;
+    }
+    HRESULT STDMETHODCALLTYPE GetValue(VARIANT* value) {
+        return Guarded([&] {
+            const Recordset& rows = rows_->Native();
+            *value = com::FromValue(rows.ValueOf(ordinal_), rows.TypeOf(ordinal_)).Detach();
+        });
+    }
+    HRESULT STDMETHODCALLTYPE PutValue(const VARIANT& value) {
+        return Guarded([&] { rows_->SetValue(ordinal_, com::ToValue(value)); });
+    }
+    HRESULT STDMETHODCALLTYPE Name(BSTR* name) {
+        return Guarded([&] { *name = com::Bstr(rows_->Native().FieldName(ordinal_)).Detach(); });
+    }
+    HRESULT STDMETHODCALLTYPE Type(std::int32_t* type) {
+        return Guarded([&] { *type = AdoTypeOf(rows_->Native().TypeOf(ordinal_)); });
+    }
+
+    com::Ref<RecordsetObject> rows_;
+    int ordinal_;
+};
+
+/// By number from 0, or by name without regard to case. Throws Error with number 3265 when there is none.
+com::Ref<FieldObject> FieldAt(const com::Ref<RecordsetObject>& rows, const VARIANT& index) {
+    const Recordset& columns = rows->Native();
+    const Value value = com::ToValue(index);
+    const std::string shown = TextOf(value);
+    int ordinal = -1;
+    if (std::holds_alternative<std::string>(value)) {
+        ordinal = columns.FindField(shown);
+    } else {
+        const double number = NumberOf(value);
+        if (number >= 0 && number < columns.FieldCount()) ordinal = static_cast<int>(number);
+    }
+    if (ordinal < 0) throw Error("La colonna " + shown + " non esiste nell'insieme di righe.", kItemNotFound);
+    return com::Make<FieldObject>(rows, ordinal);
+}
+
+/// The columns of a row set of ours.
+class FieldsObject final : public com::DispatchObject<IDispatch> {
+public:
+    explicit FieldsObject(com::Ref<RecordsetObject> rows) : rows_(std::move(rows)) {}
+
+private:
+    std::span<const com::Member> Members() const noexcept override {
+        using Self = FieldsObject;
+        static constexpr std::array kMembers = {
+            com::Get<&Self::Item>("Item", DISPID_VALUE, VT_DISPATCH, {{"Index"}}),
+            com::Get<&Self::Count>("Count", 1, VT_I4),
+            com::Method<&Self::Append>("Append", 2, VT_EMPTY,
+                                       {{"Name", VT_BSTR},
+                                        {"Type", VT_I4},
+                                        {"DefinedSize", VT_I4, true},
+                                        {"Attrib", VT_I4, true, kFieldUnspecified}}),
+        };
+        return kMembers;
+    }
+    HRESULT STDMETHODCALLTYPE Item(const VARIANT& index, IDispatch** field) {
+        return Guarded([&] { *field = FieldAt(rows_, index).Detach(); });
+    }
+    HRESULT STDMETHODCALLTYPE Count(std::int32_t* count) {
+        return Guarded([&] { *count = rows_->Native().FieldCount(); });
+    }
+    HRESULT STDMETHODCALLTYPE Append(BSTR name, std::int32_t type, std::int32_t, std::int32_t attributes) {
+        return Guarded([&] {
+            const bool nullable = attributes != kFieldUnspecified && (attributes & kFieldNullable) != 0;
+            rows_->Memory().AppendColumn(com::ToUtf8(name), FieldTypeOf(type), nullable);
+        });
+    }
+
+    com::Ref<RecordsetObject> rows_;
+};
 
 }  // namespace
 

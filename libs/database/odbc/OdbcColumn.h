@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <string>
+#include <string_view>
 
 #include "OdbcStatement.h"
 #include "values/Value.h"
@@ -26,5 +27,10 @@ struct OdbcColumn {
     /// The form in which the driver writes the cell.
     SQLSMALLINT BufferType() const;
 };
+
+/// A number as a server writes it ("-1234.5600", with a point or a comma before the decimals and nothing between the
+/// thousands), exact to four decimals; what is beyond rounds half to even. OverflowError or TypeMismatchError names the
+/// column.
+Currency ExactDecimal(std::string_view digits, std::string_view column);
 
 }  // namespace vlm::data::odbc

@@ -1,9 +1,8 @@
 #include "odbc/OdbcConnection.h"
 
-#include "OdbcError.h"
+#include "OdbcHandle.h"
 #include "OdbcRecordset.h"
 #include "OdbcUpdatableRecordset.h"
-#include "SchemaQualifier.h"
 #include "database/MemoryRecordset.h"
 #include "values/Error.h"
 #include "values/Utf8.h"

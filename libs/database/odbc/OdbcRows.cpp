@@ -5,8 +5,6 @@
 #include <cstring>
 #include <utility>
 
-#include "ExactDecimal.h"
-#include "OdbcError.h"
 #include "values/ColumnConversion.h"
 #include "values/Number.h"
 

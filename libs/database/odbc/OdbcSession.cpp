@@ -3,9 +3,6 @@
 #include <array>
 #include <utility>
 
-#include "OdbcDiagnostics.h"
-#include "OdbcError.h"
-
 namespace vlm::data::odbc {
 
 namespace {

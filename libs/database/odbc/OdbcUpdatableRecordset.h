@@ -6,7 +6,6 @@
 
 #include "OdbcStatement.h"
 #include "database/EditedRows.h"
-#include "database/TableSelect.h"
 
 namespace vlm::data::odbc {
 

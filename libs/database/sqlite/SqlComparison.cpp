@@ -1,5 +1,3 @@
-#include "SqlComparison.h"
-
 #include <algorithm>
 #include <array>
 #include <charconv>
@@ -7,6 +5,7 @@
 #include <utility>
 
 #include "SqlDateLiteral.h"
+#include "SqlExpression.h"
 #include "database/SqlTokens.h"
 #include "values/Error.h"
 #include "values/Utf8.h"

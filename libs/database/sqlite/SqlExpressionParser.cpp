@@ -1,8 +1,5 @@
 #include "SqlExpressionParser.h"
 
-#include "SqlComparison.h"
-#include "SqlFunctions.h"
-
 namespace vlm::data {
 
 namespace {

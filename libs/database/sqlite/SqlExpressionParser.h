@@ -4,7 +4,6 @@
 #include <vector>
 
 #include "SqlExpression.h"
-#include "SqlScope.h"
 #include "SqlTranslation.h"
 
 namespace vlm::data {

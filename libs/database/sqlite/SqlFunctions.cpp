@@ -1,10 +1,8 @@
-#include "SqlFunctions.h"
-
 #include <algorithm>
 #include <iterator>
 
-#include "SqlComparison.h"
 #include "SqlDateLiteral.h"
+#include "SqlExpression.h"
 #include "database/SqlTokens.h"
 #include "values/Utf8.h"
 

@@ -2,7 +2,7 @@
 
 #include <charconv>
 
-#include "SqlComparison.h"
+#include "SqlExpression.h"
 #include "values/Utf8.h"
 
 namespace vlm::data {

@@ -5,7 +5,6 @@
 #include <vector>
 
 #include "SqlExpressionParser.h"
-#include "SqlScope.h"
 #include "SqlTranslation.h"
 
 namespace vlm::data {

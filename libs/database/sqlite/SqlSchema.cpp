@@ -1,4 +1,4 @@
-#include "sqlite/SqlSchema.h"
+#include "SqlSchema.h"
 
 #include <algorithm>
 

@@ -1,6 +1,6 @@
-#include "sqlite/SqlTranslator.h"
+#include "SqlTranslator.h"
 
-#include "SqlComparison.h"
+#include "SqlExpression.h"
 #include "SqlQueryParser.h"
 #include "SqlTranslation.h"
 #include "values/Error.h"

@@ -7,8 +7,8 @@
 #include <string>
 #include <string_view>
 
-#include "sqlite/SqlSchema.h"
-#include "sqlite/SqliteSession.h"
+#include "SqlSchema.h"
+#include "SqliteSession.h"
 
 namespace vlm::data {
 

@@ -4,12 +4,12 @@
 #include <sqlite3.h>
 
 #include "SqlExpression.h"
+#include "SqlTranslator.h"
 #include "SqliteCatalog.h"
+#include "SqliteRecordset.h"
+#include "SqliteSession.h"
 #include "SqliteUpdatableRecordset.h"
 #include "database/ConnectionText.h"
-#include "sqlite/SqlTranslator.h"
-#include "sqlite/SqliteRecordset.h"
-#include "sqlite/SqliteSession.h"
 #include "values/Error.h"
 #include "values/Utf8.h"
 

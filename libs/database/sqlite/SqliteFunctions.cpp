@@ -1,17 +1,123 @@
-#include "SqliteFunctions.h"
-
+#include <algorithm>
 #include <cmath>
+#include <memory>
+#include <optional>
 #include <sqlite3.h>
 #include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
 
-#include "LikePattern.h"
 #include "SqlExpression.h"
+#include "SqliteSession.h"
 #include "values/Error.h"
 #include "values/Utf8.h"
 
 namespace vlm::data {
 
 namespace {
+
+/// A pattern of LIKE as the host's server reads it: `%` any characters, `_` one, `[a-f]` and `[^a-f]` one of a class.
+/// Without regard to case, for letters with accents too.
+class LikePattern {
+public:
+    /// `escape` (0 for none) takes the character after it for itself.
+    explicit LikePattern(std::string_view pattern, char32_t escape = 0);
+
+    bool Matches(std::string_view value) const noexcept;
+
+private:
+    enum class Kind { Character, Any, AnyRun, Class };
+    struct Element {
+        Kind kind = Kind::Character;
+        char32_t character = 0;
+        bool negated = false;
+        std::vector<std::pair<char32_t, char32_t>> ranges;
+    };
+    static bool TakeClass(std::string_view& rest, Element& element);
+    static bool Accepts(const Element& element, char32_t character) noexcept;
+
+    std::vector<Element> elements_;
+};
+
+char32_t TakeFolded(std::string_view& rest) noexcept { return text::ToLower(text::Decode(rest)); }
+
+LikePattern::LikePattern(std::string_view pattern, char32_t escape) {
+    while (!pattern.empty()) {
+        Element element;
+        const bool opensClass = pattern.front() == '[';
+        if (opensClass && TakeClass(pattern, element)) {
+            elements_.push_back(std::move(element));
+            continue;
+        }
+        char32_t character = text::Decode(pattern);
+        if (escape != 0 && character == escape && !pattern.empty()) {
+            character = text::Decode(pattern);
+        } else if (character == '%') {
+            element.kind = Kind::AnyRun;
+        } else if (character == '_') {
+            element.kind = Kind::Any;
+        }
+        element.character = text::ToLower(character);
+        elements_.push_back(std::move(element));
+    }
+}
+
+/// False, with nothing taken, when the bracket does not close: it then stands for itself.
+bool LikePattern::TakeClass(std::string_view& rest, Element& element) {
+    const std::size_t end = rest.find(']', 1);
+    if (end == std::string_view::npos) return false;
+    std::string_view members = rest.substr(1, end - 1);
+    element.kind = Kind::Class;
+    element.negated = !members.empty() && members.front() == '^';
+    if (element.negated) members.remove_prefix(1);
+    while (!members.empty()) {
+        const char32_t first = TakeFolded(members);
+        char32_t last = first;
+        if (members.size() > 1 && members.front() == '-') {
+            members.remove_prefix(1);
+            last = TakeFolded(members);
+        }
+        element.ranges.emplace_back(first, last);
+    }
+    rest.remove_prefix(end + 1);
+    return true;
+}
+
+bool LikePattern::Accepts(const Element& element, char32_t character) noexcept {
+    if (element.kind == Kind::Any) return true;
+    if (element.kind == Kind::Character) return element.character == character;
+    const bool member = std::any_of(element.ranges.begin(), element.ranges.end(), [character](const auto& range) {
+        return character >= range.first && character <= range.second;
+    });
+    return member != element.negated;
+}
+
+/// Where a character does not fit, the last run takes one character more: earlier runs never need to.
+bool LikePattern::Matches(std::string_view value) const noexcept {
+    std::size_t element = 0;
+    std::optional<std::size_t> run;
+    std::string_view afterRun;
+    while (!value.empty()) {
+        if (element < elements_.size() && elements_[element].kind == Kind::AnyRun) {
+            run = element++;
+            afterRun = value;
+            continue;
+        }
+        std::string_view next = value;
+        if (element < elements_.size() && Accepts(elements_[element], TakeFolded(next))) {
+            ++element;
+            value = next;
+            continue;
+        }
+        if (!run) return false;
+        text::Decode(afterRun);
+        value = afterRun;
+        element = *run + 1;
+    }
+    while (element < elements_.size() && elements_[element].kind == Kind::AnyRun) ++element;
+    return element == elements_.size();
+}
 
 std::string_view ViewOf(const void* bytes, int size) {
     return {static_cast<const char*>(bytes), static_cast<std::size_t>(size)};

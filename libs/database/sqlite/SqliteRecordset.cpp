@@ -1,8 +1,9 @@
-#include "sqlite/SqliteRecordset.h"
+#include "SqliteRecordset.h"
 
 #include <charconv>
 #include <sqlite3.h>
 
+#include "sqlite/SqliteConnection.h"
 #include "values/ColumnConversion.h"
 #include "values/Error.h"
 #include "values/Number.h"
@@ -257,6 +258,10 @@ Value SqliteRecordset::ValueOf(int ordinal) const {
     sqlite3_value* const cell = Cell(ordinal);
     if (sqlite3_value_type(cell) == SQLITE_NULL) return {};
     return ShownValue(columns_[static_cast<std::size_t>(ordinal)].type, cell);
+}
+
+std::string_view DeclaredTypeOf(const Recordset& rows, int ordinal) {
+    return dynamic_cast<const SqliteRecordset&>(rows).DeclaredType(ordinal);
 }
 
 }  // namespace vlm::data

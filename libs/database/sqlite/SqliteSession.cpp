@@ -1,9 +1,8 @@
-#include "sqlite/SqliteSession.h"
+#include "SqliteSession.h"
 
 #include <algorithm>
 #include <sqlite3.h>
 
-#include "SqliteFunctions.h"
 #include "database/SqlTokens.h"
 #include "values/Error.h"
 #include "values/Utf8.h"

@@ -1,5 +1,4 @@
-#include "ado/RecordsetMaker.h"
-
+#include "ado/AdoConnection.h"
 #include "values/Error.h"
 
 namespace vlm::data::ado {

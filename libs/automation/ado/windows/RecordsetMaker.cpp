@@ -1,5 +1,4 @@
-#include "ado/RecordsetMaker.h"
-
+#include "ado/AdoConnection.h"
 #include "automation/ErrorReport.h"
 #include "values/Error.h"
 

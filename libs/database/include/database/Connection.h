@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "database/UpdatableRecordset.h"
+#include "values/Error.h"
 
 namespace vlm::data {
 
@@ -27,7 +28,9 @@ public:
 
     /// Opens a "SELECT * FROM Table [WHERE ...] [ORDER BY ...]" over one table whose rows may be changed and added.
     /// Never null; must not outlive the connection. What it writes belongs to the connection's transaction, if any.
-    virtual UpdatableRecordsetPtr OpenForUpdate(std::string_view sql);
+    virtual UpdatableRecordsetPtr OpenForUpdate(std::string_view /*sql*/) {
+        throw Error("Le righe di questa connessione non si possono modificare.");
+    }
 
     virtual void BeginTransaction() = 0;
     virtual void CommitTransaction() = 0;

@@ -1,18 +1,19 @@
 #pragma once
 
-#include <atomic>
 #include <cstdint>
-#include <list>
 #include <memory>
-#include <mutex>
 #include <string>
-#include <thread>
-
-#include "asltds/ServedFolder.h"
-#include "asltds/Session.h"
-#include "asltds/Socket.h"
 
 namespace vlm::host::tds {
+
+/// What can go wrong with a server, to test clients with. Without any it all goes well.
+struct Faults {
+    std::int64_t endAfterRows = 0;    // it goes away when one row set has sent so many rows
+    std::int64_t failAfterRows = 0;   // a row set ends after so many rows, because another user's work came first
+    std::string endAtStatement = {};  // it goes away instead of running a batch with this text
+    bool endAtCommit = false;         // it goes away instead of committing
+    bool endAfterCommit = false;      // it commits, says so, and goes away
+};
 
 /// A database server over a folder of embedded databases, on this machine only, for clients that speak TDS 7.1 to 7.4.
 /// A thread accepts connections, each connection has one of its own.
@@ -32,31 +33,13 @@ public:
     /// Ends every connection, whatever its client is doing.
     ~TdsServer();
 
-    int Port() const { return listener_.Port(); }
+    int Port() const;
     /// Breaks every connection off and accepts no more. Any thread may call it.
-    void GoAway() noexcept { BreakOff(nullptr); }
+    void GoAway() noexcept;
 
 private:
-    struct Client {
-        Client(int handle, const SessionSetup& settings) : socket(handle), setup(settings) {}
-        Socket socket;
-        SessionSetup setup;
-        std::thread thread;
-        std::atomic<bool> ended = false;
-    };
-    /// `last` is told at last, so that its client finds the others gone.
-    void BreakOff(Socket* last) noexcept;
-    void AcceptClients();
-    void Start(int handle);
-    void ForgetEnded();
-
-    ServedFolder folder_;
-    Socket listener_;
-    SessionSetup setup_;
-    std::mutex mutex_;  // of what follows
-    bool gone_ = false;
-    std::list<Client> clients_;
-    std::thread accepting_;
+    class Clients;
+    std::unique_ptr<Clients> clients_;
 };
 
 }  // namespace vlm::host::tds

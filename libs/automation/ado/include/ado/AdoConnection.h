@@ -1,9 +1,17 @@
 #pragma once
 
-#include "ado/RecordsetMaker.h"
+#include <functional>
+
+#include "automation/LateBound.h"
 #include "database/Connection.h"
 
 namespace vlm::data::ado {
+
+/// Makes a row set that is closed and on no connection, as a host's own code would.
+using RecordsetMaker = std::function<com::LateBound()>;
+
+/// The machine's own row sets. Throws Error where there are none.
+com::LateBound NewMachineRecordset();
 
 /// A host's connection, called by name. Errors keep the number, the source and the description that it gives. Never
 /// opened and never closed here.

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ado/NativeData.h"
+#include "ado/AdoTypes.h"
 #include "automation/Object.h"
 
 namespace vlm::data::ado {

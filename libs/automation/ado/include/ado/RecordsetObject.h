@@ -2,7 +2,7 @@
 
 #include <memory>
 
-#include "ado/NativeData.h"
+#include "ado/AdoTypes.h"
 #include "automation/Object.h"
 #include "database/MemoryRecordset.h"
 #include "database/UpdatableRecordset.h"

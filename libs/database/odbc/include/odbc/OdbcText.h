@@ -33,4 +33,9 @@ private:
     std::vector<Entry> entries_;
 };
 
+/// The statement with the schema written out where a database is named without one: `Aldra..Comune` becomes
+/// `Aldra.dbo.Comune`, for engines that do not take a column's name with an empty schema. Literals, comments and all
+/// else stay as they are.
+std::string WithSchema(std::string_view sql);
+
 }  // namespace vlm::data::odbc

@@ -50,4 +50,7 @@ private:
     bool inTransaction_ = false;
 };
 
+/// As the table declares the column of rows that a SqliteConnection opened ("VARCHAR(30)"); "" for an expression.
+std::string_view DeclaredTypeOf(const Recordset& rows, int ordinal);
+
 }  // namespace vlm::data

@@ -4,9 +4,9 @@
 #include <string>
 #include <vector>
 
+#include "SqlTranslator.h"
+#include "SqliteSession.h"
 #include "database/Recordset.h"
-#include "sqlite/SqlTranslator.h"
-#include "sqlite/SqliteSession.h"
 
 struct sqlite3_value;
 

@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "asltds/Socket.h"
+#include "Socket.h"
 
 namespace vlm::host::tds {
 

@@ -3,9 +3,10 @@
 #include <string>
 #include <vector>
 
-#include "asltds/Statements.h"
+#include "Databases.h"
+#include "Statements.h"
 
-/// Statements that define tables, views, indices and procedures, in a form that the databases take.
+/// What clients write and the databases do not know, in a form that they take.
 namespace vlm::host::tds {
 
 /// CREATE, ALTER or DROP of a table, view or index.
@@ -20,5 +21,9 @@ struct ProcedureDefinition {
     /// Throws vlm::Error for another form.
     static ProcedureDefinition Parse(const Tokens& statement);
 };
+
+/// The statement with what only the server knows put into it: @@TRANCOUNT, @@SPID, @@VERSION, DB_ID('Name'),
+/// DB_NAME(), OBJECT_ID('Name') and the rows of sys.databases.
+Tokens WithSystemValues(const Tokens& statement, const ServedFolder& folder, const CurrentDatabase& database);
 
 }  // namespace vlm::host::tds

@@ -2,8 +2,8 @@
 
 #include <string>
 
-#include "asltds/WireBytes.h"
-#include "sqlite/SqliteRecordset.h"
+#include "WireBytes.h"
+#include "database/Recordset.h"
 
 namespace vlm::host::tds {
 
@@ -14,11 +14,11 @@ inline constexpr std::string_view kLatinCollation("\x09\x04\xD0\x00\x34", 5);
 class ColumnFormat {
 public:
     /// `largeTexts`: texts without a limit go in pieces, as they do from version 7.2 on.
-    ColumnFormat(const data::SqliteRecordset& rows, int ordinal, bool largeTexts);
+    ColumnFormat(const data::Recordset& rows, int ordinal, bool largeTexts);
 
     void AddDescription(ByteString& out) const;
     /// The current row's cell. Throws vlm::Error for one that its declared type cannot hold.
-    void AddCell(const data::SqliteRecordset& rows, ByteString& out) const;
+    void AddCell(const data::Recordset& rows, ByteString& out) const;
 
 private:
     enum class Kind { Bit, Integer, Float, Money, Decimal, DateTime, Ansi, Wide };
@@ -26,11 +26,11 @@ private:
     void TakeTextType(std::string_view declared);
     void AddType(ByteString& out) const;
     void AddNull(ByteString& out) const;
-    void AddInteger(const data::SqliteRecordset& rows, ByteString& out) const;
-    void AddFloat(const data::SqliteRecordset& rows, ByteString& out) const;
-    void AddMoney(const data::SqliteRecordset& rows, ByteString& out) const;
-    void AddDateTime(const data::SqliteRecordset& rows, ByteString& out) const;
-    void AddText(const data::SqliteRecordset& rows, ByteString& out) const;
+    void AddInteger(const data::Recordset& rows, ByteString& out) const;
+    void AddFloat(const data::Recordset& rows, ByteString& out) const;
+    void AddMoney(const data::Recordset& rows, ByteString& out) const;
+    void AddDateTime(const data::Recordset& rows, ByteString& out) const;
+    void AddText(const data::Recordset& rows, ByteString& out) const;
 
     int ordinal_;
     std::string name_;

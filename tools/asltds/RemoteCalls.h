@@ -4,8 +4,8 @@
 #include <string>
 #include <vector>
 
-#include "asltds/Parameters.h"
-#include "asltds/ServerStatements.h"
+#include "Parameters.h"
+#include "ServerStatements.h"
 
 namespace vlm::host::tds {
 

@@ -1,15 +1,20 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <string_view>
 #include <vector>
 
-#include "asltds/ColumnFormat.h"
-#include "asltds/PacketStream.h"
-#include "asltds/ServerError.h"
+#include "ColumnFormat.h"
+#include "PacketStream.h"
+#include "ServerError.h"
+#include "asltds/TdsServer.h"
 
 namespace vlm::host::tds {
+
+/// The kinds of statement as a closing token numbers them; 0 is any other.
+enum Command { kSelectCommand = 0xC1, kInsertCommand = 0xC3, kDeleteCommand = 0xC4, kUpdateCommand = 0xC5 };
 
 /// What a closing token says is over.
 enum class Done { Statement = 0xFD, Procedure = 0xFE, InProcedure = 0xFF };
@@ -36,7 +41,7 @@ public:
     void Failed(const ServerError& error);
     void Columns(const std::vector<ColumnFormat>& columns);
     /// Nothing of a row is written when a cell throws.
-    void Row(const std::vector<ColumnFormat>& columns, const data::SqliteRecordset& rows);
+    void Row(const std::vector<ColumnFormat>& columns, const data::Recordset& rows);
     void ReturnStatus(int status);
     /// The output parameter that carries the number of a prepared statement.
     void ReturnHandle(int handle);
@@ -66,6 +71,31 @@ private:
     std::uint32_t version_ = 0;
     ByteString token_;
     std::optional<Closing> closing_;
+};
+
+/// The client gave up on the answer.
+class Cancelled {};
+
+/// Sends row sets while they are read.
+class RowSender {
+public:
+    /// `goAway` is called when a fault says so, and the connection has ended.
+    RowSender(PacketStream& packets, TokenWriter& writer, const Faults& faults, std::function<void()> goAway)
+        : packets_(&packets), writer_(&writer), faults_(faults), goAway_(std::move(goAway)) {}
+
+    /// Every row set of a statement, each closed by `what`; `counted` tells how many rows it had.
+    void Send(data::Recordset& rows, Done what, bool counted);
+    /// The columns of the first row set, as if it had no rows.
+    void Describe(const data::Recordset& rows);
+
+private:
+    std::vector<ColumnFormat> SendColumns(const data::Recordset& rows);
+    std::int64_t SendOne(data::Recordset& rows);
+
+    PacketStream* packets_;
+    TokenWriter* writer_;
+    const Faults& faults_;
+    std::function<void()> goAway_;
 };
 
 }  // namespace vlm::host::tds

@@ -1,4 +1,4 @@
-#include "OdbcDiagnostics.h"
+#include "OdbcHandle.h"
 
 #include <algorithm>
 #include <array>

@@ -79,4 +79,7 @@ private:
     std::uint64_t statement_ = 0;
 };
 
+/// Gives a connection the collation and the functions that translated statements use, and its LIKE. Throws Error.
+void RegisterFunctions(sqlite3* database);
+
 }  // namespace vlm::data

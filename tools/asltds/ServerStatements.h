@@ -1,8 +1,7 @@
 #pragma once
 
-#include "asltds/CurrentDatabase.h"
-#include "asltds/RowSender.h"
-#include "asltds/Statements.h"
+#include "Databases.h"
+#include "Statements.h"
 
 namespace vlm::host::tds {
 

@@ -4,8 +4,8 @@
 #include <string>
 #include <vector>
 
-#include "asltds/Statements.h"
-#include "asltds/WireBytes.h"
+#include "Statements.h"
+#include "WireBytes.h"
 
 namespace vlm::host::tds {
 

@@ -4,8 +4,8 @@
 #include <string_view>
 #include <vector>
 
+#include "SqlSchema.h"
 #include "database/SqlTokens.h"
-#include "sqlite/SqlSchema.h"
 
 namespace vlm::data {
 

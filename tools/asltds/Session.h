@@ -1,14 +1,9 @@
 #pragma once
 
-#include <cstdint>
 #include <functional>
 #include <string>
 
-#include "asltds/CurrentDatabase.h"
-#include "asltds/Faults.h"
-#include "asltds/RemoteCalls.h"
-#include "asltds/RowSender.h"
-#include "asltds/ServerStatements.h"
+#include "RemoteCalls.h"
 
 namespace vlm::host::tds {
 
