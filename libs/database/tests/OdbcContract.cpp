@@ -1,5 +1,4 @@
-#include "support/OdbcContract.h"
-
+#include "support/ConnectionContract.h"
 #include "support/RowText.h"
 #include "values/Error.h"
 

@@ -1,7 +1,7 @@
 #include <cstdlib>
 
 #include "odbc/OdbcConnection.h"
-#include "support/OdbcContract.h"
+#include "support/ConnectionContract.h"
 #include "support/TempFolder.h"
 
 namespace vlm::data::testing {

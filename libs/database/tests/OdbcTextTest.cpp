@@ -1,7 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "ExactDecimal.h"
-#include "SchemaQualifier.h"
+#include "OdbcColumn.h"
 #include "odbc/OdbcConnection.h"
 #include "support/RowText.h"
 #include "values/Error.h"
@@ -40,10 +39,7 @@ TEST(OdbcText, FaultsAreToldWithoutTheSecret) {
 }
 
 TEST(OdbcSchema, IsWrittenOutByTokens) {
-    const struct {
-        const char* sql;
-        const char* qualified;
-    } cases[] = {
+    const std::pair<const char*, const char*> cases[] = {
         {"SELECT Aldra..Comune.CodiceISTAT FROM V LEFT JOIN Aldra..Comune ON V.ID = Aldra..Comune.ID",
          "SELECT Aldra.dbo.Comune.CodiceISTAT FROM V LEFT JOIN Aldra.dbo.Comune ON V.ID = Aldra.dbo.Comune.ID"},
         {"SELECT * FROM [Una..base]..[T..x] WHERE a = 'Aldra..Comune' -- Aldra..Comune",
@@ -53,31 +49,28 @@ TEST(OdbcSchema, IsWrittenOutByTokens) {
         {"SELECT dbo.T.C, 1.5, T.* FROM Aldra.dbo.T", "SELECT dbo.T.C, 1.5, T.* FROM Aldra.dbo.T"},
         {"", ""},
     };
-    for (const auto& each : cases) EXPECT_EQ(odbc::WithSchema(each.sql), each.qualified);
+    for (const auto& [sql, qualified] : cases) EXPECT_EQ(odbc::WithSchema(sql), qualified);
 }
 
 TEST(OdbcDecimal, IsExactAndRoundsHalfToEven) {
-    const struct {
-        const char* digits;
-        std::int64_t units;
-    } cases[] = {{"0", 0},
-                 {"-0.0001", -1},
-                 {"12.3456", 123456},
-                 {"1.234", 12340},
-                 {"-1.5", -15000},
-                 {"1234567.1", 12345671000},
-                 {".25", 2500},
-                 {"7,5", 75000},
-                 {"0.00005", 0},
-                 {"0.00015", 2},
-                 {"-0.00015", -2},
-                 {"0.000050000001", 1},
-                 {"99999999999999.9999", 999999999999999999},
-                 {"922337203685477.5807", INT64_MAX},
-                 {"-922337203685477.5808", INT64_MIN},
-                 {"-922337203685477.5807", -INT64_MAX},
-                 {"00000000000000000000001.1", 11000}};
-    for (const auto& each : cases) EXPECT_EQ(ExactDecimal(each.digits, "Importo").Units(), each.units) << each.digits;
+    const std::pair<const char*, std::int64_t> cases[] = {{"0", 0},
+                                                          {"-0.0001", -1},
+                                                          {"12.3456", 123456},
+                                                          {"1.234", 12340},
+                                                          {"-1.5", -15000},
+                                                          {".25", 2500},
+                                                          {"1234567.1", 12345671000},
+                                                          {"7,5", 75000},
+                                                          {"0.00005", 0},
+                                                          {"0.00015", 2},
+                                                          {"-0.00015", -2},
+                                                          {"0.000050000001", 1},
+                                                          {"99999999999999.9999", 999999999999999999},
+                                                          {"922337203685477.5807", INT64_MAX},
+                                                          {"-922337203685477.5808", INT64_MIN},
+                                                          {"-922337203685477.5807", -INT64_MAX},
+                                                          {"00000000000000000000001.1", 11000}};
+    for (const auto& [digits, units] : cases) EXPECT_EQ(ExactDecimal(digits, "Importo").Units(), units) << digits;
     EXPECT_THROW(ExactDecimal("922337203685477.5808", "Importo"), OverflowError);
     EXPECT_THROW(ExactDecimal("99999999999999999999999999999999999999", "Importo"), OverflowError);
     EXPECT_THROW(ExactDecimal("uno", "Importo"), TypeMismatchError);

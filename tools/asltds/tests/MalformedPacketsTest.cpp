@@ -5,8 +5,8 @@
 #include <sys/socket.h>
 #include <unistd.h>
 
+#include "WireBytes.h"
 #include "asltds/TdsServer.h"
-#include "asltds/WireBytes.h"
 #include "support/DatabaseFolder.h"
 
 namespace vlm::host::tds::testing {
@@ -77,64 +77,56 @@ std::string Login(std::uint64_t offset = 94, std::uint64_t length = 0, std::uint
 }
 
 const std::string kHeaders = Number(4, 4);
-const std::string kByNumber = kHeaders + Number(0xFFFF, 2);
 
 TEST(MalformedPackets, EndTheConnectionAndNothingElse) {
     const data::testing::DatabaseFolder folder;
     const TdsServer server(folder.Path().string(), {});
-    const auto parameter = [](const std::string& type) { return kByNumber + Number(10, 2) + Number(0, 2) + type; };
-    const struct {
-        const char* name;
-        bool loggedIn;
-        std::string bytes;
-    } cases[] = {
-        {"no packet", false, "GET / HTTP/1.1\r\n\r\n"},
-        {"a packet without room for its header", false, std::string("\x10\x01\x00\x07\0\0\0\0", 8)},
-        {"a batch without login", false, Packet(1, kHeaders + Wide("SELECT 1"))},
-        {"an empty login", false, Packet(16, "")},
-        {"a login that ends early", false, Packet(16, Login().substr(0, 60))},
-        {"a login's text behind its end", false, Packet(16, Login(90, 9000))},
-        {"a login of an old protocol", false, Packet(16, Login(94, 0, 0x70000000))},
-        {"a type that is none", true, Packet(99, "x")},
-        {"a message that changes its type", true, Packet(1, kHeaders, 0) + Packet(3, kHeaders)},
-        {"a batch without headers", true, Packet(1, "")},
-        {"headers longer than the batch", true, Packet(1, Number(400, 4) + Wide("SELECT 1"))},
-        {"headers shorter than their length", true, Packet(1, Number(3, 4) + Wide("SELECT 1"))},
-        {"half a character", true, Packet(1, kHeaders + Wide("SELECT 1") + "x")},
-        {"a call without a name", true, Packet(3, kHeaders + Number(200, 2))},
-        {"a call without options", true, Packet(3, kByNumber + Number(10, 2))},
-        {"a parameter's name behind the end", true, Packet(3, parameter("\x40"))},
-        {"an integer of three bytes", true, Packet(3, parameter(std::string("\0\0\x26\x03\x03xyz", 8)))},
-        {"a text behind the end", true, Packet(3, parameter(std::string("\0\0\xE7\x08\0AAAAA\x40\0xx", 14)))},
-        {"a text's piece behind the end", true,
-         Packet(3, parameter(std::string("\0\0\xE7\xFF\xFF"
-                                         "AAAAA",
-                                         10) +
-                             Number(8, 8) + Number(0x7FFFFFFF, 4)))},
-        {"a date of nine bytes", true, Packet(3, parameter(std::string("\0\0\x6F\x09\x09", 5) + "123456789"))},
-        {"a time of day of 200 bytes", true,
-         Packet(3, parameter(std::string("\0\0\x29\x07\xC8", 5) + std::string(200, 'x')))},
-        {"a moment after the last day", true,
-         Packet(3, parameter(std::string("\0\0\x6F\x08\x08", 5) + std::string(8, '\x7F')))},
-        {"a number of 18 bytes", true,
-         Packet(3, parameter(std::string("\0\0\x6A\x11\x26\x04\x12", 7) + std::string(18, 'x')))},
-        {"a transaction without a request", true, Packet(14, kHeaders + "x")},
-        {"the end in the middle of a packet", true, Packet(1, kHeaders + Wide("SELECT 1")).substr(0, 20)},
-    };
-    for (const auto& each : cases) {
+    const auto ends = [&](bool loggedIn, const std::string& bytes, const std::string& name) {
         const RawClient client(server.Port());
-        if (each.loggedIn) {
+        if (loggedIn) {
             client.Send(Packet(16, Login()));
-            ASSERT_NE(client.ReceiveMessage(), "") << each.name;
+            ASSERT_NE(client.ReceiveMessage(), "") << name;
         }
-        client.Send(each.bytes);
+        client.Send(bytes);
         client.EndSending();
-        EXPECT_FALSE(client.AnswersBeforeItEnds()) << each.name;
+        EXPECT_FALSE(client.AnswersBeforeItEnds()) << name;
+    };
+    ends(false, "GET / HTTP/1.1\r\n\r\n", "no packet");
+    ends(false, std::string("\x10\x01\x00\x07\0\0\0\0", 8), "a packet without room for its header");
+    ends(false, Packet(1, kHeaders + Wide("SELECT 1")), "a batch without login");
+    ends(false, Packet(16, Login(90, 9000)), "a login's text behind its end");
+    ends(false, Packet(16, Login(94, 0, 0x70000000)), "a login of an old protocol");
+    ends(true, Packet(99, "x"), "a type that is none");
+    ends(true, Packet(1, kHeaders, 0) + Packet(3, kHeaders), "a message that changes its type");
+    ends(true, Packet(1, Number(400, 4) + Wide("SELECT 1")), "headers longer than the batch");
+    ends(true, Packet(1, Number(3, 4) + Wide("SELECT 1")), "headers shorter than their length");
+    ends(true, Packet(1, kHeaders + Wide("SELECT 1") + "x"), "half a character");
+
+    // What ends early, wherever it does.
+    const std::string login = Login(), batch = Packet(1, kHeaders + Wide("SELECT 1 AS N"));
+    for (std::size_t size = 0; size < login.size(); size += 9) ends(false, Packet(16, login.substr(0, size)), "login");
+    for (std::size_t size = 1; size < batch.size(); size += 3) ends(true, batch.substr(0, size), "packet");
+    const std::pair<const char*, std::string> parameters[] = {
+        {"a name", "\x40"},
+        {"an integer of three bytes", std::string("\0\0\x26\x03\x03xyz", 8)},
+        {"a text", std::string("\0\0\xE7\x08\0AAAAA\x40\0xx", 14)},
+        {"a text's piece", std::string("\0\0\xE7\xFF\xFF-----", 10) + Number(8, 8) + Number(0x7FFFFFFF, 4)},
+        {"a date of nine bytes", std::string("\0\0\x6F\x09\x09", 5) + "123456789"},
+        {"a time of 200 bytes", std::string("\0\0\x29\x07\xC8", 5) + std::string(200, 'x')},
+        {"a moment after the last day", std::string("\0\0\x6F\x08\x08", 5) + std::string(8, '\x7F')},
+        {"a number of 18 bytes", std::string("\0\0\x6A\x11\x26\x04\x12", 7) + std::string(18, 'x')},
+    };
+    const std::string call = kHeaders + Number(0xFFFF, 2) + Number(10, 2) + Number(0, 2);
+    for (std::size_t size = 0; size < call.size(); ++size) {
+        if (size != kHeaders.size()) ends(true, Packet(3, call.substr(0, size)), "a call of " + std::to_string(size));
     }
+    for (const auto& [name, bytes] : parameters) ends(true, Packet(3, call + bytes), name);
+    ends(true, Packet(14, kHeaders + "x"), "a transaction without a request");
+
     const RawClient client(server.Port());
     client.Send(Packet(16, Login()));
     client.ReceiveMessage();
-    client.Send(Packet(1, kHeaders + Wide("SELECT 1 AS N")));
+    client.Send(batch);
     EXPECT_EQ(static_cast<unsigned char>(client.ReceiveMessage().front()), 0x81);
 }
 

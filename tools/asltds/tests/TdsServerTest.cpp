@@ -21,12 +21,8 @@ constexpr const char* kTable =
 
 class TdsServerTest : public ::testing::Test {
 protected:
-    void Start(std::int64_t endAfterRows = 0) {
-        server.reset();
-        server.emplace(
-            folder.Path().string(),
-            TdsServer::Options{
-                .port = 0, .user = "prova", .password = "Segreta1!", .faults = {.endAfterRows = endAfterRows}});
+    void Start() {
+        server.emplace(folder.Path().string(), TdsServer::Options{.user = "prova", .password = "Segreta1!"});
     }
     void SetUp() override {
         Start();
@@ -106,8 +102,7 @@ TEST_P(TdsVersions, PutParametersIntoStatements) {
     SQLFreeStmt(client.Statement(), SQL_RESET_PARAMS);
     SQLBindParameter(client.Statement(), 1, SQL_PARAM_INPUT, SQL_C_LONG, SQL_INTEGER, 0, 0, &id, 0, &here);
     const std::string query = "SELECT ID, '@P1 ?' AS T FROM Prova WHERE ID >= ?";
-    EXPECT_EQ(client.PreparedColumns(query), 2);
-    EXPECT_EQ(client.RunBound(query), "8|@P1 ?");
+    EXPECT_EQ(client.RunBound(query, 2), "8|@P1 ?");
     EXPECT_EQ(client.RunBound("{call sp_pkeys('Prova')}"), "Studio0012|dbo|Prova|ID|1|PK_Prova");
 }
 
@@ -116,7 +111,7 @@ TEST_P(TdsVersions, HoldTransactionsTogether) {
     const std::string count = "SELECT COUNT(*) FROM Prova";
     {
         OdbcClient client(server->Port(), "Studio0012", version);
-        client.SetAutocommit(false);
+        client.TakeTransactions();
         client.Run("INSERT INTO Prova (ID) VALUES (1)");
         EXPECT_EQ(Stored(count), "0");
         client.End(SQL_ROLLBACK);
@@ -139,14 +134,11 @@ TEST_P(TdsVersions, HoldTransactionsTogether) {
     EXPECT_EQ(Stored(count), "2");
 }
 
-INSTANTIATE_TEST_SUITE_P(Tds, TdsVersions, ::testing::Values("7.1", "7.2", "7.3", "7.4"));
+INSTANTIATE_TEST_SUITE_P(Tds, TdsVersions, ::testing::Values("7.1", "7.2", "7.3", "7.4;PacketSize=512"));
 
 TEST_F(TdsServerTest, NumbersErrorsAsTheServerThatItStandsFor) {
     OdbcClient client(server->Port());
-    const struct {
-        const char* sql;
-        const char* answer;  // its beginning
-    } cases[] = {
+    const std::pair<const char*, const char*> cases[] = {
         {"SELECT * FROM Assente", "208 "},
         {"SELECT Assente FROM Prova", "207 "},
         {"SP_Assente 12", "2812 "},
@@ -168,9 +160,9 @@ TEST_F(TdsServerTest, NumbersErrorsAsTheServerThatItStandsFor) {
         {"INSERT INTO Prova (ID) VALUES (1) SELECT * FROM Assente INSERT INTO Prova (ID) VALUES (2)",
          "1 changed / 208 "},
     };
-    for (const auto& each : cases) {
-        const std::string answer = client.Run(each.sql);
-        EXPECT_EQ(answer.substr(0, std::string(each.answer).size()), each.answer) << each.sql << ": " << answer;
+    for (const auto& [sql, beginning] : cases) {
+        const std::string answer = client.Run(sql);
+        EXPECT_TRUE(answer.starts_with(beginning)) << sql << ": " << answer;
     }
     for (const char* word : {"IF 1 = 1 ", "BEGIN "}) {
         std::string nested;
@@ -193,17 +185,14 @@ TEST_F(TdsServerTest, LetsInWhoKnowsThePasswordOfADatabase) {
     for (const auto& each : cases) {
         const OdbcClient client(server->Port(), each.database, each.more);
         const std::string error = client.ConnectError();
-        EXPECT_EQ(error.substr(0, std::string(each.error).size()), each.error) << each.more << error;
+        EXPECT_TRUE(*each.error == '\0' ? error.empty() : error.starts_with(each.error)) << each.more << error;
         EXPECT_EQ(error.find("egreta"), std::string::npos);
     }
 }
 
 TEST_F(TdsServerTest, KeepsDatabases) {
     OdbcClient client(server->Port(), "master");
-    const struct {
-        const char* sql;
-        const char* answer;
-    } cases[] = {
+    const std::pair<const char*, const char*> cases[] = {
         {"SELECT name FROM sys.databases ORDER BY name", "Aldra;master;Studio0012"},
         {"IF DB_ID('Studio0013') IS NULL BEGIN CREATE DATABASE [Studio0013] END", "done"},
         {"IF DB_ID('studio0013') IS NULL CREATE DATABASE Studio0013", "done"},
@@ -226,23 +215,9 @@ TEST_F(TdsServerTest, KeepsDatabases) {
         {"DROP PROCEDURE SP_T DROP TABLE IF EXISTS T USE master DROP DATABASE Studio0013", "done"},
         {"SELECT DB_ID('Studio0013') AS N", "NULL"},
     };
-    for (const auto& each : cases) EXPECT_EQ(client.Run(each.sql), each.answer) << each.sql;
-    EXPECT_EQ(client.PrimaryKeys("Studio0012", "Prova"), "Studio0012|dbo|Prova|ID|1|PK_Prova");
-    EXPECT_EQ(client.PrimaryKeys(nullptr, "Prova"), "");
-}
-
-TEST_F(TdsServerTest, SendsWhatDoesNotFitOnePacket) {
-    const std::string note(9000, 'n');
-    std::string insert = "INSERT INTO Prova (ID, Nome, Testo) VALUES ";
-    for (int row = 0; row < 200; ++row) {
-        insert += (row == 0 ? "(" : ", (") + std::to_string(row) + ", 'Nome', '" + note.substr(0, 40 * row) + "')";
-    }
-    OdbcClient client(server->Port(), "Studio0012", "PacketSize=512");
-    EXPECT_EQ(client.Run(insert), "200 changed");
-    EXPECT_EQ(Stored("SELECT SUM(LENGTH(Testo)) FROM Prova"), std::to_string(40 * 199 * 100));
-    const std::string rows = client.Run("SELECT ID, Testo FROM Prova ORDER BY ID");
-    EXPECT_EQ(rows.size(), 10 + 2 * 90 + 3 * 100 + 200 + 199 + 40 * 199 * 100);
-    EXPECT_EQ(rows.substr(0, 45), "0|;1|" + std::string(40, 'n'));
+    for (const auto& [sql, answer] : cases) EXPECT_EQ(client.Run(sql), answer) << sql;
+    EXPECT_EQ(client.Run("Studio0012..sp_pkeys 'Prova'"), "Studio0012|dbo|Prova|ID|1|PK_Prova");
+    EXPECT_EQ(client.Run("sp_pkeys 'Prova'"), "");
 }
 
 TEST_F(TdsServerTest, StopsSendingRowsThatNobodyWants) {
@@ -250,28 +225,16 @@ TEST_F(TdsServerTest, StopsSendingRowsThatNobodyWants) {
     std::string insert = "INSERT INTO Prova (ID) VALUES (0)";
     for (int row = 1; row < 100; ++row) insert += ", (" + std::to_string(row) + ")";
     client.Run(insert);
-    auto* const endless =
-        reinterpret_cast<SQLCHAR*>(const_cast<char*>("SELECT A.* FROM Prova A, Prova B, Prova C, Prova D"));
-    ASSERT_TRUE(SQL_SUCCEEDED(SQLExecDirect(client.Statement(), endless, SQL_NTS)));
+    const std::string endless = "SELECT A.* FROM Prova A, Prova B, Prova C, Prova D";
+    ASSERT_TRUE(SQL_SUCCEEDED(SQLExecDirect(client.Statement(), Text(endless), SQL_NTS)));
     ASSERT_TRUE(SQL_SUCCEEDED(SQLFetch(client.Statement())));
     EXPECT_TRUE(SQL_SUCCEEDED(SQLCancel(client.Statement())));
     EXPECT_EQ(client.Run("SELECT COUNT(*) AS N FROM Prova"), "100");
 }
 
-TEST_F(TdsServerTest, GoesAwayInTheMiddleOfRows) {
-    OdbcClient(server->Port()).Run("INSERT INTO Prova (ID) VALUES (1), (2), (3), (4)");
-    Start(3);
-    OdbcClient client(server->Port()), other(server->Port());
-    EXPECT_EQ(other.Run("SELECT ID FROM Prova WHERE ID <= 2"), "1;2");
-    const std::string rows = client.Run("SELECT ID FROM Prova ORDER BY ID");
-    EXPECT_EQ(rows.substr(0, 8), "1;2;3 ! ") << rows;
-    EXPECT_NE(other.Run("SELECT ID FROM Prova WHERE ID = 1"), "1");
-    EXPECT_NE(OdbcClient(server->Port()).ConnectError(), "");
-}
-
 TEST_F(TdsServerTest, EndsWhatIsOpenAndLeavesPlainFiles) {
     OdbcClient client(server->Port());
-    client.SetAutocommit(false);
+    client.TakeTransactions();
     client.Run("INSERT INTO Prova (ID) VALUES (1)");
     server.reset();
     EXPECT_EQ(Stored("SELECT COUNT(*) FROM Prova"), "0");
