@@ -44,10 +44,10 @@ private:
         std::string InitialCatalog() const override { return database_; }
         data::RecordsetPtr Open(std::string_view sql) override {
             server_.Step(database_ + ": look");
-            found_ = {{"name"}, {}};
+            test::FakeTable found = {{"name"}, {}};
             for (const std::string& name : server_.databases)
-                if (sql.find("'" + name + "'") != std::string_view::npos) found_.rows.push_back({name});
-            return std::make_unique<test::FakeRecordset>(found_);
+                if (sql.find("'" + name + "'") != std::string_view::npos) found.rows.push_back({name});
+            return test::RowsOf(found);
         }
         std::int64_t Execute(std::string_view sql) override {
             // Of a statement to a database, what it does.
@@ -74,7 +74,6 @@ private:
         FakeServer& server_;
         std::string database_;
         std::vector<std::string> written_;
-        test::FakeTable found_;
         bool inTransaction_ = false;
     };
 
