@@ -22,7 +22,7 @@ constexpr int kPerQuarter = 10;
 constexpr int kQuarters = kDemoMonths / 3;
 constexpr int kClosed = 4;
 constexpr int kProvided = 1, kSuspended = 2, kProvidedAtHome = 10;  // states of the accesses
-constexpr std::string_view kPathologies[] = {"43890", "71590", "3420", "72610", "8200"};
+constexpr std::string_view kTreatedPathologies[] = {"43890", "71590", "3420", "72610", "8200"};
 constexpr int kForeignCitizenships[] = {276, 20, 201};
 
 class Filler {
@@ -48,7 +48,7 @@ public:
                        (firstOfQuarter.month - 1) / 3 + 1, 1000 + key_,
                        comuni_.All()[static_cast<std::size_t>(patient.homeComune - 1)].istat,
                        OrNull(random_.Percent(8) ? random_.Of(kForeignCitizenships) : 0), random_.Between(1, 4),
-                       random_.Between(1, 5), random_.Of(kPathologies), text::FormatZeros(50000 + key_, 6),
+                       random_.Between(1, 5), random_.Of(kTreatedPathologies), text::FormatZeros(50000 + key_, 6),
                        IsoDate(granted), random_.Between(2, 6) * 10, IsoDate(Date(granted.Serial() + 3)),
                        revoked ? OrNull(IsoDate(Date(granted.Serial() + 45))) : OrNull(0),
                        OrNull(revoked ? random_.Between(1, 3) : 0), OrNull(closed ? kClosed : state)});

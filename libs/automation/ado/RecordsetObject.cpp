@@ -13,7 +13,7 @@ namespace {
 constexpr std::int32_t kRestOfRows = -1;
 
 template <typename Body>
-HRESULT Guarded(Body&& body) {
+HRESULT GuardedRows(Body&& body) {
     return com::Guarded(kErrorSource, kRecordsetId, std::forward<Body>(body));
 }
 
@@ -52,19 +52,19 @@ private:
         return kMembers;
     }
     HRESULT STDMETHODCALLTYPE GetValue(VARIANT* value) {
-        return Guarded([&] {
+        return GuardedRows([&] {
             const Recordset& rows = rows_->Native();
             *value = com::FromValue(rows.ValueOf(ordinal_), rows.TypeOf(ordinal_)).Detach();
         });
     }
     HRESULT STDMETHODCALLTYPE PutValue(const VARIANT& value) {
-        return Guarded([&] { rows_->SetValue(ordinal_, com::ToValue(value)); });
+        return GuardedRows([&] { rows_->SetValue(ordinal_, com::ToValue(value)); });
     }
     HRESULT STDMETHODCALLTYPE Name(BSTR* name) {
-        return Guarded([&] { *name = com::Bstr(rows_->Native().FieldName(ordinal_)).Detach(); });
+        return GuardedRows([&] { *name = com::Bstr(rows_->Native().FieldName(ordinal_)).Detach(); });
     }
     HRESULT STDMETHODCALLTYPE Type(std::int32_t* type) {
-        return Guarded([&] { *type = AdoTypeOf(rows_->Native().TypeOf(ordinal_)); });
+        return GuardedRows([&] { *type = AdoTypeOf(rows_->Native().TypeOf(ordinal_)); });
     }
 
     com::Ref<RecordsetObject> rows_;
@@ -107,13 +107,13 @@ private:
         return kMembers;
     }
     HRESULT STDMETHODCALLTYPE Item(const VARIANT& index, IDispatch** field) {
-        return Guarded([&] { *field = FieldAt(rows_, index).Detach(); });
+        return GuardedRows([&] { *field = FieldAt(rows_, index).Detach(); });
     }
     HRESULT STDMETHODCALLTYPE Count(std::int32_t* count) {
-        return Guarded([&] { *count = rows_->Native().FieldCount(); });
+        return GuardedRows([&] { *count = rows_->Native().FieldCount(); });
     }
     HRESULT STDMETHODCALLTYPE Append(BSTR name, std::int32_t type, std::int32_t, std::int32_t attributes) {
-        return Guarded([&] {
+        return GuardedRows([&] {
             const bool nullable = attributes != kFieldUnspecified && (attributes & kFieldNullable) != 0;
             rows_->Memory().AppendColumn(com::ToUtf8(name), FieldTypeOf(type), nullable);
         });
@@ -169,7 +169,7 @@ void* RecordsetObject::Find(const IID& iid) noexcept {
 }
 
 HRESULT RecordsetObject::Fields(const VARIANT& index, IDispatch** fields) {
-    return Guarded([&] {
+    return GuardedRows([&] {
         const com::Ref<RecordsetObject> self(this);
         if (com::IsMissing(index)) {
             *fields = com::Make<FieldsObject>(self).Detach();
@@ -180,15 +180,15 @@ HRESULT RecordsetObject::Fields(const VARIANT& index, IDispatch** fields) {
 }
 
 HRESULT RecordsetObject::State(std::int32_t* state) {
-    return Guarded([&] { *state = rows_->IsOpen() ? kStateOpen : 0; });
+    return GuardedRows([&] { *state = rows_->IsOpen() ? kStateOpen : 0; });
 }
 
 HRESULT RecordsetObject::AtEnd(VARIANT_BOOL* atEnd) {
-    return Guarded([&] { *atEnd = Truth(rows_->AtEnd()); });
+    return GuardedRows([&] { *atEnd = Truth(rows_->AtEnd()); });
 }
 
 HRESULT RecordsetObject::AtStart(VARIANT_BOOL* atStart) {
-    return Guarded([&] {
+    return GuardedRows([&] {
         // Without rows a row set stands before its first and after its last at once.
         const bool empty = memory_ != nullptr && memory_->RecordCount() == 0 && memory_->AtEnd();
         *atStart = Truth(memory_ != nullptr && (empty || memory_->AtStart()));
@@ -197,15 +197,15 @@ HRESULT RecordsetObject::AtStart(VARIANT_BOOL* atStart) {
 
 HRESULT RecordsetObject::RecordCount(std::int32_t* count) {
     // Rows that are read forward are not counted before the last.
-    return Guarded([&] { *count = memory_ == nullptr ? -1 : static_cast<std::int32_t>(memory_->RecordCount()); });
+    return GuardedRows([&] { *count = memory_ == nullptr ? -1 : static_cast<std::int32_t>(memory_->RecordCount()); });
 }
 
 HRESULT RecordsetObject::GetFilter(VARIANT* filter) {
-    return Guarded([&] { *filter = com::Variant(Memory().Filter()).Detach(); });
+    return GuardedRows([&] { *filter = com::Variant(Memory().Filter()).Detach(); });
 }
 
 HRESULT RecordsetObject::PutFilter(const VARIANT& filter) {
-    return Guarded([&] {
+    return GuardedRows([&] {
         const Value value = com::ToValue(filter);
         const bool none = !std::holds_alternative<std::string>(value) && NumberOf(value) == 0;  // adFilterNone
         Memory().SetFilter(none ? std::string() : TextOf(value));
@@ -213,42 +213,42 @@ HRESULT RecordsetObject::PutFilter(const VARIANT& filter) {
 }
 
 HRESULT RecordsetObject::MoveNext() {
-    return Guarded([&] {
+    return GuardedRows([&] {
         if (rows_->AtEnd()) throw Error("Non c'è una riga corrente.", kNoCurrentRow);
         rows_->MoveNext();
     });
 }
 
 HRESULT RecordsetObject::MoveFirst() {
-    return Guarded([&] { Memory().MoveFirst(); });
+    return GuardedRows([&] { Memory().MoveFirst(); });
 }
 
 HRESULT RecordsetObject::MovePrevious() {
-    return Guarded([&] { Memory().MovePrevious(); });
+    return GuardedRows([&] { Memory().MovePrevious(); });
 }
 
 HRESULT RecordsetObject::AddNew() {
-    return Guarded([&] { updatable_ != nullptr ? updatable_->AddNew() : Memory().AddNew(); });
+    return GuardedRows([&] { updatable_ != nullptr ? updatable_->AddNew() : Memory().AddNew(); });
 }
 
 HRESULT RecordsetObject::Update() {
-    return Guarded([&] { updatable_ != nullptr ? updatable_->Update() : Memory().Update(); });
+    return GuardedRows([&] { updatable_ != nullptr ? updatable_->Update() : Memory().Update(); });
 }
 
 HRESULT RecordsetObject::CancelUpdate() {
-    return Guarded([&] { updatable_ != nullptr ? updatable_->CancelUpdate() : Memory().CancelUpdate(); });
+    return GuardedRows([&] { updatable_ != nullptr ? updatable_->CancelUpdate() : Memory().CancelUpdate(); });
 }
 
 HRESULT RecordsetObject::Open() {
-    return Guarded([&] { Memory().Open(); });
+    return GuardedRows([&] { Memory().Open(); });
 }
 
 HRESULT RecordsetObject::Close() {
-    return Guarded([&] { rows_->Close(); });
+    return GuardedRows([&] { rows_->Close(); });
 }
 
 HRESULT RecordsetObject::GetRows(std::int32_t rows, VARIANT* block) {
-    return Guarded([&] {
+    return GuardedRows([&] {
         if (rows_->AtEnd()) throw Error("Non c'è una riga corrente.", kNoCurrentRow);
         const int columns = rows_->FieldCount();
         std::vector<com::Variant> cells;
@@ -260,7 +260,7 @@ HRESULT RecordsetObject::GetRows(std::int32_t rows, VARIANT* block) {
 }
 
 HRESULT RecordsetObject::NextRecordset(const VARIANT&, IDispatch** next) {
-    return Guarded([&] {
+    return GuardedRows([&] {
         if (!rows_->NextRecordset()) return;
         // The rows go on in a new object; this one is closed from now on.
         std::unique_ptr<Recordset> rest = std::move(rows_);

@@ -7,14 +7,14 @@ namespace vlm::ui {
 
 namespace {
 
-enum class Word { Yes, No, Ok, Cancel, Other };
+enum class AnswerWord { Yes, No, Ok, Cancel, Other };
 
-Word WordOf(const ScriptStep& answer) {
-    if (text::EqualNoCase(answer.value, "yes")) return Word::Yes;
-    if (text::EqualNoCase(answer.value, "no")) return Word::No;
-    if (text::EqualNoCase(answer.value, "ok")) return Word::Ok;
-    if (text::EqualNoCase(answer.value, "cancel")) return Word::Cancel;
-    return Word::Other;
+AnswerWord WordOf(const ScriptStep& answer) {
+    if (text::EqualNoCase(answer.value, "yes")) return AnswerWord::Yes;
+    if (text::EqualNoCase(answer.value, "no")) return AnswerWord::No;
+    if (text::EqualNoCase(answer.value, "ok")) return AnswerWord::Ok;
+    if (text::EqualNoCase(answer.value, "cancel")) return AnswerWord::Cancel;
+    return AnswerWord::Other;
 }
 
 class DepthScope {
@@ -53,16 +53,16 @@ Answer ConsoleToolkit::Show(const Message& message) {
 Answer ConsoleToolkit::AnswerTo(const Message& message) {
     const ScriptStep* next = script_.NextAnswer();
     if (message.buttons == Buttons::Ok) {
-        if (next != nullptr && WordOf(*next) == Word::Ok) script_.DropAnswer();
+        if (next != nullptr && WordOf(*next) == AnswerWord::Ok) script_.DropAnswer();
         return Answer::Ok;
     }
     if (next == nullptr) return Answer::No;
-    const Word word = WordOf(*next);
-    if (word != Word::Yes && word != Word::No) {
+    const AnswerWord word = WordOf(*next);
+    if (word != AnswerWord::Yes && word != AnswerWord::No) {
         Refuse(*next, "la domanda \"" + message.text + "\" vuole yes oppure no");
     }
     script_.DropAnswer();
-    return word == Word::Yes ? Answer::Yes : Answer::No;
+    return word == AnswerWord::Yes ? Answer::Yes : Answer::No;
 }
 
 std::optional<std::string> ConsoleToolkit::ChooseFile(const FileChoice& choice) {
@@ -81,12 +81,12 @@ std::optional<std::string> ConsoleToolkit::AnswerToChooser() {
     script_.ThrowIfFailed();
     const ScriptStep* next = script_.NextAnswer();
     if (next == nullptr) return std::nullopt;
-    const Word word = WordOf(*next);
-    if (word != Word::Cancel && word != Word::Other) {
+    const AnswerWord word = WordOf(*next);
+    if (word != AnswerWord::Cancel && word != AnswerWord::Other) {
         Refuse(*next, "la scelta di un file o di una cartella vuole un percorso oppure cancel");
     }
     std::optional<std::string> chosen;
-    if (word == Word::Other) chosen = next->value;
+    if (word == AnswerWord::Other) chosen = next->value;
     script_.DropAnswer();
     return chosen;
 }

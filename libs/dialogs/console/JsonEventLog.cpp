@@ -48,7 +48,7 @@ JsonWriter Event(std::string_view event) {
     return json;
 }
 
-std::string_view Word(Icon icon) {
+std::string_view JsonWord(Icon icon) {
     switch (icon) {
         case Icon::Critical:
             return "critical";
@@ -64,7 +64,7 @@ std::string_view Word(Icon icon) {
     return "none";
 }
 
-std::string_view Word(Answer answer) {
+std::string_view JsonWord(Answer answer) {
     switch (answer) {
         case Answer::Yes:
             return "yes";
@@ -145,8 +145,8 @@ void JsonEventLog::DialogClosed(const Dialog& dialog) { WriteLine(Event("closed"
 
 void JsonEventLog::MessageShown(const Message& message, Answer answer) {
     JsonWriter json = Event("message");
-    json.String("text", message.text).String("caption", message.caption).String("icon", Word(message.icon));
-    json.String("buttons", message.buttons == Buttons::YesNo ? "yesno" : "ok").String("answer", Word(answer));
+    json.String("text", message.text).String("caption", message.caption).String("icon", JsonWord(message.icon));
+    json.String("buttons", message.buttons == Buttons::YesNo ? "yesno" : "ok").String("answer", JsonWord(answer));
     WriteLine(json);
 }
 

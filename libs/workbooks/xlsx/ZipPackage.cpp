@@ -12,7 +12,7 @@ constexpr std::uint64_t kMaxPackage = 1024U << 20;
 constexpr std::uint64_t kMaxSmallPart = 16U << 20;
 constexpr std::uint64_t kBelowSuspicion = 32U << 20;
 constexpr std::uint64_t kMaxRatio = 300;  // real sheets shrink to a tenth, at most to a hundredth
-constexpr std::size_t kBlock = 64U << 10;
+constexpr std::size_t kReadBlock = 64U << 10;
 
 }  // namespace
 
@@ -47,8 +47,8 @@ std::string ZipPackage::Read(const std::string& part) {
     std::string content;
     while (true) {
         const std::size_t size = content.size();
-        content.resize(size + kBlock);
-        const std::size_t got = opened.Read(content.data() + size, kBlock);
+        content.resize(size + kReadBlock);
+        const std::size_t got = opened.Read(content.data() + size, kReadBlock);
         content.resize(size + got);
         if (got == 0) return content;
         if (content.size() > kMaxSmallPart) throw WorkbookFault("la parte " + part + " è troppo grande");

@@ -11,7 +11,7 @@ namespace {
 
 using Json = nlohmann::json;
 
-constexpr const char* kArchive = R"sql(
+constexpr const char* kArchiveOfTheDialog = R"sql(
 INSERT INTO Paziente (IDPaziente, CodicePaziente, Cognome, Nome, DataNascita, Sesso, CodiceFiscale,
     NumTesseraSanitaria, DataScelta, Revocato) VALUES
     (7, 'P7', 'Conti', 'Anna', '1970-01-01', 'F', 'CNTNNA70A41B639X', 'T7', '2001-02-03', 0),
@@ -93,7 +93,7 @@ protected:
         return "cboASL=#32 txtPath=" + Source(text) + " cmdElabora! " + more;
     }
 
-    ArchiveHost host{kArchive, kMaster};
+    ArchiveHost host{kArchiveOfTheDialog, kMaster};
     int status = 0;
     std::string complaint, log;
     const std::string list =
