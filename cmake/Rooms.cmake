@@ -14,11 +14,48 @@ if(WIN32)
 endif()
 if(VLM_SANITIZE)
   target_compile_options(vlm_options INTERFACE -fsanitize=address,undefined -fno-sanitize-recover=all
-                                               -fno-omit-frame-pointer)
+                                               -fno-omit-frame-pointer
+                                               $<$<BOOL:$<TARGET_PROPERTY:VLM_TEST>>:-fno-sanitize=null,alignment,vptr>)
   target_link_options(vlm_options INTERFACE -fsanitize=address,undefined)
 endif()
+
 if(VLM_FUZZ)
   target_compile_options(vlm_options INTERFACE -fsanitize=fuzzer-no-link)
+endif()
+
+# Builds that compile several files as one (CMAKE_UNITY_BUILD) precompile what all of them read, too: vlm_precompiled(
+# TARGET KIND), where KIND is std or test. The release build does neither: there every file is compiled as it stands.
+function(vlm_precompiled target kind)
+  if(CMAKE_UNITY_BUILD)
+    target_precompile_headers(${target} REUSE_FROM vlm_${kind}_headers)
+  endif()
+endfunction()
+
+# A test runs once for each time that it is compiled: optimising it costs more than it gains. So do checks of every
+# pointer in it, which are half of its code; the rooms have them, and a wrong address is found anyway.
+function(vlm_test_code target)
+  target_compile_options(${target} PRIVATE -O0)
+  set_target_properties(${target} PROPERTIES VLM_TEST ON)
+endfunction()
+
+if(CMAKE_UNITY_BUILD)
+  file(CONFIGURE OUTPUT ${CMAKE_BINARY_DIR}/Empty.cpp CONTENT "")
+  set(kinds std)
+  if(VLM_TESTS)
+    list(APPEND kinds test)
+  endif()
+  foreach(kind ${kinds})
+    add_library(vlm_${kind}_headers OBJECT EXCLUDE_FROM_ALL ${CMAKE_BINARY_DIR}/Empty.cpp)
+    target_precompile_headers(vlm_${kind}_headers PRIVATE
+      <algorithm> <array> <filesystem> <fstream> <functional> <map> <memory> <optional> <string> <string_view> <utility>
+      <variant> <vector>)
+    target_link_libraries(vlm_${kind}_headers PRIVATE vlm_options)
+  endforeach()
+  if(VLM_TESTS)
+    target_precompile_headers(vlm_test_headers PRIVATE <gtest/gtest.h>)
+    target_link_libraries(vlm_test_headers PRIVATE GTest::gtest)
+    vlm_test_code(vlm_test_headers)
+  endif()
 endif()
 
 # What a room needs of one machine only stands in a folder of its own inside the room.
@@ -29,8 +66,8 @@ else()
 endif()
 
 # vlm_room(NAME [PUBLIC ROOM ...] [PRIVATE ROOM ...] [FOLDERS ...]): the target vlm_NAME of the sources in the current
-# folder, in its machine's folder and in FOLDERS. PUBLIC are the rooms that its own include/NAME needs. Tests stand in the
-# folder tests.
+# folder, in its machine's folder and in FOLDERS. PUBLIC are the rooms that its own include/NAME needs. Tests stand in
+# the folder tests.
 function(vlm_room name)
   cmake_parse_arguments(ROOM "" "" "PUBLIC;PRIVATE;FOLDERS" ${ARGN})
   list(TRANSFORM ROOM_PUBLIC PREPEND vlm_)
@@ -43,23 +80,30 @@ function(vlm_room name)
   add_library(vlm_${name} STATIC ${sources})
   target_include_directories(vlm_${name} PUBLIC include PRIVATE .)
   target_link_libraries(vlm_${name} PUBLIC ${ROOM_PUBLIC} PRIVATE vlm_options ${ROOM_PRIVATE})
+  vlm_precompiled(vlm_${name} std)
   if(VLM_TESTS AND EXISTS ${CMAKE_CURRENT_SOURCE_DIR}/tests/CMakeLists.txt)
     add_subdirectory(tests)
   endif()
 endfunction()
 
-# vlm_tests(NAME [SOURCES ...] [ROOMS ROOM ...] [INSIDE ROOM ...] [LINKS ...]): the test program NAME_tests, of the
-# sources in the current folder and in its machine's folder unless they are named. ROOMS it sees from outside, INSIDE
-# with everything in their folders.
+# vlm_tests(NAME [WINDOWS] [SOURCES ...] [ROOMS ROOM ...] [INSIDE ROOM ...] [LINKS ...]): the test program NAME_tests,
+# of the sources in the current folder and in its machine's folder unless they are named. ROOMS it sees from outside,
+# INSIDE with everything in their folders. WINDOWS: it brings windows up, on a screen in memory where there is a program
+# that makes one, else on none.
 function(vlm_tests name)
-  cmake_parse_arguments(TESTS "" "" "SOURCES;ROOMS;INSIDE;LINKS" ${ARGN})
+  cmake_parse_arguments(TESTS "WINDOWS" "" "SOURCES;ROOMS;INSIDE;LINKS" ${ARGN})
   if(NOT TESTS_SOURCES)
     file(GLOB TESTS_SOURCES CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.cpp
                                               ${CMAKE_CURRENT_SOURCE_DIR}/${VLM_MACHINE}/*.cpp)
   endif()
   add_executable(${name}_tests ${TESTS_SOURCES})
-  # A test runs once for each time that it is compiled: optimising it costs more than it gains.
-  target_compile_options(${name}_tests PRIVATE -O0)
+  vlm_test_code(${name}_tests)
+  vlm_precompiled(${name}_tests test)
+  # The precompiled header is position-independent as a library is, not as a program would be.
+  set_target_properties(${name}_tests PROPERTIES POSITION_INDEPENDENT_CODE OFF)
+  if(NOT WIN32)
+    target_compile_options(${name}_tests PRIVATE -fPIC)
+  endif()
   target_include_directories(${name}_tests PRIVATE ${PROJECT_SOURCE_DIR}/tests ${CMAKE_CURRENT_SOURCE_DIR})
   foreach(room ${TESTS_INSIDE})
     target_include_directories(${name}_tests PRIVATE $<TARGET_PROPERTY:vlm_${room},SOURCE_DIR>)
@@ -70,17 +114,16 @@ function(vlm_tests name)
                                               GTest::gtest_main)
   set_target_properties(${name}_tests PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/tests
                                                  BUILD_RPATH_USE_ORIGIN ON)
-  add_test(NAME ${name} COMMAND ${name}_tests)
-endfunction()
-
-# vlm_windows_tests(NAME): the tests of NAME_tests bring windows up; they run without a screen, and once more on one
-# where there is a program that makes one in memory.
-function(vlm_windows_tests name)
-  set(leaks "LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/libs/dialogs/qt/tests/leaks.supp:print_suppressions=0")
-  set_tests_properties(${name} PROPERTIES ENVIRONMENT "${leaks}")
-  find_program(XVFB_RUN xvfb-run)
-  if(XVFB_RUN)
-    add_test(NAME ${name}_on_a_screen COMMAND ${XVFB_RUN} -a -s "-screen 0 1280x1024x24" $<TARGET_FILE:${name}_tests>)
-    set_tests_properties(${name}_on_a_screen PROPERTIES TIMEOUT 600 ENVIRONMENT "QT_QPA_PLATFORM=xcb;${leaks}")
+  set(command ${name}_tests)
+  if(TESTS_WINDOWS)
+    find_program(XVFB_RUN xvfb-run)
+    if(XVFB_RUN)
+      set(command ${XVFB_RUN} -a -s "-screen 0 1280x1024x24" env QT_QPA_PLATFORM=xcb $<TARGET_FILE:${name}_tests>)
+    endif()
+  endif()
+  add_test(NAME ${name} COMMAND ${command})
+  if(TESTS_WINDOWS)
+    set_tests_properties(${name} PROPERTIES TIMEOUT 600 ENVIRONMENT
+      "LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/libs/dialogs/qt/tests/leaks.supp:print_suppressions=0")
   endif()
 endfunction()
