@@ -130,6 +130,7 @@ const char* HostOptions::Usage() {
   --ui console|qt    come si mostrano le finestre (qt su un terminale con uno schermo e senza passi)
   --json             un oggetto JSON per riga (sempre, quando l'uscita non è un terminale)
   --text             righe da leggere, anche quando l'uscita non è un terminale
+  --version          la versione, e nient'altro
 
 passi:  NOME=VALORE  NOME!  NOME!RIGA  NOME?  key:NOME=Ctrl+R  answer:yes|no|FILE|cancel  help:
         in:FINESTRA passo ... end:

@@ -5,7 +5,7 @@ enable_language(RC)
 function(vlm_windows_library target)
   set(here ${PROJECT_SOURCE_DIR}/windows)
   set(VLM_TYPELIB ${CMAKE_BINARY_DIR}/VlmASLServicesLib.tlb)
-  set(VLM_MANIFEST ${here}/VlmASLServicesLib.manifest)
+  set(VLM_MANIFEST ${CMAKE_BINARY_DIR}/VlmASLServicesLib.manifest)
   find_path(VLM_IDL_FOLDER oaidl.idl PATHS /usr/include/wine/wine/windows NO_CMAKE_FIND_ROOT_PATH REQUIRED)
   file(GLOB typelib_folders /usr/lib/*/wine/x86_64-windows) # where stdole2.tlb stands, for either word size
   list(TRANSFORM typelib_folders PREPEND -L)
@@ -15,6 +15,7 @@ function(vlm_windows_library target)
             ${here}/VlmASLServicesLib.idl
     DEPENDS ${here}/VlmASLServicesLib.idl
     VERBATIM)
+  configure_file(${here}/VlmASLServicesLib.manifest.in ${VLM_MANIFEST} @ONLY)
   configure_file(${here}/VlmASLServicesLib.rc.in ${CMAKE_BINARY_DIR}/VlmASLServicesLib.rc @ONLY)
   set_source_files_properties(${CMAKE_BINARY_DIR}/VlmASLServicesLib.rc PROPERTIES
     OBJECT_DEPENDS "${VLM_TYPELIB};${VLM_MANIFEST}" COMPILE_OPTIONS "-c;65001")
