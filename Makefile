@@ -1,15 +1,18 @@
-# The two commands of every day: make demo, make test. make windows beside them.
+# The two commands of every day: make demo, make test. make help names the others.
 
 JOBS ?= $(shell nproc)
 PACKAGES := g++ cmake ninja-build libsqlite3-dev nlohmann-json3-dev libzip-dev libpugixml-dev libgtest-dev libbenchmark-dev \
   unixodbc-dev tdsodbc libsqliteodbc qt6-base-dev xvfb xauth fonts-dejavu-core
 PACKAGES_WINDOWS := g++-mingw-w64-x86-64-posix g++-mingw-w64-i686-posix mingw-w64-tools wine wine64 libwine-dev \
   googletest locales
-FUZZ_PACKAGES := clang libclang-rt-dev
+PACKAGES_CHECKS := clang-format clang-tidy
+PACKAGES_FUZZ := clang libclang-rt-dev
+PACKAGES_PACKAGE := dpkg-dev file
 FUZZ_SECONDS ?= 30
 SUDO := $(shell [ "$$(id -u)" = 0 ] || command -v sudo)
 
-.PHONY: help deps build demo test windows bench fuzz format screenshots layouts
+.PHONY: help deps build demo test windows bench fuzz walls rooms format check-format tidy tidy-changed package \
+  screenshots layouts clean
 
 help:
 	@echo "make demo    creates the demo clinic, exports a month and a quarter, imports a patient list"
@@ -18,9 +21,13 @@ help:
 	@echo "make build   build/release/aslhost, optimised"
 	@echo "make bench   measures the export of 1,000,000 services and the import of 1,000,000 patients"
 	@echo "make fuzz    feeds broken files to the readers, FUZZ_SECONDS=30 for each target"
-	@echo "make format  formats the sources"
+	@echo "make walls   checks that rooms see only what they name; make rooms renews docs/rooms.md"
+	@echo "make format  formats the sources; make check-format only looks"
+	@echo "make tidy    looks for faults with clang-tidy; make tidy-changed in what the last commits wrote"
+	@echo "make package build/release/*.deb: library, headers for hosts, aslhost"
 	@echo "make layouts writes the pages of the layouts, docs/layouts"
 	@echo "make screenshots  pictures of every dialog, into docs/images"
+	@echo "make clean   removes everything that was built"
 
 # Installs what is missing with the system's package manager, and says so; does nothing when all is there.
 deps:
@@ -60,7 +67,7 @@ bench: build
 	@bench/run.sh build/release
 
 # Seeds are read, never written; what a run finds new stays in the build folder, a crash's input too.
-fuzz: PACKAGES += $(FUZZ_PACKAGES)
+fuzz: PACKAGES += $(PACKAGES_FUZZ)
 fuzz: deps
 	cmake --preset fuzz
 	cmake --build --preset fuzz -j $(JOBS)
@@ -71,7 +78,15 @@ fuzz: deps
 	    -artifact_prefix=build/fuzz/$$name- build/fuzz/found/$$name fuzz/corpus/$$name || exit 1; \
 	done
 
-format:
+walls:
+	tools/walls.sh
+
+rooms:
+	tools/walls.sh --write
+
+format check-format tidy tidy-changed: PACKAGES += $(PACKAGES_CHECKS)
+
+format: deps
 	clang-format -i $$(git ls-files '*.cpp' '*.h')
 
 # The pages of the layouts, from the tables that write the lines; a test tells when they are stale.
@@ -80,7 +95,23 @@ layouts: deps
 	cmake --build --preset dev -j $(JOBS) --target layouts_tests
 	VLM_WRITE_LAYOUTS=1 build/dev/tests/layouts_tests --gtest_brief=1
 
+check-format: deps
+	clang-format --dry-run -Werror $$(git ls-files '*.cpp' '*.h')
+
+tidy: deps
+	tools/tidy.sh $(JOBS)
+
+tidy-changed: deps
+	tools/tidy.sh --changed $(JOBS)
+
+package: PACKAGES += $(PACKAGES_PACKAGE)
+package: build
+	cd build/release && cpack
+
 screenshots: deps
 	cmake --preset dev
 	cmake --build --preset dev -j $(JOBS) --target vlm_screenshots
 	LSAN_OPTIONS=suppressions=libs/dialogs/qt/tests/leaks.supp:print_suppressions=0 build/dev/tests/vlm_screenshots docs/images
+
+clean:
+	rm -rf build
