@@ -14,7 +14,7 @@ constexpr std::int64_t kHighestQuota = 3615 * kCent;  // the patient pays at mos
 constexpr std::int64_t kPrescriptionQuota = 10 * Currency::kScale;  // and 10 euro more on a dear one
 constexpr std::int64_t kDear = 50 * Currency::kScale;
 
-std::string IsoOrEmpty(const std::optional<Date>& date) { return date ? IsoDate(*date) : std::string(); }
+std::string DayOrEmpty(const std::optional<Date>& date) { return date ? IsoDate(*date) : std::string(); }
 
 std::string Moment(const DemoDocument& document) {
     std::string moment = IsoDate(document.day);
@@ -113,17 +113,17 @@ void DemoClinicDocuments::Add(const DemoDocument& document, const DemoPatient& p
          IsoDate(document.day),
          prescription(first),
          prescription(second),
-         OrNull(IsoOrEmpty(document.issued)),
+         OrNull(DayOrEmpty(document.issued)),
          OrNull(document.priority),
          OrNull(document.access),
          OrNull(document.request),
          document.guaranteed,
-         OrNull(IsoOrEmpty(document.booked)),
-         OrNull(IsoOrEmpty(document.contact)),
-         OrNull(IsoOrEmpty(document.firstFree)),
-         OrNull(IsoOrEmpty(document.assigned)),
-         OrNull(IsoOrEmpty(document.reported)),
-         OrNull(IsoOrEmpty(document.cycleStart)),
+         OrNull(DayOrEmpty(document.booked)),
+         OrNull(DayOrEmpty(document.contact)),
+         OrNull(DayOrEmpty(document.firstFree)),
+         OrNull(DayOrEmpty(document.assigned)),
+         OrNull(DayOrEmpty(document.reported)),
+         OrNull(DayOrEmpty(document.cycleStart)),
          totals.gross,
          totals.quota,
          totals.prescription});

@@ -6,7 +6,7 @@
 namespace {
 
 /// Where the array's element type stands: hidden before the array, in the last four of these bytes.
-constexpr std::size_t kHead = 16;
+constexpr std::size_t kTypeHead = 16;
 constexpr USHORT kHasType = 0x0080;
 constexpr UINT kMostDimensions = 16;
 
@@ -103,11 +103,11 @@ SAFEARRAY* SafeArrayCreate(VARTYPE type, UINT dimensions, SAFEARRAYBOUND* bounds
     const ULONG size = SizeOf(type);
     if (size == 0 || dimensions == 0 || dimensions > kMostDimensions || bounds == nullptr) return nullptr;
     auto* block =
-        static_cast<BYTE*>(std::calloc(1, kHead + sizeof(SAFEARRAY) + (dimensions - 1) * sizeof(SAFEARRAYBOUND)));
+        static_cast<BYTE*>(std::calloc(1, kTypeHead + sizeof(SAFEARRAY) + (dimensions - 1) * sizeof(SAFEARRAYBOUND)));
     if (block == nullptr) return nullptr;
     const std::uint32_t hidden = type;
-    std::memcpy(block + kHead - sizeof hidden, &hidden, sizeof hidden);
-    auto* array = reinterpret_cast<SAFEARRAY*>(block + kHead);
+    std::memcpy(block + kTypeHead - sizeof hidden, &hidden, sizeof hidden);
+    auto* array = reinterpret_cast<SAFEARRAY*>(block + kTypeHead);
     array->cDims = static_cast<USHORT>(dimensions);
     array->fFeatures = kHasType;
     array->cbElements = size;
@@ -123,7 +123,7 @@ HRESULT SafeArrayDestroy(SAFEARRAY* array) {
     if (array == nullptr) return S_OK;
     if (NeedsCare(TypeOf(*array))) EachElement(*array, nullptr);
     std::free(array->pvData);
-    std::free(reinterpret_cast<BYTE*>(array) - kHead);
+    std::free(reinterpret_cast<BYTE*>(array) - kTypeHead);
     return S_OK;
 }
 

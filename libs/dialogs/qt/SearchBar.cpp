@@ -12,7 +12,7 @@ namespace vlm::ui {
 
 namespace {
 
-constexpr int kWidth = 220;
+constexpr int kSearchWidth = 220;
 
 QToolButton* Arrow(Qt::ArrowType type, const char* tip) {
     auto* button = new QToolButton;
@@ -36,7 +36,7 @@ SearchBar::SearchBar(QWidget* parent) : QWidget(parent), field_(new QLineEdit) {
     layout->addWidget(field_);
     layout->addWidget(back);
     layout->addWidget(next);
-    field_->setMinimumWidth(kWidth);
+    field_->setMinimumWidth(kSearchWidth);
     field_->setPlaceholderText("Ctrl+F");
     field_->setClearButtonEnabled(true);
     connect(field_, &QLineEdit::textChanged, [this] { MarkEntry(*field_, false); });

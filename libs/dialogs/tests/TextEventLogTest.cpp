@@ -10,8 +10,8 @@ namespace vlm::ui::test {
 namespace {
 
 /// A dialog that is shown to a script, and what is told of it, after an empty line.
-struct Told {
-    explicit Told(const std::string& words) : toolkit(ConsoleScript(vlm::test::WordsOf(words)), log) {}
+struct Logged {
+    explicit Logged(const std::string& words) : toolkit(ConsoleScript(vlm::test::WordsOf(words)), log) {}
 
     std::ostringstream out{"\n", std::ios::ate};
     TextEventLog log{out};
@@ -20,7 +20,7 @@ struct Told {
 };
 
 TEST(TextEventLog, DrawsDialogsAndTellsTheSteps) {
-    Told told("txtNome=C:\\Aldra txtParola=segreta chkSimula=1 cboBranca=9 cmdOk! dtData=");
+    Logged told("txtNome=C:\\Aldra txtParola=segreta chkSimula=1 cboBranca=9 cmdOk! dtData=");
     SampleDialog& dialog = told.dialog;
     dialog.txtParola.password = true;
     dialog.numAnno.SetValue(2012);
@@ -66,7 +66,7 @@ TEST(TextEventLog, DrawsDialogsAndTellsTheSteps) {
 }
 
 TEST(TextEventLog, TellsEverythingElseInALineOfItsOwn) {
-    Told told("in:frmInterna txtFermo? end: answer:C:\\dati cmdApri! grdElenco!2 grdElenco? chkSimula? txtNascosto?");
+    Logged told("in:frmInterna txtFermo? end: answer:C:\\dati cmdApri! grdElenco!2 grdElenco? chkSimula? txtNascosto?");
     SampleDialog& dialog = told.dialog;
     for (int i = 0; i < 5; ++i) dialog.model->cells.push_back({"1", "BIANCHI", "1"});
     for (const char* hidden : {"txtNome", "txtParola", "fraDati", "lstMese", "cboBranca", "lstTipi", "txtFermo",

@@ -6,7 +6,7 @@ namespace vlm {
 
 namespace {
 
-constexpr std::uint32_t kProgressStep = 10;
+constexpr std::uint32_t kRowStep = 10;
 constexpr std::string_view kNoBreakSpace = "\xC2\xA0";
 
 std::string WithoutNoBreakSpaces(std::string value) {
@@ -103,7 +103,7 @@ ElementListPtr ReadWorkbook(const SourceFormat& format, const std::string& path,
         ForEachRow(
             format, sheet, [&](const RawElement& raw, std::uint32_t row) { builder.Add(raw, row); },
             [&](std::uint32_t row, std::uint32_t last) {
-                if (row % kProgressStep == 0) context.progress.Raise(row, last);
+                if (row % kRowStep == 0) context.progress.Raise(row, last);
             });
     });
     elements->MoveFirst();

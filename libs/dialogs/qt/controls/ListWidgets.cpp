@@ -22,7 +22,7 @@ namespace {
 
 constexpr int kEntriesAtOnce = 20;  // of a drop-down
 constexpr int kLeastCharacters = 8;
-constexpr std::size_t kShortText = 6;  // a list of such texts stays narrow
+constexpr std::size_t kShortItem = 6;  // a list of such texts stays narrow
 constexpr int kUnitsInAnInch = 1440;
 constexpr int kWidestText = 360;  // pixels, of a popup's first column
 constexpr int kMargins = 40;      // scroll bar and frame
@@ -79,7 +79,7 @@ public:
     bool Widens() const override {
         const std::vector<std::string>& items = Shown().Items();
         return items.empty() || std::any_of(items.begin(), items.end(),
-                                            [](const std::string& item) { return text::Length(item) > kShortText; });
+                                            [](const std::string& item) { return text::Length(item) > kShortItem; });
     }
 };
 
