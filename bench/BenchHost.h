@@ -5,7 +5,6 @@
 
 #include "detect/DetectingOpener.h"
 #include "frame/Library.h"
-#include "frame/MissingComponents.h"
 #include "frame/PlainHostUtility.h"
 #include "sqlite/SqliteConnection.h"
 

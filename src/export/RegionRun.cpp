@@ -3,9 +3,17 @@
 #include "files/Paths.h"
 #include "frame/Messages.h"
 #include "frame/ModGeneral.h"
+#include "values/DateText.h"
 #include "values/Error.h"
 
 namespace vlm {
+
+std::string DocumentLabel(std::int32_t idTipoDocumento, std::string_view prefissoNumerazione,
+                          std::int32_t numeroDocumento, Date dataDocumento) {
+    std::string label = idTipoDocumento == 1 ? "Fattura " : "Ricevuta ";
+    label.append(prefissoNumerazione).append("-").append(std::to_string(numeroDocumento));
+    return label.append(" del ").append(text::DdMmYyyySlashes(dataDocumento)).append(": ");
+}
 
 ExportOutcome RegionRun::Execute() {
     try {

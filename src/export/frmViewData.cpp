@@ -1,6 +1,6 @@
 #include "export/frmViewData.h"
 
-#include "ViewedFile.h"
+#include "export/ViewGrid.h"
 
 namespace vlm {
 

@@ -1,7 +1,6 @@
 #include "frame/ModGeneral.h"
 
 #include "files/Paths.h"
-#include "frame/Settings.h"
 #include "values/Number.h"
 #include "values/Utf8.h"
 
@@ -9,6 +8,8 @@ namespace vlm {
 
 namespace {
 
+constexpr const char* kApplication = "Aldra";
+constexpr const char* kSection = "Settings";
 constexpr std::int32_t kReservedBase = 1000000;
 
 /// The named column of the first row, Null when there is no row.
@@ -19,6 +20,14 @@ data::Value FirstValue(data::Connection& connection, const std::string& sql, std
 }
 
 }  // namespace
+
+std::string GetSetting(const Library& library, const std::string& key, const std::string& defaultValue) {
+    return library.Settings().Get(kApplication, kSection, key, defaultValue);
+}
+
+void SaveSetting(const Library& library, const std::string& key, const std::string& value) {
+    library.Settings().Save(kApplication, kSection, key, value);
+}
 
 bool IsDirectory(std::string_view path) noexcept { return files::IsDirectory(path); }
 

@@ -2,7 +2,6 @@
 
 #include "frame/Messages.h"
 #include "frame/RunFile.h"
-#include "frame/WorkFiles.h"
 #include "frmASLPanoramico.h"
 #include "prescriptions/ASLPanoramicoLine.h"
 #include "values/Error.h"

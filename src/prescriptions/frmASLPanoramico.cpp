@@ -4,7 +4,6 @@
 #include "frame/Messages.h"
 #include "frame/ModGeneral.h"
 #include "frame/ModSysTables.h"
-#include "frame/Settings.h"
 #include "values/Utf8.h"
 
 namespace vlm {

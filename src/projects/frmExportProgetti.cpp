@@ -3,7 +3,6 @@
 #include "frame/Messages.h"
 #include "frame/ModGeneral.h"
 #include "frame/ModSysTables.h"
-#include "frame/Settings.h"
 #include "values/Number.h"
 #include "values/Utf8.h"
 

@@ -4,7 +4,6 @@
 #include <string>
 
 #include "frame/Library.h"
-#include "frame/MissingComponents.h"
 #include "frame/PlainHostUtility.h"
 #include "values/Error.h"
 

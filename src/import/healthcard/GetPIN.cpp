@@ -1,7 +1,7 @@
 #include "healthcard/GetPIN.h"
 
 #include "frame/FormDialog.h"
-#include "frame/Settings.h"
+#include "frame/ModGeneral.h"
 
 namespace vlm {
 

@@ -4,7 +4,6 @@
 #include <vector>
 
 #include "ASLLInePuglia.h"
-#include "export/ParcellaElaborata.h"
 #include "export/RegionRun.h"
 
 namespace vlm::puglia {

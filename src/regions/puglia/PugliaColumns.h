@@ -2,7 +2,7 @@
 
 #include "Priorita.h"
 #include "PugliaRecord.h"
-#include "export/DocumentLabel.h"
+#include "export/RegionRun.h"
 #include "record/Columns.h"
 #include "values/Error.h"
 

@@ -1,6 +1,6 @@
 #include "SiciliaChecks.h"
 
-#include "export/DocumentLabel.h"
+#include "export/RegionRun.h"
 #include "frame/Messages.h"
 #include "values/Number.h"
 

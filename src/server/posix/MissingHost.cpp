@@ -1,5 +1,5 @@
 #include "Module.h"
-#include "frame/MissingComponents.h"
+#include "frame/PlainHostUtility.h"
 #include "values/Error.h"
 
 namespace vlm::server {

@@ -5,7 +5,6 @@
 #include "console/ConsoleToolkit.h"
 #include "console/TextEventLog.h"
 #include "files/Paths.h"
-#include "frame/MissingComponents.h"
 #include "frame/PlainHostUtility.h"
 #include "system/Registry.h"
 #include "system/ShellProgramStarter.h"

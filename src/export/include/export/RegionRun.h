@@ -11,6 +11,17 @@
 
 namespace vlm {
 
+/// How anomaly reports name a billing document: "Fattura A-125 del 03/02/2003: ". Kind 1 is an invoice, any other a
+/// receipt.
+std::string DocumentLabel(std::int32_t idTipoDocumento, std::string_view prefissoNumerazione,
+                          std::int32_t numeroDocumento, Date dataDocumento);
+
+/// A billing document that a run has exported and will mark, with the prescription number that the run gave it.
+struct ParcellaElaborata {
+    std::int32_t IDParcella = 0;
+    std::int16_t ProgressivoRicetta = 0;
+};
+
 /// The steps that the regions' runs share: open the selection, write data file and anomaly report into the working
 /// folder, copy the data file to the user's folder, mark the documents, tell the user.
 ///

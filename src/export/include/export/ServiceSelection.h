@@ -7,9 +7,6 @@ namespace vlm {
 
 /// Which billed services a run takes, and the statements that say so.
 struct ServiceSelection {
-    /// Bits of `tipiOperazione`.
-    static constexpr std::int32_t kInserimento = 1, kVariazione = 2, kCancellazione = 4;
-
     bool quarterly = false;
     std::int32_t idSpecialista = 0;  // 0 = all
     std::int32_t idBranca = 0;       // 0 = all
@@ -17,7 +14,7 @@ struct ServiceSelection {
     std::int16_t anno = 0;
     bool includiPrecedenti = false;   // monthly only
     bool includiElaborate = false;    // monthly only
-    std::int32_t tipiOperazione = 0;  // 0 = all
+    std::int32_t tipiOperazione = 0;  // bits 1 new, 2 changed, 4 cancelled; 0 = all
 
     /// The condition without "WHERE", on the services view or (`parcellaColumns`) on the document table. The
     /// operation types bind to the alternative of earlier periods, by the precedence of AND over OR.

@@ -6,9 +6,21 @@
 
 #include "frame/Library.h"
 
-/// Small file-path tests and the lookups of the clinic's own identity. Each lookup reads the first row of one
+/// Settings, small file-path tests and the lookups of the clinic's own identity. Each lookup reads the first row of one
 /// forward-only row set; an error of the database reaches the caller.
 namespace vlm {
+
+/// Keys of the per-user settings that the library shares with the host.
+namespace settings {
+inline constexpr const char* kASLPath = "ASLPath";
+inline constexpr const char* kASLPathPanoramico = "ASLPathPanoramico";
+inline constexpr const char* kASLExportPrestazioni = "ASLExportPrestazioni";
+/// Read only; "0" when absent.
+inline constexpr const char* kOwner = "Owner";
+}  // namespace settings
+
+std::string GetSetting(const Library& library, const std::string& key, const std::string& defaultValue = {});
+void SaveSetting(const Library& library, const std::string& key, const std::string& value);
 
 /// True for a folder that is there; never fails.
 bool IsDirectory(std::string_view path) noexcept;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "frame/HostServices.h"
+#include "values/Error.h"
 
 namespace vlm {
 
@@ -16,6 +17,21 @@ public:
 
 private:
     std::string workFolder_;
+};
+
+/// The components of a host that has none: making one throws Error and names it.
+class MissingComponents final : public HostComponents {
+public:
+    std::unique_ptr<HostRecord> NewPatientRecord() override { Refuse("PatientRecord"); }
+    std::unique_ptr<HostRecord> NewExemptionRecord() override { Refuse("ExemptionRecord"); }
+    std::unique_ptr<FiscalCodeDecoder> NewFiscalCodeDecoder() override { Refuse("FiscalCodeDecoder"); }
+    std::unique_ptr<ParameterStore> NewParameterStore() override { Refuse("ParameterStore"); }
+    std::unique_ptr<HealthCardClient> NewHealthCardClient() override { Refuse("HealthCardClient"); }
+
+private:
+    [[noreturn]] static void Refuse(const char* component) {
+        throw Error("Il componente " + std::string(component) + " dell'applicazione ospite non è disponibile.");
+    }
 };
 
 }  // namespace vlm

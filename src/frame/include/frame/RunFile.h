@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "files/LineWriter.h"
+#include "frame/Library.h"
 
 namespace vlm {
 
@@ -28,5 +29,9 @@ private:
     files::LineWriter writer_;
     bool torn_ = false;  // what was written may end in the middle of a line
 };
+
+/// A path for a new file in a folder below the host's working folder: a fresh temporary name ("rad1F3A0.tmp") that no
+/// file has yet. The folder is created when it is missing; Error naming it when it cannot be.
+std::string FreshWorkFile(const Library& library, std::string_view folder);
 
 }  // namespace vlm

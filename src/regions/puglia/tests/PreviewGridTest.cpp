@@ -2,7 +2,7 @@
 #include <sstream>
 
 #include "PugliaClinic.h"
-#include "ViewedFile.h"
+#include "export/ViewGrid.h"
 #include "puglia/ASLExportPuglia.h"
 #include "support/FakeServices.h"
 
