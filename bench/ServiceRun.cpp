@@ -22,7 +22,7 @@ void PrepareServices(const std::string& folder, std::int64_t services) {
 
 int RunServices(data::ConnectionPtr connection, const std::string& folder, bool simulation) {
     BenchHost host(folder, std::move(connection));
-    ASLExport component(host.library, [&](std::int32_t) { return std::make_unique<ASLExportSicilia>(host.library); });
+    ASLExport component(host.library, {&kSicilia, 1});
     component.Filter.periodo = 3;
     component.Filter.anno = 2011;
     component.Filter.includiPrecedenti = true;

@@ -32,7 +32,21 @@ std::int32_t ASLExport::IDRegioneTariffario() {
     return idRegioneTariffario_;
 }
 
-std::unique_ptr<IRegionASLExport> ASLExport::GetRegion() { return regions_(IDRegioneTariffario()); }
+const RegionDescription& ASLExport::Region() {
+    static constexpr RegionDescription kNone;
+    const std::int32_t wanted = IDRegioneTariffario();
+    const RegionDescription* found = &kNone;
+    for (const RegionDescription& region : regions_) {
+        if (region.idRegioneTariffario == wanted) return region;
+        if (region.idRegioneTariffario == RegionDescription::kEveryOther) found = &region;
+    }
+    return *found;
+}
+
+std::unique_ptr<IRegionASLExport> ASLExport::GetRegion() {
+    const RegionDescription& region = Region();
+    return region.make != nullptr ? region.make(library_) : nullptr;
+}
 
 std::int32_t ASLExport::Export(std::string folder, std::int32_t kind, bool simulation) {
     if (!folder.empty() && folder.back() == '\\') folder.pop_back();

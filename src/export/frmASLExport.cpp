@@ -16,6 +16,10 @@ std::string BranchCondition(std::int32_t idBranca) {
     return idBranca > 0 ? " WHERE IDBrancaPerStudio = " + std::to_string(idBranca) : std::string{};
 }
 
+void Enable(std::initializer_list<ui::Control*> controls, bool enabled) {
+    for (ui::Control* control : controls) control->SetEnabled(enabled);
+}
+
 }  // namespace
 
 frmASLExport::frmASLExport(ASLExport& component)
@@ -76,14 +80,14 @@ void frmASLExport::ProposePeriod() {
 }
 
 void frmASLExport::ApplyRegion() {
-    if (aslExportObject_->IDRegioneTariffario() != kRegionePuglia) {
-        if (cboBranca.RowCount() > 0) cboBranca.SelectIndex(0);
-        return;
-    }
-    for (ui::Control* control : std::initializer_list<ui::Control*>{&optTipoExport, &fraTipoExport, &cboTrimestre,
-                                                                    &numAnnoTrimestre, &chkIncludiPrecedenti}) {
-        control->SetEnabled(false);
-    }
+    const RegionDescription& region = aslExportObject_->Region();
+    if (!region.monthly) optTipoExport.SetPosition(1);
+    Enable({&optTipoExport, &fraTipoExport}, region.monthly && region.quarterly);
+    Enable({&cboMese, &numAnno}, region.monthly);
+    Enable({&cboTrimestre, &numAnnoTrimestre}, region.quarterly);
+    Enable({&chkIncludiPrecedenti}, region.earlierPeriods);
+    Enable({&lstTipoOperazione}, region.operationTypes);
+    if (region.needsBranch && cboBranca.RowCount() > 0) cboBranca.SelectIndex(0);
 }
 
 void frmASLExport::ShowFieldsOfType() {
@@ -110,7 +114,7 @@ void frmASLExport::Browse() {
 
 bool frmASLExport::Validate() {
     bool valid = true;
-    if (cboBranca.SelectedKey() == 0 && aslExportObject_->IDRegioneTariffario() != kRegionePuglia) {
+    if (cboBranca.SelectedKey() == 0 && aslExportObject_->Region().needsBranch) {
         messages::ShowFieldMissing(Lib().Toolkit(), "Branca");
         cboBranca.SetFocus();
         valid = false;

@@ -16,11 +16,11 @@ namespace vlm::server {
 
 namespace {
 
-/// Every region but Puglia exports as Sicily does.
-std::unique_ptr<IRegionASLExport> MakeRegion(const Library& library, std::int32_t idRegioneTariffario) {
-    if (idRegioneTariffario == kRegionePuglia) return std::make_unique<ASLExportPuglia>(library);
-    return std::make_unique<ASLExportSicilia>(library);
-}
+/// The regions of this library, one line each.
+constexpr RegionDescription kRegions[] = {
+    kSicilia,
+    kPuglia,
+};
 
 class ASLExportFacade final : public Facade<_ASLExport> {
 public:
@@ -37,7 +37,7 @@ public:
     HRESULT STDMETHODCALLTYPE putref_CHMObject(IDispatch* value) override { return TakeHelp(value, component_); }
 
 private:
-    ASLExport component_{Lib(), [&library = Lib()](std::int32_t region) { return MakeRegion(library, region); }};
+    ASLExport component_{Lib(), kRegions};
 };
 
 class ASLPanoramicoFacade final : public Facade<_ASLPanoramico> {

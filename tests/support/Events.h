@@ -8,17 +8,35 @@
 /// Events of the reference host, as its log writes them.
 namespace vlm::test {
 
+/// One field of a state event.
+inline std::string FieldOf(const std::string& event, const std::string& key) {
+    const std::size_t at = event.find("\"" + key + "\":");
+    if (at == std::string::npos) return "<no " + key + ">";
+    const std::size_t start = at + key.size() + 3;
+    const char* const end = event[start] == '[' ? "]" : ",}";
+    return event.substr(start, event.find_first_of(end, start) - start);
+}
+
 /// One field of the first state event of a control.
 inline std::string StateOf(const HostRun& run, const std::string& control, const std::string& key) {
     for (const std::string& event : run.Of("state")) {
-        if (event.find("\"name\":\"" + control + "\"") == std::string::npos) continue;
-        const std::size_t at = event.find("\"" + key + "\":");
-        if (at == std::string::npos) return "<no " + key + ">";
-        const std::size_t start = at + key.size() + 3;
-        const char* const end = event[start] == '[' ? "]" : ",}";
-        return event.substr(start, event.find_first_of(end, start) - start);
+        if (event.find("\"name\":\"" + control + "\"") != std::string::npos) return FieldOf(event, key);
     }
     return "<no " + control + ">";
+}
+
+/// One field of every state event, joined by blanks.
+inline std::string StatesOf(const HostRun& run, const std::string& key) {
+    std::string fields;
+    for (const std::string& event : run.Of("state")) fields += (fields.empty() ? "" : " ") + FieldOf(event, key);
+    return fields;
+}
+
+/// The same for a field that is true or false: "+" and "-".
+inline std::string FlagsOf(const HostRun& run, const std::string& key) {
+    std::string flags;
+    for (const std::string& event : run.Of("state")) flags += FieldOf(event, key) == "true" ? '+' : '-';
+    return flags;
 }
 
 /// `text` as it stands in JSON.

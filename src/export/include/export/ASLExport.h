@@ -15,7 +15,8 @@ namespace vlm {
 /// The host calls ShowDialog, Connection, ViewAsDecoded and CHMObject; the rest is the library's own.
 class ASLExport {
 public:
-    ASLExport(Library& library, RegionFactory regions) : library_(library), regions_(std::move(regions)) {}
+    /// `regions` must outlive the component.
+    ASLExport(Library& library, Regions regions) : library_(library), regions_(regions) {}
 
     // The host's members.
     void ShowDialog();
@@ -32,6 +33,9 @@ public:
 
     /// The clinic's tariff region, looked up once for each component; a 0 is looked up again.
     std::int32_t IDRegioneTariffario();
+    /// What the clinic's region says of itself; one that offers everything and makes nothing when there is none.
+    const RegionDescription& Region();
+    /// The export of the clinic's region, a new one for each call; null when there is none.
     std::unique_ptr<IRegionASLExport> GetRegion();
     /// Runs the region's export; an ExportOutcome, 0 also when there is no region.
     std::int32_t Export(std::string folder, std::int32_t kind, bool simulation);
@@ -48,7 +52,7 @@ private:
     ServiceSelection SelectionFor(bool quarterly) const;
 
     Library& library_;
-    RegionFactory regions_;
+    Regions regions_;
     std::shared_ptr<HelpObject> help_;
     std::int32_t idRegioneTariffario_ = 0;
 };

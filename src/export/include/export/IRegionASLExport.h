@@ -1,8 +1,8 @@
 #pragma once
 
 #include <cstdint>
-#include <functional>
 #include <memory>
+#include <span>
 #include <string>
 
 namespace vlm {
@@ -11,6 +11,7 @@ namespace files {
 class LineReader;
 }
 class ASLExport;
+class Library;
 class ViewGrid;
 
 /// The export of one region: names its file, runs the export, shows a written file. An object lives for one call.
@@ -35,10 +36,31 @@ public:
     virtual void FillLine(files::LineReader& file, ViewGrid& grid, std::int32_t row) = 0;
 };
 
-/// The tariff region that has an export of its own; every other one exports as Sicily does.
-inline constexpr std::int32_t kRegionePuglia = 13;
+/// What a tariff region says of itself. The export dialog and the component go by it and know no region by name.
+struct RegionDescription {
+    using Factory = std::unique_ptr<IRegionASLExport> (*)(const Library&);
 
-/// Makes the export of a tariff region. Filled by the composition root, so that no region is known here.
-using RegionFactory = std::function<std::unique_ptr<IRegionASLExport>(std::int32_t idRegioneTariffario)>;
+    std::int32_t idRegioneTariffario = kEveryOther;
+    const char* title = "";
+    Factory make = nullptr;  // null: no region
+    // What the dialog offers. A field without use stands there disabled; with one kind alone, that kind is chosen.
+    bool monthly = true;         // the record of kind ttM
+    bool quarterly = true;       // the record of kind ttS
+    bool earlierPeriods = true;  // months may take along what earlier ones left
+    bool operationTypes = true;  // services may be narrowed to types of operation
+    bool needsBranch = true;     // the first branch is proposed, and a run without one refused
+
+    /// Serves the regions that have no description of their own.
+    static constexpr std::int32_t kEveryOther = 0;
+};
+
+/// The factory of a region's class.
+template <class Region>
+std::unique_ptr<IRegionASLExport> MakeRegion(const Library& library) {
+    return std::make_unique<Region>(library);
+}
+
+/// The regions that a library knows, handed in where the program is put together. Outlives who looks into it.
+using Regions = std::span<const RegionDescription>;
 
 }  // namespace vlm

@@ -28,4 +28,12 @@ private:
     const Library& library_;
 };
 
+/// Months only, each for itself, of one branch or of all.
+inline constexpr RegionDescription kPuglia{.idRegioneTariffario = 13,
+                                           .title = "Puglia",
+                                           .make = MakeRegion<ASLExportPuglia>,
+                                           .quarterly = false,
+                                           .earlierPeriods = false,
+                                           .needsBranch = false};
+
 }  // namespace vlm

@@ -29,4 +29,7 @@ private:
     const Library& library_;
 };
 
+/// Every region without a description of its own exports as Sicily does.
+inline constexpr RegionDescription kSicilia{.title = "Sicilia", .make = MakeRegion<ASLExportSicilia>};
+
 }  // namespace vlm
