@@ -6,14 +6,7 @@
 
 namespace vlm {
 
-void ASLExport::ShowDialog() {
-    try {
-        frmASLExport dialog(*this);
-        library_.Toolkit().ShowModal(dialog);
-    } catch (const std::exception& error) {
-        messages::ShowError(library_.Toolkit(), error.what());
-    }
-}
+void ASLExport::ShowDialog() { ShowForm<frmASLExport>(*this); }
 
 bool ASLExport::ViewAsDecoded(const std::string& fileName, std::int32_t kind) {
     try {

@@ -1,10 +1,8 @@
 #include "frmASLExport.h"
 
-#include "frame/Messages.h"
 #include "frame/ModGeneral.h"
 #include "frame/ModSysTables.h"
 #include "frmSelectFile.h"
-#include "values/Utf8.h"
 
 namespace vlm {
 
@@ -12,54 +10,36 @@ namespace {
 
 constexpr std::int32_t kHelpContext = 5920;
 
-std::string BranchCondition(std::int32_t idBranca) {
-    return idBranca > 0 ? " WHERE IDBrancaPerStudio = " + std::to_string(idBranca) : std::string{};
-}
-
 void Enable(std::initializer_list<ui::Control*> controls, bool enabled) {
     for (ui::Control* control : controls) control->SetEnabled(enabled);
+}
+
+void Show(std::initializer_list<ui::Control*> controls, bool visible) {
+    for (ui::Control* control : controls) control->SetVisible(visible);
 }
 
 }  // namespace
 
 frmASLExport::frmASLExport(ASLExport& component)
-    : FormDialog(component.Lib(), "frmASLExport", "Esportazione ASL", KeyPreview::Frame), aslExportObject_(&component) {
-    LayOut();
-    Wire();
-}
-
-void frmASLExport::LayOut() {
+    : ExportDialog(component.Lib(), "frmASLExport", "Esportazione ASL", settings::kASLPath),
+      aslExportObject_(&component) {
     AddRow("", {{{&optTipoExport}}}, &fraTipoExport);
     AddRow("Periodo", {{{&cboMese, &cboTrimestre}}, {{&numAnno, &numAnnoTrimestre}}});
     AddRow("Branca", {{{&cboBranca}}});
     AddRow("Medico", {{{&cboSpecialista}}});
     AddRow("Tipo operazione", {{{&lstTipoOperazione}}});
-    AddRow("Destinazione:", {{{&txtPath}}, {{&cmdLink}}});
-    AddRow("", {{{&chkVisualizza}}});
+    AddDestinationRows();
     AddRow("", {{{&chkSimulazione}}});
     AddRow("", {{{&chkIncludiElaborate}}});
     AddRow("", {{{&chkIncludiPrecedenti}}});
-    SetButtons({&cmdConferma, &cmdVisualizza, &cmdAnnulla}, &cmdConferma, &cmdAnnulla);
-}
-
-void frmASLExport::Wire() {
     optTipoExport.OnChange = [this] { ShowFieldsOfType(); };
-    cboBranca.OnChange = [this] { Guarded([this] { LoadSpecialists(); }); };
-    cmdLink.OnChange = [this] { Guarded([this] { Browse(); }); };
-    BrowseWith(txtPath, cmdLink.OnChange);
-    cmdConferma.OnChange = [this] {
-        Guarded([this] {
-            if (Validate()) Run();
-        });
+    cboBranca.OnChange = [this] {
+        Guarded([this] { FillSpecialistsWithCode(Lib(), cboSpecialista, cboBranca.SelectedKey()); });
     };
-    cmdVisualizza.OnChange = [this] { Guarded([this] { ViewFile(); }); };
-    cmdAnnulla.OnChange = [this] { Close(); };
+    buttons.cmdVisualizza.OnChange = [this] { Guarded([this] { ViewFile(); }); };
 }
 
-void frmASLExport::Opening() {
-    // The destination comes first: whatever fails later, closing keeps it. Every step that asks the database stands
-    // for itself, so that one that fails leaves the others their work.
-    Guarded([this] { txtPath.SetText(GetSetting(Lib(), settings::kASLPath)); });
+void frmASLExport::Fill() {
     cboTrimestre.SetItems({"primo trimestre", "secondo trimestre", "terzo trimestre", "quarto trimestre"});
     lstTipoOperazione.SetItems({"Inserimento", "Variazione", "Cancellazione"});
     optTipoExport.SetPosition(0);
@@ -91,44 +71,14 @@ void frmASLExport::ApplyRegion() {
 }
 
 void frmASLExport::ShowFieldsOfType() {
-    const bool monthly = IsMonthly();
-    for (ui::Control* control :
-         std::initializer_list<ui::Control*>{&cboMese, &numAnno, &chkIncludiElaborate, &chkIncludiPrecedenti}) {
-        control->SetVisible(monthly);
-    }
-    cboTrimestre.SetVisible(!monthly);
-    numAnnoTrimestre.SetVisible(!monthly);
-}
-
-void frmASLExport::LoadSpecialists() {
-    cboSpecialista.extraColumns = {{"CodiceRegionale", "Codice regionale", 1400}};
-    cboSpecialista.keyColumn = "Specialista.IDSpecialista";
-    FillSpecialistsOfBranch(Lib(), cboSpecialista, ", Specialista.CodiceRegionale",
-                            BranchCondition(cboBranca.SelectedKey()));
-}
-
-void frmASLExport::Browse() {
-    const auto folder = Lib().Toolkit().ChooseFolder(std::string(text::Trim(txtPath.Text())));
-    if (folder && !folder->empty()) txtPath.SetText(*folder);
+    Show({&cboMese, &numAnno, &chkIncludiElaborate, &chkIncludiPrecedenti}, IsMonthly());
+    Show({&cboTrimestre, &numAnnoTrimestre}, !IsMonthly());
 }
 
 bool frmASLExport::Validate() {
-    bool valid = true;
-    if (cboBranca.SelectedKey() == 0 && aslExportObject_->Region().needsBranch) {
-        messages::ShowFieldMissing(Lib().Toolkit(), "Branca");
-        cboBranca.SetFocus();
-        valid = false;
-    }
-    if (text::Trim(txtPath.Text()).empty()) {
-        messages::ShowFieldMissing(Lib().Toolkit(), "Destinazione");
-        txtPath.SetFocus();
-        valid = false;
-    } else if (!IsDirectory(txtPath.Text())) {
-        messages::ShowPathNotValid(Lib().Toolkit(), "Destinazione");
-        txtPath.SetFocus();
-        valid = false;
-    }
-    return valid;
+    const bool branch = cboBranca.SelectedKey() != 0 || !aslExportObject_->Region().needsBranch;
+    const bool valid = Require(branch, "Branca", cboBranca);
+    return RequireDestination(Path()) && valid;
 }
 
 std::int32_t frmASLExport::Periodo() const { return IsMonthly() ? cboMese.SelectedKey() : cboTrimestre.Position() + 1; }
@@ -139,15 +89,7 @@ std::int16_t frmASLExport::Anno() const {
 
 std::string frmASLExport::ChosenCodiceRegionale() const {
     return cboSpecialista.SelectedKey() >= 1 ? cboSpecialista.SelectedColumn("CodiceRegionale")
-                                             : CodiceRegionaleOfBranch();
-}
-
-std::string frmASLExport::CodiceRegionaleOfBranch() const {
-    const data::ConnectionPtr& connection = Lib().Connection();
-    if (!connection || !connection->IsOpen()) return {};
-    const data::RecordsetPtr rows = connection->Open(std::string("SELECT Specialista.CodiceRegionale") +
-                                                     kSpecialistsOfBranch + BranchCondition(cboBranca.SelectedKey()));
-    return rows->AtEnd() ? std::string{} : std::string(rows->TextOf(rows->Ordinal("CodiceRegionale")));
+                                             : GetCodiceRegionale(Lib(), cboBranca.SelectedKey());
 }
 
 void frmASLExport::Run() {
@@ -159,17 +101,17 @@ void frmASLExport::Run() {
     component.Filter.anno = Anno();
     component.Filter.includiPrecedenti = chkIncludiPrecedenti.Checked();
     component.Filter.includiElaborate = chkIncludiElaborate.Checked();
-    component.Visualizza = chkVisualizza.Checked();
+    component.Visualizza = destination.chkVisualizza.Checked();
     component.Filter.tipiOperazione = 0;
     for (const int position : lstTipoOperazione.Selected()) component.Filter.tipiOperazione |= 1 << position;
-    component.Export(txtPath.Text(), TipoExport(), chkSimulazione.Checked());
+    component.Export(Path(), TipoExport(), chkSimulazione.Checked());
 }
 
 void frmASLExport::ViewFile() {
     ASLExport& component = *aslExportObject_;
     component.CodiceRegionale = ChosenCodiceRegionale();
     frmSelectFile selection(Lib());
-    const std::string folder(text::Trim(txtPath.Text()));
+    const std::string folder = TrimmedPath();
     if (!folder.empty()) {
         const std::string numeroASL = GetNumeroASL(Lib(), Lib().RequireConnection());
         selection.Folder = folder;
@@ -192,7 +134,7 @@ void frmASLExport::HelpRequested() {
 
 void frmASLExport::Closed() {
     aslExportObject_ = nullptr;
-    Guarded([this] { SaveSetting(Lib(), settings::kASLPath, txtPath.Text()); });
+    ExportDialog::Closed();
 }
 
 }  // namespace vlm

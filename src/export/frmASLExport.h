@@ -5,30 +5,26 @@
 
 #include "dialogs/PickList.h"
 #include "export/ASLExport.h"
-#include "frame/FormDialog.h"
+#include "frame/ExportDialog.h"
 
 namespace vlm {
 
-/// The service export dialog: what to export, from which period, branch and specialist, to which folder. It stays open
-/// after a run. A Puglia clinic exports monthly only.
-class frmASLExport : public FormDialog {
+/// The service export dialog: what to export, from which period, branch and specialist, to which folder. What of it the
+/// clinic's region has no use for is disabled.
+class frmASLExport : public ExportDialog {
 public:
     explicit frmASLExport(ASLExport& component);
 
-    void Opening() override;
     void Closed() override;
     void HelpRequested() override;
 
 private:
-    void Wire();
-    void LayOut();
+    void Fill() override;
+    bool Validate() override;
+    void Run() override;
     void ProposePeriod();
     void ApplyRegion();
     void ShowFieldsOfType();
-    void LoadSpecialists();
-    void Browse();
-    bool Validate();
-    void Run();
     void ViewFile();
 
     bool IsMonthly() const { return optTipoExport.Position() != 1; }
@@ -36,7 +32,6 @@ private:
     std::int32_t Periodo() const;
     std::int16_t Anno() const;
     std::string ChosenCodiceRegionale() const;
-    std::string CodiceRegionaleOfBranch() const;
 
     ASLExport* aslExportObject_;
 
@@ -49,15 +44,11 @@ private:
     ui::PickList cboBranca{*this, "cboBranca", "Branca"};
     ui::PickList cboSpecialista{*this, "cboSpecialista", "Medico"};
     ui::MultiList lstTipoOperazione{*this, "lstTipoOperazione", "Tipo operazione"};
-    ui::TextField txtPath{*this, "txtPath", "Destinazione:"};
-    ui::Button cmdLink{*this, "cmdLink", "..."};
-    ui::CheckBox chkVisualizza{*this, "chkVisualizza", "Visualizza &dopo elaborazione"};
+    Destination destination{*this};
     ui::CheckBox chkSimulazione{*this, "chkSimulazione", "&Simulazione"};
     ui::CheckBox chkIncludiElaborate{*this, "chkIncludiElaborate", "Includi prestazioni &elaborate nel periodo"};
     ui::CheckBox chkIncludiPrecedenti{*this, "chkIncludiPrecedenti", "&Includi prestazioni da periodi precedenti"};
-    ui::Button cmdConferma{*this, "cmdConferma", "&Avvia"};
-    ui::Button cmdVisualizza{*this, "cmdVisualizza", "&Visualizza ..."};
-    ui::Button cmdAnnulla{*this, "cmdAnnulla", "Chiudi"};
+    RunButtons buttons{*this};
 };
 
 }  // namespace vlm

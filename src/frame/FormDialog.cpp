@@ -1,7 +1,5 @@
 #include "frame/FormDialog.h"
 
-#include "frame/Messages.h"
-
 namespace vlm {
 
 namespace {

@@ -31,6 +31,24 @@ constexpr std::array kSources = {
            "IDTipoRevocaPaziente", "TipoRevocaPaziente"},
 };
 
+/// The specialists with their branches, from "FROM" on.
+constexpr const char* kSpecialistsOfBranch =
+    " FROM Specialista INNER JOIN BrancaPerStudioPerSpecialista"
+    " ON Specialista.IDSpecialista = BrancaPerStudioPerSpecialista.IDSpecialista";
+
+std::string OfBranch(std::int32_t idBranca) { return " WHERE IDBrancaPerStudio = " + std::to_string(idBranca); }
+
+std::string OfBranchOrAll(std::int32_t idBranca) { return idBranca > 0 ? OfBranch(idBranca) : std::string{}; }
+
+void FillSpecialists(const Library& library, ui::PickList& list, const std::string& furtherColumns,
+                     const std::string& condition) {
+    list.rowSource = "SELECT Specialista.IDSpecialista, Cognome + ' ' + Nome AS Specialista" + furtherColumns +
+                     kSpecialistsOfBranch + condition + " ORDER BY Cognome + ' ' + Nome";
+    list.displayColumn = "Specialista";
+    LoadPickList(list, library.RequireConnection());
+    if (list.RowCount() == 1) list.SelectIndex(0);
+}
+
 }  // namespace
 
 void LoadPickList(ui::PickList& list, data::Connection& connection) {
@@ -61,13 +79,23 @@ void FillPickList(const Library& library, ui::PickList& list, PickListKind kind,
     LoadPickList(list, library.RequireConnection());
 }
 
-void FillSpecialistsOfBranch(const Library& library, ui::PickList& list, const std::string& furtherColumns,
-                             const std::string& condition) {
-    list.rowSource = "SELECT Specialista.IDSpecialista, Cognome + ' ' + Nome AS Specialista" + furtherColumns +
-                     kSpecialistsOfBranch + condition + " ORDER BY Cognome + ' ' + Nome";
-    list.displayColumn = "Specialista";
-    LoadPickList(list, library.RequireConnection());
-    if (list.RowCount() == 1) list.SelectIndex(0);
+void FillSpecialistsOfBranch(const Library& library, ui::PickList& list, std::int32_t idBranca) {
+    list.keyColumn = "IDSpecialista";
+    FillSpecialists(library, list, {}, OfBranch(idBranca));
+}
+
+void FillSpecialistsWithCode(const Library& library, ui::PickList& list, std::int32_t idBranca) {
+    list.keyColumn = "Specialista.IDSpecialista";
+    list.extraColumns = {{"CodiceRegionale", "Codice regionale", 1400}};
+    FillSpecialists(library, list, ", Specialista.CodiceRegionale", OfBranchOrAll(idBranca));
+}
+
+std::string GetCodiceRegionale(const Library& library, std::int32_t idBranca) {
+    const data::ConnectionPtr& connection = library.Connection();
+    if (!connection || !connection->IsOpen()) return {};
+    const data::RecordsetPtr rows = connection->Open(std::string("SELECT Specialista.CodiceRegionale") +
+                                                     kSpecialistsOfBranch + OfBranchOrAll(idBranca));
+    return rows->AtEnd() ? std::string{} : std::string(rows->TextOf(rows->Ordinal("CodiceRegionale")));
 }
 
 }  // namespace vlm

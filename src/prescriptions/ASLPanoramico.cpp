@@ -15,14 +15,7 @@ constexpr const char* kAnomalyFolder = "AldraPanoramico";
 
 }  // namespace
 
-void ASLPanoramico::ShowDialog() {
-    try {
-        frmASLPanoramico dialog(*this);
-        library_.Toolkit().ShowModal(dialog);
-    } catch (const std::exception& error) {
-        messages::ShowError(library_.Toolkit(), error.what());
-    }
-}
+void ASLPanoramico::ShowDialog() { ShowForm<frmASLPanoramico>(*this); }
 
 std::string ASLPanoramico::SelectSQL() const {
     const HostUtility& utility = library_.Utility();

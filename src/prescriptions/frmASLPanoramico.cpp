@@ -1,10 +1,8 @@
 #include "frmASLPanoramico.h"
 
 #include "files/Paths.h"
-#include "frame/Messages.h"
 #include "frame/ModGeneral.h"
 #include "frame/ModSysTables.h"
-#include "values/Utf8.h"
 
 namespace vlm {
 
@@ -21,72 +19,34 @@ std::string ParentFolderOf(const std::string& path) {
 }  // namespace
 
 frmASLPanoramico::frmASLPanoramico(ASLPanoramico& component)
-    : FormDialog(component.Lib(), "frmASLPanoramico", "Esportazione ricette farmaci", KeyPreview::Frame),
+    : ExportDialog(component.Lib(), "frmASLPanoramico", "Esportazione ricette farmaci", settings::kASLPathPanoramico),
       aslPanoramicoObject_(&component) {
-    LayOut();
-    Wire();
-}
-
-void frmASLPanoramico::LayOut() {
     AddRow("Branca", {{{&cboBranca}}});
     AddRow("Medico", {{{&cboSpecialista}}});
     AddRow("Da data", {{{&dtFromDate}}});
     AddRow("A data", {{{&dtToDate}}});
-    AddRow("Destinazione:", {{{&txtPath}}, {{&cmdLink}}});
-    AddRow("", {{{&chkVisualizza}}});
-    SetButtons({&cmdConferma, &cmdVisualizza, &cmdAnnulla}, &cmdConferma, &cmdAnnulla);
-}
-
-void frmASLPanoramico::Wire() {
-    cboBranca.OnChange = [this] { Guarded([this] { LoadSpecialists(); }); };
-    cmdLink.OnChange = [this] { Guarded([this] { Browse(); }); };
-    BrowseWith(txtPath, cmdLink.OnChange);
-    cmdConferma.OnChange = [this] {
-        Guarded([this] {
-            if (Validate()) Run();
-        });
+    AddDestinationRows();
+    cboBranca.OnChange = [this] {
+        Guarded([this] { FillSpecialistsOfBranch(Lib(), cboSpecialista, cboBranca.SelectedKey()); });
     };
-    cmdAnnulla.OnChange = [this] { Close(); };
 }
 
-void frmASLPanoramico::Opening() {
-    // The destination comes first: whatever fails later, closing keeps it.
-    Guarded([this] { txtPath.SetText(GetSetting(Lib(), settings::kASLPathPanoramico)); });
+void frmASLPanoramico::Fill() {
     Guarded([this] {
         FillPickList(Lib(), cboBranca, PickListKind::Branches);
         if (cboBranca.RowCount() > 0) cboBranca.SelectIndex(0);
     });
 }
 
-void frmASLPanoramico::LoadSpecialists() {
-    cboSpecialista.keyColumn = "IDSpecialista";
-    FillSpecialistsOfBranch(Lib(), cboSpecialista, {},
-                            " WHERE IDBrancaPerStudio = " + std::to_string(cboBranca.SelectedKey()));
-}
-
-void frmASLPanoramico::Browse() {
-    const auto chosen = Lib().Toolkit().ChooseFile({"All files (*.*)|*.*|File progetto panoramico|*.txt",
-                                                    2,
-                                                    "txt",
-                                                    {},
-                                                    FileNameOf(files::ToLibrary(txtPath.Text()))});
-    if (chosen) txtPath.SetText(*chosen);
+std::optional<std::string> frmASLPanoramico::Choose() {
+    return Lib().Toolkit().ChooseFile(
+        {"All files (*.*)|*.*|File progetto panoramico|*.txt", 2, "txt", {}, FileNameOf(files::ToLibrary(Path()))});
 }
 
 bool frmASLPanoramico::Validate() {
-    const auto missing = [this](const char* field, ui::Control& control) {
-        messages::ShowFieldMissing(Lib().Toolkit(), field);
-        control.SetFocus();
-        return false;
-    };
-    if (cboBranca.SelectedKey() == 0) return missing("Branca", cboBranca);
-    if (!dtFromDate.Value()) return missing("Da data", dtFromDate);
-    if (!dtToDate.Value()) return missing("A data", dtToDate);
-    if (text::Trim(txtPath.Text()).empty()) return missing("Destinazione", txtPath);
-    if (IsDirectory(ParentFolderOf(txtPath.Text()))) return true;
-    messages::ShowPathNotValid(Lib().Toolkit(), "Destinazione");
-    txtPath.SetFocus();
-    return false;
+    return Require(cboBranca.SelectedKey() != 0, "Branca", cboBranca) &&
+           Require(dtFromDate.Value().has_value(), "Da data", dtFromDate) &&
+           Require(dtToDate.Value().has_value(), "A data", dtToDate) && RequireDestination(ParentFolderOf(Path()));
 }
 
 void frmASLPanoramico::Run() {
@@ -95,13 +55,13 @@ void frmASLPanoramico::Run() {
     component.IDBranca = cboBranca.SelectedKey();
     component.FromDate = *dtFromDate.Value();
     component.ToDate = *dtToDate.Value();
-    component.ExportFile(txtPath.Text());
+    component.ExportFile(Path());
     messages::ShowConcluded(Lib().Toolkit());
 }
 
 void frmASLPanoramico::Closed() {
     aslPanoramicoObject_ = nullptr;
-    Guarded([this] { SaveSetting(Lib(), settings::kASLPathPanoramico, txtPath.Text()); });
+    ExportDialog::Closed();
 }
 
 }  // namespace vlm

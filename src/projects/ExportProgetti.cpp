@@ -50,14 +50,7 @@ constexpr std::tuple kKeyColumns{
 
 }  // namespace
 
-void ExportProgetti::ShowDialog() {
-    try {
-        frmExportProgetti dialog(*this);
-        library_.Toolkit().ShowModal(dialog);
-    } catch (const std::exception& error) {
-        messages::ShowError(library_.Toolkit(), error.what());
-    }
-}
+void ExportProgetti::ShowDialog() { ShowForm<frmExportProgetti>(*this); }
 
 /// S20110120110200.txt: year and quarter from, year and quarter to, the centre.
 std::string ExportProgetti::FileName() const {

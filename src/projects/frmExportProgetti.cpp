@@ -1,10 +1,8 @@
 #include "frmExportProgetti.h"
 
-#include "frame/Messages.h"
 #include "frame/ModGeneral.h"
 #include "frame/ModSysTables.h"
 #include "values/Number.h"
-#include "values/Utf8.h"
 
 namespace vlm {
 
@@ -18,13 +16,8 @@ std::int16_t QuarterOf(const ui::FixedList& list) { return static_cast<std::int1
 }  // namespace
 
 frmExportProgetti::frmExportProgetti(ExportProgetti& component)
-    : FormDialog(component.Lib(), "frmExportProgetti", "Esportazione progetti", KeyPreview::Frame),
+    : ExportDialog(component.Lib(), "frmExportProgetti", "Esportazione progetti", settings::kASLExportPrestazioni),
       exportProgettiObject_(&component) {
-    LayOut();
-    Wire();
-}
-
-void frmExportProgetti::LayOut() {
     AddRow("Centro", {{{&cboStudio}}});
     AddRow("Da data autorizz.", {{{&dtFromDate}}});
     AddRow("A data autorizz.", {{{&dtToDate}}});
@@ -34,25 +27,10 @@ void frmExportProgetti::LayOut() {
     AddRow("Periodo", {{{&numAnno}}});
     AddRow("Da trimestre", {{{&cboDaTrimestre}}});
     AddRow("A trimestre", {{{&cboATrimestre}}});
-    AddRow("Destinazione:", {{{&txtPath}}, {{&cmdLink}}});
-    AddRow("", {{{&chkVisualizza}}});
-    SetButtons({&cmdConferma, &cmdVisualizza, &cmdAnnulla}, &cmdConferma, &cmdAnnulla);
+    AddDestinationRows();
 }
 
-void frmExportProgetti::Wire() {
-    cmdLink.OnChange = [this] { Guarded([this] { Browse(); }); };
-    BrowseWith(txtPath, cmdLink.OnChange);
-    cmdConferma.OnChange = [this] {
-        Guarded([this] {
-            if (Validate()) Run();
-        });
-    };
-    cmdAnnulla.OnChange = [this] { Close(); };
-}
-
-void frmExportProgetti::Opening() {
-    // The destination comes first: whatever fails later, closing keeps it.
-    Guarded([this] { txtPath.SetText(GetSetting(Lib(), settings::kASLExportPrestazioni)); });
+void frmExportProgetti::Fill() {
     cboStatoProgetto.SetItems({"Solo progetti aperti", "Solo progetti chiusi", "Progetti aperti e chiusi"});
     cboStatoProgetto.SetPosition(kEveryState);
     cboDaTrimestre.SetItems({"1", "2", "3", "4"});
@@ -60,28 +38,10 @@ void frmExportProgetti::Opening() {
     Guarded([this] { FillPickList(Lib(), cboStudio, PickListKind::Centres); });
 }
 
-void frmExportProgetti::Browse() {
-    const auto folder = Lib().Toolkit().ChooseFolder(std::string(text::Trim(txtPath.Text())));
-    if (folder && !folder->empty()) txtPath.SetText(*folder);
-}
-
 bool frmExportProgetti::Validate() {
-    const auto missing = [this](const char* field, ui::Control& control) {
-        messages::ShowFieldMissing(Lib().Toolkit(), field);
-        control.SetFocus();
-        return false;
-    };
-    const std::string_view folder = text::Trim(txtPath.Text());
-    if (folder.empty()) return missing("Destinazione", txtPath);
-    if (!IsDirectory(folder)) {
-        messages::ShowPathNotValid(Lib().Toolkit(), "Destinazione");
-        txtPath.SetFocus();
-        return false;
-    }
-    if (numAnno.Value() == 0) return missing("Anno", numAnno);
-    if (cboDaTrimestre.Position() < 0) return missing("Da trimestre", cboDaTrimestre);
-    if (cboATrimestre.Position() < 0) return missing("A trimestre", cboATrimestre);
-    return true;
+    return RequireDestination(TrimmedPath()) && Require(numAnno.Value() != 0, "Anno", numAnno) &&
+           Require(cboDaTrimestre.Position() >= 0, "Da trimestre", cboDaTrimestre) &&
+           Require(cboATrimestre.Position() >= 0, "A trimestre", cboATrimestre);
 }
 
 void frmExportProgetti::Run() {
@@ -94,14 +54,14 @@ void frmExportProgetti::Run() {
     component.Anno = text::ToInt16(numAnno.Value(), "Anno");
     component.DaTrimestre = QuarterOf(cboDaTrimestre);
     component.ATrimestre = QuarterOf(cboATrimestre);
-    component.VisualizzaDopo = chkVisualizza.Checked();
-    component.ExportFile(txtPath.Text());
+    component.VisualizzaDopo = destination.chkVisualizza.Checked();
+    component.ExportFile(Path());
     messages::ShowConcluded(Lib().Toolkit());
 }
 
 void frmExportProgetti::Closed() {
     exportProgettiObject_ = nullptr;
-    Guarded([this] { SaveSetting(Lib(), settings::kASLExportPrestazioni, txtPath.Text()); });
+    ExportDialog::Closed();
 }
 
 }  // namespace vlm

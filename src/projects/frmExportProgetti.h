@@ -1,27 +1,23 @@
 #pragma once
 
 #include "dialogs/PickList.h"
-#include "frame/FormDialog.h"
+#include "frame/ExportDialog.h"
 #include "projects/ExportProgetti.h"
 
 namespace vlm {
 
-/// The project export dialog: of which centre, authorisation dates, state and quarters, to which folder. It stays open
-/// after a run.
-class frmExportProgetti : public FormDialog {
+/// The project export dialog: of which centre, authorisation dates, state and quarters, to which folder.
+class frmExportProgetti : public ExportDialog {
 public:
     explicit frmExportProgetti(ExportProgetti& component);
 
-    void Opening() override;
     void Closed() override;
 
 private:
-    void LayOut();
-    void Wire();
-    void Browse();
-    /// Tells the first field that is not right and moves the focus there.
-    bool Validate();
-    void Run();
+    void Fill() override;
+    /// Stops at the first field that is not right.
+    bool Validate() override;
+    void Run() override;
 
     ExportProgetti* exportProgettiObject_;
 
@@ -34,12 +30,8 @@ private:
     ui::NumberField numAnno{*this, "numAnno", "Periodo", 0, 9999};
     ui::FixedList cboDaTrimestre{*this, "cboDaTrimestre", "Da trimestre"};
     ui::FixedList cboATrimestre{*this, "cboATrimestre", "A trimestre"};
-    ui::TextField txtPath{*this, "txtPath", "Destinazione:"};
-    ui::Button cmdLink{*this, "cmdLink", "..."};
-    ui::CheckBox chkVisualizza{*this, "chkVisualizza", "Visualizza &dopo elaborazione"};
-    ui::Button cmdConferma{*this, "cmdConferma", "&Avvia"};
-    ui::Button cmdVisualizza{*this, "cmdVisualizza", "&Visualizza ..."};  // does nothing: the file has no viewer
-    ui::Button cmdAnnulla{*this, "cmdAnnulla", "Chiudi"};
+    Destination destination{*this};
+    RunButtons buttons{*this};
 };
 
 }  // namespace vlm

@@ -7,7 +7,7 @@
 
 #include "dialogs/Dialog.h"
 #include "frame/Library.h"
-#include "values/Error.h"
+#include "frame/Messages.h"
 
 namespace vlm {
 
@@ -49,6 +49,18 @@ private:
     bool closeToolEnabled_ = true;
     std::vector<std::pair<ui::TextField*, std::function<void()>>> browsers_;
 };
+
+/// Shows a fresh dialog of a component and comes back when it has closed; an error is told to the user.
+template <class Form, class Component>
+void ShowForm(Component& component) {
+    ui::Toolkit& toolkit = component.Lib().Toolkit();
+    try {
+        Form dialog(component);
+        toolkit.ShowModal(dialog);
+    } catch (const std::exception& error) {
+        messages::ShowError(toolkit, error.what());
+    }
+}
 
 /// F3 is swallowed; Escape and Alt+F4 close the dialog when its frame's close tool is enabled; any other key goes on to
 /// the frame's key handling.

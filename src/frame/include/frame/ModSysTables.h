@@ -18,15 +18,12 @@ void LoadPickList(ui::PickList& list, data::Connection& connection);
 /// specialists only and may be empty. An unknown kind loads the row source that the list has.
 void FillPickList(const Library& library, ui::PickList& list, PickListKind kind, const std::string& condition = {});
 
-/// The specialists with their branches, from "FROM" on.
-inline constexpr const char* kSpecialistsOfBranch =
-    " FROM Specialista INNER JOIN BrancaPerStudioPerSpecialista"
-    " ON Specialista.IDSpecialista = BrancaPerStudioPerSpecialista.IDSpecialista";
-
-/// Loads the specialists of a branch, by name; a specialist who is the only one is chosen. `furtherColumns` follow key
-/// and name (", Specialista.CodiceRegionale"), `condition` is a whole WHERE clause; both may be empty. The list's key
-/// and extra columns are the dialog's business.
-void FillSpecialistsOfBranch(const Library& library, ui::PickList& list, const std::string& furtherColumns,
-                             const std::string& condition);
+/// Loads the specialists of a branch, by name; one who is the only one is chosen. Branch 0 has none.
+void FillSpecialistsOfBranch(const Library& library, ui::PickList& list, std::int32_t idBranca);
+/// The same with everybody's regional code in a column of its own ("CodiceRegionale"); branch 0 has everybody.
+void FillSpecialistsWithCode(const Library& library, ui::PickList& list, std::int32_t idBranca);
+/// The regional code of a branch: the one of the first specialist that the database names, of anybody for branch 0. ""
+/// when there is none, or no open connection.
+std::string GetCodiceRegionale(const Library& library, std::int32_t idBranca);
 
 }  // namespace vlm
