@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <map>
 #include <random>
 #include <string>
 #include <vector>
@@ -62,6 +63,13 @@ inline std::vector<std::string> NamesIn(const std::filesystem::path& folder) {
     }
     std::sort(names.begin(), names.end());
     return names;
+}
+
+/// What stands in a folder: the bytes of every file by its name, hidden ones too.
+inline std::map<std::string, std::string> FilesIn(const std::string& folder) {
+    std::map<std::string, std::string> files;
+    for (const std::string& name : NamesIn(folder)) files[name] = ReadBytes(folder + "/" + name);
+    return files;
 }
 
 }  // namespace vlm::test

@@ -1,31 +1,12 @@
-#include <csignal>
 #include <gtest/gtest.h>
-#include <sys/resource.h>
 
 #include "frame/RunFile.h"
+#include "support/SmallDisk.h"
 #include "support/TempFolder.h"
 #include "values/Error.h"
 
 namespace vlm::test {
 namespace {
-
-/// Files end after that many bytes while it lives, as on a disk that is full.
-class SmallDisk {
-public:
-    explicit SmallDisk(rlim_t bytes) : handler_(std::signal(SIGXFSZ, SIG_IGN)) {
-        ::getrlimit(RLIMIT_FSIZE, &before_);
-        const rlimit limit{bytes, before_.rlim_max};
-        ::setrlimit(RLIMIT_FSIZE, &limit);
-    }
-    ~SmallDisk() {
-        ::setrlimit(RLIMIT_FSIZE, &before_);
-        std::signal(SIGXFSZ, handler_);
-    }
-
-private:
-    rlimit before_{};
-    void (*handler_)(int);
-};
 
 TEST(RunFileTest, KeepsTheLinesWrittenHoweverTheRunEnds) {
     const TempFolder folder;
@@ -47,8 +28,7 @@ TEST(RunFileTest, KeepsTheLinesWrittenHoweverTheRunEnds) {
         file.Close();
         file.Close();
     }
-    EXPECT_EQ(ReadBytes(path), "");
-    EXPECT_EQ(NamesIn(folder.Path().string()), std::vector<std::string>{"file.txt"});
+    EXPECT_EQ(FilesIn(folder.Path().string()), (std::map<std::string, std::string>{{"file.txt", ""}}));
 }
 
 TEST(RunFileTest, AFullDiskLeavesWhatStoodThere) {
@@ -64,8 +44,7 @@ TEST(RunFileTest, AFullDiskLeavesWhatStoodThere) {
             file.Close();
         };
         EXPECT_THROW(run(), Error);
-        EXPECT_EQ(ReadBytes(path), "before");
-        EXPECT_EQ(NamesIn(folder.Path().string()), std::vector<std::string>{"file.txt"});
+        EXPECT_EQ(FilesIn(folder.Path().string()), (std::map<std::string, std::string>{{"file.txt", "before"}}));
     }
 }
 

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "PrescriptionClinic.h"
+#include "support/Words.h"
 
 namespace vlm::test {
 namespace {
@@ -9,34 +10,30 @@ TEST(PrescriptionDialogTest, OpensOnTheFirstBranchWithItsSpecialists) {
     PrescriptionClinic clinic;
     clinic.Create({});
     WriteBytes(clinic.settings, "[Aldra\\Settings]\nASLPathPanoramico=/kept/file.txt\n");
-    const HostRun run = clinic.Show({"cboBranca?", "cboSpecialista?", "dtFromDate?", "dtToDate?", "txtPath?",
-                                     "chkVisualizza?", "cmdVisualizza!", "help:"});
-    EXPECT_EQ(StateOf(run, "cboBranca", "value"), "1");
+    const HostRun run = clinic.Show(
+        WordsOf("cboBranca? cboSpecialista? dtFromDate? dtToDate? txtPath? chkVisualizza? cmdVisualizza! help:"));
     EXPECT_EQ(StateOf(run, "cboBranca", "items"), R"([{"key":1,"text":"Cardiologia"},{"key":2,"text":"Oculistica"})");
-    EXPECT_EQ(StateOf(run, "cboSpecialista", "value"), "0");
     EXPECT_EQ(StateOf(run, "cboSpecialista", "items"),
               R"([{"key":8,"text":"Bianchi Ugo"},{"key":7,"text":"Rossi Anna"})");
-    EXPECT_EQ(StateOf(run, "dtFromDate", "value") + StateOf(run, "dtToDate", "value"), R"("""")");
-    EXPECT_EQ(StateOf(run, "txtPath", "value"), "\"/kept/file.txt\"");
-    EXPECT_EQ(StateOf(run, "chkVisualizza", "value"), "0");
+    EXPECT_EQ(StatesOf(run, "value"), R"(1 0 "" "" "/kept/file.txt" 0)");
     // Neither the view button nor the help request does anything.
     EXPECT_EQ(run.events.size(), 8U);
-
-    const HostRun other = clinic.Show({"cboBranca=2", "cboSpecialista?"});
-    EXPECT_EQ(StateOf(other, "cboSpecialista", "value"), "9");  // the only one is chosen
-    const HostRun none = clinic.Show({"cboBranca=#-1", "cboSpecialista?"});
-    EXPECT_EQ(StateOf(none, "cboSpecialista", "rows"), "0");
+    // The only specialist is chosen; no branch has none.
+    const HostRun others = clinic.Show(WordsOf("cboBranca=2 cboSpecialista? cboBranca=#-1 cboSpecialista?"));
+    EXPECT_EQ(StatesOf(others, "value") + " of " + StatesOf(others, "rows"), "9 0 of 1 0");
 }
 
 TEST(PrescriptionDialogTest, StopsAtTheFirstFieldThatIsNotRight) {
     PrescriptionClinic clinic;
     clinic.Create({PrescriptionClinic::Prescription("1")});
-    const std::vector<std::string> confirmations = {
-        "cboBranca=#-1", "cmdConferma!", "cboBranca=1", "cmdConferma!", "dtFromDate=31/03/2011", "cmdConferma!",
-        "dtToDate=01/03/2011", "cmdConferma!", "txtPath=   ", "cmdConferma!", "txtPath=ricette.txt", "cmdConferma!",
-        "txtPath=" + clinic.out + "/none/ricette.txt", "cmdConferma!",
-        // Dates in the wrong order and nobody chosen pass; they select nothing.
-        "txtPath=" + clinic.out + "\\ricette.txt", "cmdConferma!"};
+    // Dates in the wrong order and nobody chosen pass; they select nothing.
+    const std::vector<std::string> confirmations =
+        WordsOf(
+            "cboBranca=#-1 cmdConferma! cboBranca=1 cmdConferma! dtFromDate=31/03/2011 cmdConferma! "
+            "dtToDate=01/03/2011 cmdConferma!") +
+        std::vector{std::string("txtPath=   ")} +
+        WordsOf("cmdConferma! txtPath=ricette.txt cmdConferma! txtPath=" + clinic.out +
+                "/none/ricette.txt cmdConferma! txtPath=" + clinic.out + "\\ricette.txt cmdConferma!");
     const std::string path = FocusEvent("txtPath");
     std::vector<std::string> events = Inside(clinic.Show(confirmations));
     std::erase_if(events, [](const std::string& event) { return event.find("\"pointer\"") != std::string::npos; });

@@ -1,6 +1,8 @@
 #include <gtest/gtest.h>
 
 #include "PrescriptionClinic.h"
+#include "prescriptions/ASLPanoramico.h"
+#include "support/FakeServices.h"
 #include "support/Positions.h"
 
 namespace vlm::test {
@@ -91,6 +93,24 @@ TEST(PrescriptionRunTest, WhatIsMissingIsNamed) {
     EXPECT_EQ(folder.Of("message").at(1), kConcludedEvent);
     WriteBytes(clinic.work + "/AldraPanoramico", "a file where the folder should be");
     EXPECT_NE(clinic.Export().Of("message").at(0).find("AldraPanoramico"), std::string::npos);
+}
+
+TEST(PrescriptionRunTest, TellsWhatItCameTo) {
+    PrescriptionClinic clinic;
+    clinic.Create({On("1", "2011-03-02"), On("2", "2011-03-05", {{"Quantita_1", "NULL"}})});
+    FakeServices services;
+    services.utility = PlainHostUtility(clinic.work);
+    services.library.SetConnection(clinic.Connect());
+    ASLPanoramico component(services.library);
+    component.IDSpecialista = 9;
+    component.IDBranca = 2;
+    std::string outcomes;
+    for (const int lastDay : {1, 4, 5}) {
+        component.FromDate = *Date::FromYmd(2011, 3, 1);
+        component.ToDate = *Date::FromYmd(2011, 3, lastDay);
+        outcomes += std::to_string(component.ExportFile(clinic.File())) + " ";
+    }
+    EXPECT_EQ(outcomes, "1 2 0 ");
 }
 
 TEST(PrescriptionRunTest, AnEmptySelectionCreatesNothing) {

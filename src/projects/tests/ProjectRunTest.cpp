@@ -5,6 +5,7 @@
 #include "console/JsonEventLog.h"
 #include "projects/ExportProgetti.h"
 #include "support/FakeServices.h"
+#include "support/Words.h"
 
 namespace vlm::test {
 namespace {
@@ -81,11 +82,8 @@ TEST(ProjectRunTest, AnEmptiedDateStillFilters) {
     ui::JsonEventLog events(log);
     const std::vector<std::string> run = {"numAnno=2011", "cboDaTrimestre=#0", "cboATrimestre=#1",
                                           "txtPath=" + clinic.out, "cmdConferma!"};
-    std::vector<std::string> words = {"in:frmExportProgetti", "dtToDate=15/01/2011"};
-    words.insert(words.end(), run.begin(), run.end());
-    words.insert(words.end(), {"end:", "in:frmExportProgetti"});
-    words.insert(words.end(), run.begin(), run.end());
-    words.push_back("end:");
+    const std::vector<std::string> first = WordsOf("in:frmExportProgetti dtToDate=15/01/2011");
+    const std::vector<std::string> words = first + run + WordsOf("end: in:frmExportProgetti") + run + WordsOf("end:");
     ui::ConsoleToolkit toolkit(ui::ConsoleScript(words), events);
     FakeServices services;
     Library library(services.With(toolkit));
@@ -98,10 +96,12 @@ TEST(ProjectRunTest, AnEmptiedDateStillFilters) {
     }
 }
 
-TEST(ProjectRunTest, OpensTheFileOnlyAfterAGoodRun) {
+TEST(ProjectRunTest, OpensTheFileWhenAsked) {
     ProjectClinic clinic;
-    clinic.Create({{12, {Of("1", {})}}});
-    EXPECT_EQ(Inside(clinic.Export({"chkVisualizza=1"})),
+    clinic.Create({{12, {Of("1", {}), Of("1", {{"CodiceFiscale", "'ALTRO'"}})}}});
+    const HostRun run = clinic.Export({"chkVisualizza=1"});
+    EXPECT_EQ(clinic.Projects(), "1 1");  // of two patients
+    EXPECT_EQ(Inside(run),
               (std::vector{kHourglass, kNormal,
                            R"({"event":"run","command":"Notepad.exe )" + clinic.out + R"(\\S20110120110200.txt"})",
                            kConcludedEvent}));

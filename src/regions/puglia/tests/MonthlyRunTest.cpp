@@ -7,6 +7,7 @@
 #include "puglia/ASLExportPuglia.h"
 #include "support/Events.h"
 #include "support/FakeServices.h"
+#include "support/Insertion.h"
 
 namespace vlm::test {
 namespace {
@@ -40,11 +41,9 @@ TEST(PugliaRunTest, WritesEveryFieldAtItsPositionAndMarksTheDocument) {
     clinic.Create({ServiceClinic::Service()});
     const HostRun run = clinic.Export();
     EXPECT_EQ(run.errors, "");
-    EXPECT_EQ(clinic.Out(), PugliaLine().WithLineEnd());
-    EXPECT_EQ(clinic.Report(), "");
     EXPECT_EQ(run.Of("message"), std::vector{Done(1)});
     EXPECT_EQ(clinic.Marks(), std::vector<std::string>{"1|True|1"});
-    EXPECT_EQ(NamesIn(clinic.work), (std::vector<std::string>{"C700007.txt", "C700007Err.txt"}));
+    EXPECT_EQ(FilesIn(clinic.work), (Row{{"C700007.txt", PugliaLine().WithLineEnd()}, {"C700007Err.txt", ""}}));
     EXPECT_NE(clinic.Export().Of("message").at(0).find("Nessun dato da elaborare."), std::string::npos);
     EXPECT_EQ(clinic.Out(), PugliaLine().WithLineEnd());
 }
@@ -53,75 +52,72 @@ TEST(PugliaRunTest, WritesTheRulesOfSingleFields) {
     const std::string zeros(24, '0');
     struct Case {
         const char* what;
-        Row change;
+        std::string change;
         std::size_t position;
         std::string written;
     };
     const std::vector<Case> cases = {
-        {"structure trimmed, rightmost kept", {{"CodiceRegionale", "' 9876543 '"}}, 1, "876543077001"},
-        {"structure filled", {{"CodiceRegionale", "'98'"}}, 1, "000098"},
-        {"points of the doctor go", {{"CodRegMedicoFiducia", "'7.70.01'"}}, 7, "077001"},
-        {"doctor with a letter", {{"CodRegMedicoFiducia", "'M7001'"}}, 7, "000000NICOL"},
-        {"no doctor", {{"CodRegMedicoFiducia", "NULL"}}, 7, "000000"},
-        {"doctor too long", {{"CodRegMedicoFiducia", "'12345678'"}}, 7, "345678"},
-        {"capitals with accents",
-         {{"PAZ_Cognome", "'àèìòù dell''àààààààààààààààààààààààààà'"}},
-         13,
+        {"structure trimmed, rightmost kept", "CodiceRegionale=' 9876543 '", 1, "876543077001"},
+        {"structure filled", "CodiceRegionale='98'", 1, "000098"},
+        {"points of the doctor go", "CodRegMedicoFiducia='7.70.01'", 7, "077001"},
+        {"doctor with a letter", "CodRegMedicoFiducia='M7001'", 7, "000000NICOL"},
+        {"no doctor", "CodRegMedicoFiducia=NULL", 7, "000000"},
+        {"doctor too long", "CodRegMedicoFiducia='12345678'", 7, "345678"},
+        {"capitals with accents", "PAZ_Cognome='àèìòù dell''àààààààààààààààààààààààààà'", 13,
          "\xC0\xC8\xCC\xD2\xD9 DELL'" + std::string(19, '\xC0') + "MARIA"},
-        {"no code in the code page", {{"PAZ_Nome", "'Łucja'"}}, 43, "?UCJA  "},
-        {"card of a patient without number", {{"NumAssistito", "NULL"}}, 73, "8038000123456789NCLMGR"},
-        {"a blank number is a number", {{"NumAssistito", "' '"}}, 73, std::string(16, ' ') + "NCL"},
-        {"small letter is no sex", {{"PAZ_Sesso", "'f'"}}, 105, "0"},
-        {"male", {{"PAZ_Sesso", "'M'"}}, 105, "1"},
-        {"birth unknown", {{"PAZ_DataNascita", "NULL"}}, 106, "00000000"},
-        {"no residence", {{"IDPaziente", "9"}}, 114, "000000190206"},
-        {"region and authority", {{"CodiceRegione", "'16'"}, {"NumeroASL", "NULL"}}, 120, "016000"},
-        {"short prescription number",
-         {{"NumRicetta1", "' 1234567 '"}, {"NumRicetta2", "'890'"}},
-         126,
-         "123456789000000027"},
-        {"long prescription number",
-         {{"NumRicetta1", "'1234567890'"}, {"NumRicetta2", "'abcdefghij'"}},
-         126,
+        {"no code in the code page", "PAZ_Nome='Łucja'", 43, "?UCJA  "},
+        {"card of a patient without number", "NumAssistito=NULL", 73, "8038000123456789NCLMGR"},
+        {"a blank number is a number", "NumAssistito=' '", 73, std::string(16, ' ') + "NCL"},
+        {"small letter is no sex", "PAZ_Sesso='f'", 105, "0"},
+        {"male", "PAZ_Sesso='M'", 105, "1"},
+        {"birth unknown", "PAZ_DataNascita=NULL", 106, "00000000"},
+        {"no residence", "IDPaziente=9", 114, "000000190206"},
+        {"region and authority", "CodiceRegione='16'; NumeroASL=NULL", 120, "016000"},
+        {"short prescription number", "NumRicetta1=' 1234567 '; NumRicetta2='890'", 126, "123456789000000027"},
+        {"long prescription number", "NumRicetta1='1234567890'; NumRicetta2='abcdefghij'", 126,
          "1234567890abcdef27022011"},
-        {"no prescription number", {{"NumRicetta1", "NULL"}, {"NumRicetta2", "NULL"}}, 126, std::string(16, '0')},
-        {"not issued", {{"DataRilascioRicetta", "NULL"}}, 142, "00000000150320110000100008"},
-        {"branch", {{"CodiceBranca", "'1234'"}}, 165, "234"},
-        {"code too long, as it stands", {{"CodicePrestazioneTariffario", "'x9.1.23.4z'"}}, 168, "x912302"},
-        {"the clinic's own code", {{"CodicePrestazioneTariffario", "NULL"}}, 168, " V10002"},
-        {"no quantity is one", {{"Quantita", "NULL"}}, 168, "  89701"},
-        {"quantity keeps its right digits", {{"Quantita", "123"}}, 168, "  89723"},
-        {"negative amount", {{"TotTicketEuro", "-12.5"}}, 231, "-0000012500"},
-        {"amount too long", {{"TotTicketEuro", "123456789.1"}}, 231, "23456789100"},
-        {"half of a thousandth away from zero", {{"TotQuotaPazienteTicketEuro", "0.0125"}}, 242, "00000000013E"},
-        {"no amount", {{"TotQuotaPazienteTicketEuro", "NULL"}}, 242, "00000000000E"},
-        {"exemption cut to six", {{"PS_CodiceIdentificativo", "'e02bcdEF'"}}, 257, "E02BCD "},
-        {"category five", {{"PS_IDCategoriaDiAppartenenza", "5"}}, 257, "1      "},
-        {"urgent", {{"IDPrioritaRicetta", "1"}}, 277, "U"},
-        {"deferred", {{"IDPrioritaRicetta", "3"}}, 277, "D"},
-        {"planned", {{"IDPrioritaRicetta", "4"}}, 277, "P"},
-        {"no such priority", {{"IDPrioritaRicetta", "5"}}, 277, " 01"},
-        {"neither guaranteed nor suggested", {{"PrescrizioneGarantita", "0"}, {"IDTipoRichiesta", "1"}}, 320, "   "},
-        {"access 2: no doctor", {{"IDTipoAccesso", "2"}}, 7, "000000"},
+        {"no prescription number", "NumRicetta1=NULL; NumRicetta2=NULL", 126, std::string(16, '0')},
+        {"not issued", "DataRilascioRicetta=NULL", 142, "00000000150320110000100008"},
+        {"branch", "CodiceBranca='1234'", 165, "234"},
+        {"code too long, as it stands", "CodicePrestazioneTariffario='x9.1.23.4z'", 168, "x912302"},
+        {"the clinic's own code", "CodicePrestazioneTariffario=NULL", 168, " V10002"},
+        {"no quantity is one", "Quantita=NULL", 168, "  89701"},
+        {"quantity keeps its right digits", "Quantita=123", 168, "  89723"},
+        {"negative amount", "TotTicketEuro=-12.5", 231, "-0000012500"},
+        {"amount too long", "TotTicketEuro=123456789.1", 231, "23456789100"},
+        {"half of a thousandth away from zero", "TotQuotaPazienteTicketEuro=0.0125", 242, "00000000013E"},
+        {"no amount", "TotQuotaPazienteTicketEuro=NULL", 242, "00000000000E"},
+        {"exemption cut to six", "PS_CodiceIdentificativo='e02bcdEF'", 257, "E02BCD "},
+        {"category five", "PS_IDCategoriaDiAppartenenza=5", 257, "1      "},
+        {"urgent", "IDPrioritaRicetta=1", 277, "U"},
+        {"deferred", "IDPrioritaRicetta=3", 277, "D"},
+        {"planned", "IDPrioritaRicetta=4", 277, "P"},
+        {"no such priority", "IDPrioritaRicetta=5", 277, " 01"},
+        {"neither guaranteed nor suggested", "PrescrizioneGarantita=0; IDTipoRichiesta=1", 320, "   "},
+        {"access 2: no doctor", "IDTipoAccesso=2", 7, "000000"},
         {"access 2: number of the structure, date of dispatch",
-         {{"IDTipoAccesso", "2"}, {"NumeroDocumento", "1234567"}, {"CodiceRegionale", "'98'"}},
-         126,
-         "046000098123456715032011"},
-        {"access 2: no booking", {{"IDTipoAccesso", "2"}}, 278, "02" + zeros + "16032011"},
-        {"access 3: its own number", {{"IDTipoAccesso", "3"}}, 126, "123456789012345627022011"},
-        {"access 3: doctor", {{"IDTipoAccesso", "3"}}, 7, "077001"},
-        {"access 3: no booking", {{"IDTipoAccesso", "3"}}, 278, "03" + zeros + "16032011"},
-        {"no access", {{"IDTipoAccesso", "NULL"}}, 278, "0001032011"},
+         "IDTipoAccesso=2; NumeroDocumento=1234567; CodiceRegionale='98'", 126, "046000098123456715032011"},
+        {"access 2: no booking", "IDTipoAccesso=2", 278, "02" + zeros + "16032011"},
+        {"access 3: its own number", "IDTipoAccesso=3", 126, "123456789012345627022011"},
+        {"access 3: doctor", "IDTipoAccesso=3", 7, "077001"},
+        {"access 3: no booking", "IDTipoAccesso=3", 278, "03" + zeros + "16032011"},
+        {"no access", "IDTipoAccesso=NULL", 278, "0001032011"},
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.what);
         PugliaClinic one;
-        one.Create({ServiceClinic::Service(c.change)});
+        one.Create({ServiceClinic::Service(ColumnsOf(c.change))});
         one.Export();
         const std::string file = one.Out();
         ASSERT_EQ(file.size(), 343U);
         EXPECT_EQ(file.substr(c.position - 1, c.written.size()), c.written);
     }
+}
+
+TEST(PugliaRunTest, APrescriptionHasRoomForEightServices) {
+    PugliaClinic clinic;
+    clinic.Create(std::vector<Row>(8, ServiceClinic::Service()));
+    EXPECT_EQ(clinic.Export().Of("message"), std::vector{Done(1)});
 }
 
 TEST(PugliaRunTest, NumbersPrescriptionsAndKeepsTheirServicesApart) {
@@ -139,12 +135,15 @@ TEST(PugliaRunTest, NumbersPrescriptionsAndKeepsTheirServicesApart) {
     EXPECT_EQ(clinic.Marks(), (std::vector<std::string>{"4|True|1", "5|True|3", "6|True|2"}));
 }
 
-TEST(PugliaRunTest, ASimulationDeliversAndMarksNothing) {
+TEST(PugliaRunTest, ASimulationDeliversAndMarksNothingAndShowsTheFileWhenAsked) {
     PugliaClinic clinic;
     clinic.Create({ServiceClinic::Service()});
-    EXPECT_EQ(clinic.Export({"chkSimulazione=1"}).Of("message"), std::vector{Done(1)});
+    EXPECT_EQ(clinic.Export("chkSimulazione=1").Of("message"), std::vector{Done(1)});
     EXPECT_EQ(clinic.Out(), PugliaLine().WithLineEnd());
     EXPECT_EQ(clinic.Marks(), std::vector<std::string>{"1|False|"});
+    const HostRun shown = clinic.Export("chkVisualizza=1");
+    EXPECT_TRUE(shown.Of("message").empty());
+    EXPECT_EQ(shown.Of("dialog").at(1), R"({"event":"dialog","name":"frmViewData","title":"Esportazione ASL"})");
 }
 
 TEST(PugliaRunTest, ChecksTheDates) {
@@ -173,21 +172,19 @@ TEST(PugliaRunTest, ChecksTheDates) {
         {"start in the next year", ServiceClinic::Service({{"DataInizioCiclo", "'2012-01-01'"}}), starts("01/01/2012")},
         {"start in the month before", ServiceClinic::Service({{"DataInizioCiclo", "'2011-02-28'"}}), ""},
         {"single with a start", Single({{"DataInizioCiclo", "'2011-03-01'"}}), notCyclic},
-        {"single, other dates missing", Single({{"DataAssegnata", "NULL"}, {"DataRefertazione", "NULL"}}),
+        {"single, other dates missing", Single(ColumnsOf("DataAssegnata=NULL; DataRefertazione=NULL")),
          label + "Data refertazione mancante\r\n" + reported + assigned},
         {"single, all three",
-         Single({{"DataInizioCiclo", "'2011-03-01'"},
-                 {"DataAssegnata", "'2011-03-14'"},
-                 {"DataRefertazione", "'2011-03-16'"}}),
+         Single(ColumnsOf("DataInizioCiclo='2011-03-01'; DataAssegnata='2011-03-14'; DataRefertazione='2011-03-16'")),
          notCyclic + reported + assigned},
         {"a service without code is not looked at",
-         Single({{"DataAssegnata", "NULL"}, {"CodicePrestazioneTariffario", "NULL"}, {"CodicePrestazione", "''"}}), ""},
+         Single(ColumnsOf("DataAssegnata=NULL; CodicePrestazioneTariffario=NULL; CodicePrestazione=''")), ""},
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.what);
         PugliaClinic one;
         one.Create({c.service});
-        one.Export({"chkSimulazione=1"});
+        one.Export("chkSimulazione=1");
         EXPECT_EQ(one.Report(), c.report.empty() ? "" : c.report + "\r\n");
     }
 }
@@ -212,9 +209,8 @@ TEST(PugliaRunTest, AFileWithAnomaliesGoesOutAndIsMarked) {
     PugliaClinic clinic;
     // The document is checked after every row, with what the row says of it.
     clinic.Create({Single({{"DataAssegnata", "NULL"}}),
-                   Single({{"DataAssegnata", "NULL"}, {"NumeroDocumento", "9"}, {"IDTipoDocumento", "2"}}),
-                   Document(2)});
-    const HostRun run = clinic.Export({"chkVisualizza=1", "answer:yes"});
+                   Single(ColumnsOf("DataAssegnata=NULL; NumeroDocumento=9; IDTipoDocumento=2")), Document(2)});
+    const HostRun run = clinic.Export("chkVisualizza=1 answer:yes");
     const std::string message = "Data assegnata incongruente con data di spedizione\r\n";
     const std::string receipt = "Ricevuta A-9 del 16/03/2011:  - Prestazione ";
     EXPECT_EQ(clinic.Report(), "Fattura A-125 del 16/03/2011:  - Prestazione 1: " + message + "\r\n" + receipt +
@@ -229,14 +225,6 @@ TEST(PugliaRunTest, AFileWithAnomaliesGoesOutAndIsMarked) {
     EXPECT_EQ(run.Of("dialog").size(), 1U);  // the viewer stays closed
 }
 
-TEST(PugliaRunTest, ShowsTheFileWhenAsked) {
-    PugliaClinic clinic;
-    clinic.Create({ServiceClinic::Service()});
-    const HostRun run = clinic.Export({"chkVisualizza=1"});
-    EXPECT_TRUE(run.Of("message").empty());
-    EXPECT_EQ(run.Of("dialog").at(1), R"({"event":"dialog","name":"frmViewData","title":"Esportazione ASL"})");
-}
-
 TEST(PugliaRunTest, ExportsMonthsOnlyUnderTheSpecialistsCode) {
     FakeServices services;
     ASLExportPuglia region(services.library);
@@ -248,24 +236,19 @@ TEST(PugliaRunTest, ExportsMonthsOnlyUnderTheSpecialistsCode) {
 }
 
 /// Endings that fail: one message names the cause, nothing is marked, every file is as it was.
-void ExpectFailed(PugliaClinic& clinic, const std::vector<Row>& services, const std::string& reason) {
-    clinic.Create(services);
-    for (const std::string& folder : {clinic.out, clinic.work}) WriteBytes(folder + "/C700007.txt", "earlier");
-    const HostRun run = clinic.Export({"chkVisualizza=1"});
-    ASSERT_EQ(run.Of("message").size(), 1U);
-    const std::string message = run.Of("message").front();
-    EXPECT_NE(message.find("Si è verificato un errore durante la generazione del file."), std::string::npos) << message;
-    EXPECT_NE(message.find(reason), std::string::npos) << message;
-    for (const std::string& folder : {clinic.out, clinic.work}) {
-        EXPECT_EQ(NamesIn(folder), std::vector<std::string>{"C700007.txt"});
-        EXPECT_EQ(ReadBytes(folder + "/C700007.txt"), "earlier");
-    }
-    EXPECT_EQ(clinic.Query("SELECT COUNT(*) FROM Parcella WHERE ElaborataASL <> 0 OR ProgressivoRicetta > 0"),
-              std::vector<std::string>{"0"});
-    EXPECT_EQ(run.Of("dialog").size(), 1U);
-}
-
-TEST(PugliaFailingRunTest, ACellThatCannotBeReadNamesItsColumn) {
+TEST(PugliaRunTest, AFailureIsNamedAndTakesEverythingBack) {
+    struct Case {
+        std::string reason;
+        std::vector<Row> services;
+        const char* extraSql = "";
+    };
+    std::vector<Case> cases = {
+        {"Indice non compreso nell'intervallo: Fattura A-125 del 16/03/2011: ", std::vector<Row>(9, Document(2))},
+        {"vietato",
+         {Document(1), Document(2)},
+         "CREATE TRIGGER Vieta BEFORE UPDATE ON Parcella WHEN NEW.IDParcella = 2 BEGIN SELECT RAISE(ABORT, 'vietato');"
+         " END;"}};
+    cases.front().services.push_back(Document(1));
     for (const auto& [column, value] : Row{{"NumeroDocumento", "'12x'"},
                                            {"DataDocumento", "'2011-02-30'"},
                                            {"DataRefertazione", "'ieri'"},
@@ -274,43 +257,26 @@ TEST(PugliaFailingRunTest, ACellThatCannotBeReadNamesItsColumn) {
                                            {"TotTicketEuro", "'molto'"},
                                            {"TotQuotaPazienteTicketEuro", "'poco'"},
                                            {"Quantita", "70000"}}) {
-        SCOPED_TRACE(column);
-        PugliaClinic clinic;
-        ExpectFailed(clinic, {Document(1), Document(2, {{column, value}})}, column);
+        cases.push_back({column, {Document(1), Document(2, {{column, value}})}});
     }
-}
-
-TEST(PugliaFailingRunTest, ANinthServiceNamesItsDocument) {
-    PugliaClinic eight;
-    eight.Create(std::vector<Row>(8, ServiceClinic::Service()));
-    EXPECT_EQ(eight.Export().Of("message"), std::vector{Done(1)});
-    PugliaClinic nine;
-    std::vector<Row> services(9, Document(2));
-    services.push_back(Document(1));
-    ExpectFailed(nine, services, "Indice non compreso nell'intervallo: Fattura A-125 del 16/03/2011: ");
-}
-
-TEST(PugliaFailingRunTest, AMarkingThatFailsTakesEverythingBack) {
-    PugliaClinic clinic;
-    clinic.extraSql =
-        "CREATE TRIGGER Vieta BEFORE UPDATE ON Parcella WHEN NEW.IDParcella = 2 BEGIN SELECT RAISE(ABORT, 'vietato');"
-        " END;";
-    ExpectFailed(clinic, {Document(1), Document(2)}, "vietato");
-}
-
-TEST(PugliaFailingRunTest, AMissingColumnIsNamed) {
-    PugliaClinic clinic;
-    clinic.extraSql = "ALTER TABLE VwPrestazionePerASL DROP COLUMN IDTipoAccesso;";
-    ExpectFailed(clinic, {Document(1)}, "IDTipoAccesso");
-}
-
-TEST(PugliaFailingRunTest, APrescriptionNumberNeverWraps) {
-    PugliaClinic clinic;
-    clinic.extraSql =
-        "UPDATE VwPrestazionePerASL SET IDParcella = 0; WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n"
-        " WHERE i < 32767) INSERT INTO VwPrestazionePerASL SELECT v.* FROM n, VwPrestazionePerASL v;"
-        " UPDATE VwPrestazionePerASL SET IDParcella = rowid;";
-    ExpectFailed(clinic, {Document(1)}, "32768");
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.reason);
+        PugliaClinic clinic;
+        clinic.extraSql = c.extraSql;
+        clinic.Create(c.services);
+        for (const std::string& folder : {clinic.out, clinic.work}) WriteBytes(folder + "/C700007.txt", "earlier");
+        const HostRun run = clinic.Export("chkVisualizza=1");
+        ASSERT_EQ(run.Of("message").size(), 1U);
+        const std::string message = run.Of("message").front();
+        EXPECT_NE(message.find("Si è verificato un errore durante la generazione del file."), std::string::npos);
+        EXPECT_NE(message.find(c.reason), std::string::npos) << message;
+        for (const std::string& folder : {clinic.out, clinic.work}) {
+            EXPECT_EQ(FilesIn(folder), (Row{{"C700007.txt", "earlier"}}));
+        }
+        EXPECT_EQ(clinic.Query("SELECT COUNT(*) FROM Parcella WHERE ElaborataASL <> 0 OR ProgressivoRicetta > 0"),
+                  std::vector<std::string>{"0"});
+        EXPECT_EQ(run.Of("dialog").size(), 1U);
+    }
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 
 #include "support/Positions.h"
 #include "support/ServiceClinic.h"
+#include "support/Words.h"
 
 namespace vlm::test {
 
@@ -11,9 +12,8 @@ struct PugliaClinic : ServiceClinic {
         idRegioneTariffario = 13;
         clinic = 16;
     }
-    HostRun Export(std::vector<std::string> before = {}) const {
-        before.insert(before.end(), {"txtPath=" + out, "cmdConferma!"});
-        return Run(before);
+    HostRun Export(const std::string& before = {}) const {
+        return Run(WordsOf(before) + std::vector{"txtPath=" + out, std::string("cmdConferma!")});
     }
     std::string Out() const { return ReadBytes(out + "/C700007.txt"); }
     std::string Report() const { return ReadBytes(work + "/C700007Err.txt"); }

@@ -19,12 +19,19 @@ Row Sent(int parcella, const std::string& date, const std::string& quantity, con
     return ServiceClinic::Service(row);
 }
 
-HostRun Export(const ServiceClinic& clinic, std::vector<std::string> more = {}) {
-    std::vector<std::string> steps = {"optTipoExport=1", "cboTrimestre=#0", "numAnnoTrimestre=2011",
-                                      "txtPath=" + clinic.out};
-    steps.insert(steps.end(), more.begin(), more.end());
-    steps.push_back("cmdConferma!");
-    return clinic.Run(steps);
+HostRun Export(const ServiceClinic& clinic) {
+    return clinic.Run(
+        {"optTipoExport=1", "cboTrimestre=#0", "numAnnoTrimestre=2011", "txtPath=" + clinic.out, "cmdConferma!"});
+}
+
+/// Branch, number of services and month of every line of the file, and its ticket.
+std::string LinesIn(const ServiceClinic& clinic) {
+    const std::string file = ReadBytes(clinic.out + "/2010111S.txt");
+    std::string lines;
+    for (std::size_t at = 0; at + 62 <= file.size(); at += 62) {
+        lines += file.substr(at + 11, 2) + " " + file.substr(at + 33, 8) + " " + file.substr(at + 23, 10) + "; ";
+    }
+    return lines;
 }
 
 TEST(SummaryRunTest, WritesALineForEachMonthAtItsPositions) {
@@ -39,7 +46,7 @@ TEST(SummaryRunTest, WritesALineForEachMonthAtItsPositions) {
         Sent(4, "2011-04-01", "7", "100"),                           // another quarter
         Sent(5, "2011-03-31 18:00:00", "12", "-0.5", {{"CodiceRegionale", "'98'"}}),
     });
-    const HostRun run = Export(clinic, {"chkSimulazione=0"});
+    const HostRun run = Export(clinic);
     const auto line = [](const char* month, const char* gross, const char* ticket, const char* count,
                          const char* structure) {
         return Positions(60, {At(1, "201"), At(4, "03"), At(6, structure), At(12, "08"), At(14, gross), At(24, ticket),
@@ -54,24 +61,17 @@ TEST(SummaryRunTest, WritesALineForEachMonthAtItsPositions) {
     EXPECT_EQ(clinic.Query("SELECT COUNT(*) FROM Parcella WHERE ElaborataASL = 0"), std::vector<std::string>{"1"});
 }
 
-TEST(SummaryRunTest, TwoBranchesMeetInOneLineWhenTheirMonthsDo) {
-    ServiceClinic clinic;
-    clinic.Create({Sent(1, "2011-01-10", "1", "1"), Sent(2, "2011-01-11", "2", "2", {{"CodiceBranca", "'09'"}}),
-                   Sent(3, "2011-02-11", "4", "4", {{"CodiceBranca", "'09'"}}),
-                   Sent(4, "2011-01-11", "8", "8", {{"CodiceBranca", "'10'"}})});
-    Export(clinic);
-    const std::string file = ReadBytes(clinic.out + "/2010111S.txt");
-    ASSERT_EQ(file.size(), 3U * 62U);
-    EXPECT_EQ(file.substr(11, 2) + file.substr(33, 8), "0800000301");
-    EXPECT_EQ(file.substr(62 + 11, 2) + file.substr(62 + 33, 8), "0900000402");
-    EXPECT_EQ(file.substr(124 + 11, 2) + file.substr(124 + 33, 8), "1000000801");
-}
-
-TEST(SummaryRunTest, ATicketCountsAgainWhenItsDocumentComesBack) {
-    ServiceClinic clinic;
-    clinic.Create({Sent(0, "2011-01-10", "1", "1"), Sent(2, "2011-01-11", "1", "1"), Sent(0, "2011-01-12", "1", "1")});
-    Export(clinic);
-    EXPECT_EQ(ReadBytes(clinic.out + "/2010111S.txt").substr(23, 10), "0000010,50");
+TEST(SummaryRunTest, BranchesMeetInOneLineWhenTheirMonthsDoAndATicketCountsAgainWhenItsDocumentComesBack) {
+    ServiceClinic branches;
+    branches.Create({Sent(1, "2011-01-10", "1", "1"), Sent(2, "2011-01-11", "2", "2", {{"CodiceBranca", "'09'"}}),
+                     Sent(3, "2011-02-11", "4", "4", {{"CodiceBranca", "'09'"}}),
+                     Sent(4, "2011-01-11", "8", "8", {{"CodiceBranca", "'10'"}})});
+    Export(branches);
+    EXPECT_EQ(LinesIn(branches), "08 00000301 0000007,00; 09 00000402 0000003,50; 10 00000801 0000003,50; ");
+    ServiceClinic tickets;
+    tickets.Create({Sent(0, "2011-01-10", "1", "1"), Sent(2, "2011-01-11", "1", "1"), Sent(0, "2011-01-12", "1", "1")});
+    Export(tickets);
+    EXPECT_EQ(LinesIn(tickets), "08 00000301 0000010,50; ");
 }
 
 TEST(SummaryRunTest, ChecksTheRunOnceAndOnItsFirstRow) {
@@ -95,21 +95,15 @@ TEST(SummaryRunTest, ChecksTheRunOnceAndOnItsFirstRow) {
     EXPECT_EQ(ReadBytes(later.out + "/2010111S.txt").substr(62 + 5, 6), "      ");
 }
 
-TEST(SummaryRunTest, ACountBeyondItsWidthIsAnErrorAndNoWrap) {
-    ServiceClinic clinic;
-    clinic.Create({Sent(1, "2011-01-10", "30000", "1"), Sent(2, "2011-01-10", "30000", "1")});
-    const HostRun run = Export(clinic);
-    EXPECT_NE(run.Of("message").at(0).find("Overflow"), std::string::npos);
-    EXPECT_TRUE(NamesIn(clinic.out).empty());
-    EXPECT_TRUE(NamesIn(clinic.work).empty());
-}
-
-TEST(SummaryRunTest, AnEmptyQuarterSaysSo) {
-    ServiceClinic clinic;
-    clinic.Create({Sent(1, "2011-01-10", "1", "1", {{"ElaborataASL", "0"}})});
-    const HostRun run = Export(clinic);
-    EXPECT_NE(run.Of("message").at(0).find("Nessun dato da elaborare."), std::string::npos);
-    EXPECT_TRUE(NamesIn(clinic.work).empty());
+TEST(SummaryRunTest, ACountBeyondItsWidthIsAnErrorAndAnEmptyQuarterSaysSo) {
+    for (const auto& [sent, told] : Row{{"0", "Nessun dato da elaborare."}, {"1", "Overflow"}}) {
+        ServiceClinic clinic;
+        clinic.Create({Sent(1, "2011-01-10", "30000", "1", {{"ElaborataASL", sent}}),
+                       Sent(2, "2011-01-10", "30000", "1", {{"ElaborataASL", sent}})});
+        EXPECT_NE(Export(clinic).Of("message").at(0).find(told), std::string::npos);
+        EXPECT_TRUE(NamesIn(clinic.out).empty());
+        EXPECT_TRUE(NamesIn(clinic.work).empty());
+    }
 }
 
 }  // namespace
