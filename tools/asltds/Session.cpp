@@ -24,7 +24,7 @@ struct LoginRequest {
 constexpr std::size_t kDirectory = 36;  // where the places of the texts stand
 enum DirectoryEntry { kHost, kUser, kPassword, kProgram, kServer, kExtension, kLibrary, kLanguage, kDatabase };
 
-std::string_view Part(std::string_view message, int entry) {
+std::string_view EntryOf(std::string_view message, int entry) {
     ByteReader directory(message);
     directory.Take(kDirectory + 4 * static_cast<std::size_t>(entry));
     const std::uint64_t offset = directory.Number(2);
@@ -51,9 +51,9 @@ LoginRequest LoginRequest::Parse(std::string_view message) {
     request.version = std::min(static_cast<std::uint32_t>(fixed.Number(4)), kVersion74);
     if (request.version < 0x71000000) throw ProtocolError("a login asks for an old protocol");
     request.packetSize = fixed.Number(4);
-    request.user = FromWide(Part(message, kUser));
-    request.password = FromWide(Revealed(Part(message, kPassword)));
-    request.database = FromWide(Part(message, kDatabase));
+    request.user = FromWide(EntryOf(message, kUser));
+    request.password = FromWide(Revealed(EntryOf(message, kPassword)));
+    request.database = FromWide(EntryOf(message, kDatabase));
     return request;
 }
 

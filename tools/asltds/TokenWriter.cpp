@@ -16,13 +16,13 @@ enum Token {
     kChangeToken = 0xE3,
 };
 
-enum Change { kDatabase = 1, kPacketSize = 4, kCollation = 7 };
+enum Change { kDatabaseChange = 1, kPacketSizeChange = 4, kCollationChange = 7 };
 enum Status { kMore = 1, kError = 2, kCount = 0x10, kAttention = 0x20 };
 
 constexpr std::uint32_t kVersion72 = 0x72090002;
 constexpr int kIntN = 0x26;
 constexpr std::string_view kProduct = "Microsoft SQL Server";
-constexpr std::string_view kServer = "asltds";
+constexpr std::string_view kServerName = "asltds";
 constexpr std::size_t kLongestText = 2048;             // characters of an error's text
 constexpr std::uint64_t kProductVersion = 0xD007000F;  // 15.0.2000
 
@@ -69,7 +69,7 @@ void TokenWriter::LoginAccepted() {
 
 void TokenWriter::DatabaseChanged(std::string_view now, std::string_view before) {
     const std::size_t size = BeginSized(kChangeToken);
-    token_.Add(kDatabase, 1);
+    token_.Add(kDatabaseChange, 1);
     token_.AddCounted(now, 1);
     token_.AddCounted(before, 1);
     SendSized(size);
@@ -77,7 +77,7 @@ void TokenWriter::DatabaseChanged(std::string_view now, std::string_view before)
 
 void TokenWriter::PacketSizeChanged(std::size_t now, std::size_t before) {
     const std::size_t size = BeginSized(kChangeToken);
-    token_.Add(kPacketSize, 1);
+    token_.Add(kPacketSizeChange, 1);
     token_.AddCounted(std::to_string(now), 1);
     token_.AddCounted(std::to_string(before), 1);
     SendSized(size);
@@ -85,7 +85,7 @@ void TokenWriter::PacketSizeChanged(std::size_t now, std::size_t before) {
 
 void TokenWriter::CollationChanged() {
     const std::size_t size = BeginSized(kChangeToken);
-    token_.Add(kCollation, 1);
+    token_.Add(kCollationChange, 1);
     token_.Add(kLatinCollation.size(), 1);
     token_.Add(kLatinCollation);
     token_.Add(0, 1);
@@ -110,7 +110,7 @@ void TokenWriter::Failed(const ServerError& error) {
     token_.Add(1, 1);  // state
     token_.Add(error.Severity(), 1);
     token_.AddCounted(text::Left(error.what(), kLongestText), 2);
-    token_.AddCounted(kServer, 1);
+    token_.AddCounted(kServerName, 1);
     token_.AddCounted("", 1);  // procedure
     token_.Add(1, HasLargeTexts() ? 4 : 2);
     SendSized(size);
