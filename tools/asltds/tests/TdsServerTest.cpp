@@ -1,249 +1,272 @@
-#include <array>
-#include <cmath>
 #include <gtest/gtest.h>
 #include <optional>
 
-#include "OdbcClient.h"
-#include "asltds/TdsServer.h"
+#include "odbc/OdbcConnection.h"
+#include "support/ConnectionContract.h"
 #include "support/DatabaseFolder.h"
+#include "support/OdbcServerText.h"
 #include "support/RowText.h"
+#include "values/Error.h"
 
-namespace vlm::host::tds::testing {
-
+namespace vlm::data::testing {
 namespace {
 
-using data::testing::RowText;
+using host::tds::TdsServer;
+using odbc::OdbcConnection;
 
-constexpr const char* kTable =
-    "CREATE TABLE Prova (ID INT NOT NULL, Vero BIT, Corto SMALLINT, Grande BIGINT, Peso FLOAT, Importo MONEY, "
-    "Quota DECIMAL(10, 2), Giorno DATETIME, Nome VARCHAR(20), Largo NVARCHAR(20), Nota VARCHAR(MAX), "
-    "Testo NVARCHAR(MAX), CONSTRAINT PK_Prova PRIMARY KEY CLUSTERED (ID)) ON [PRIMARY]";
-
-class TdsServerTest : public ::testing::Test {
-protected:
-    void Start() {
-        server.emplace(folder.Path().string(), TdsServer::Options{.user = "prova", .password = "Segreta1!"});
+/// Files behind a server on this machine, through the driver for its protocol.
+class Served final : public ConnectionFixture {
+public:
+    /// `asked`: what the driver is told beside the usual.
+    explicit Served(host::tds::Faults faults = {}, std::string asked = {}) : asked_(std::move(asked)) {
+        server.emplace(folder.Path().string(), test::ServerOptions(std::move(faults)));
     }
-    void SetUp() override {
-        Start();
-        OdbcClient client(server->Port());
-        ASSERT_EQ(client.Run(kTable), "done");
+
+    void Run(const std::string& database, const std::string& sql) override { folder.Run(database, sql); }
+    ConnectionPtr Connect() override { return Connect("Studio0012"); }
+    ConnectionPtr Connect(const std::string& database) const {
+        return OdbcConnection::Connect(test::OdbcServerText(*server, database) + ";PWD=" + test::kServerPassword +
+                                       asked_);
     }
     /// As another program finds it in the file.
     std::string Stored(const std::string& sql) { return RowText(*folder.Connect(), sql); }
+    void AddRows() {
+        Run("Studio0012", "CREATE TABLE Riga (IDRiga INT NOT NULL PRIMARY KEY, Testo VARCHAR(20))");
+        Run("Studio0012",
+            "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 5000) INSERT INTO Riga "
+            "SELECT i, 'riga' FROM n");
+    }
 
-    data::testing::DatabaseFolder folder;
+    DatabaseFolder folder;
     std::optional<TdsServer> server;
+
+private:
+    std::string asked_;
 };
 
-class TdsVersions : public TdsServerTest, public ::testing::WithParamInterface<const char*> {};
+/// Older protocols, answers in many packets, statements with the schema written out. The last of a name counts.
+constexpr const char* kAsked[] = {"", ";TDS_Version=7.1", ";TDS_Version=7.2;PacketSize=512", ";Dialect=QualifySchema"};
 
-TEST_P(TdsVersions, GiveCellsByTheirDeclaredTypes) {
-    OdbcClient client(server->Port(), "studio0012", std::string("TDS_Version=") + GetParam());
-    EXPECT_EQ(client.Run("INSERT INTO Prova VALUES (1, 1, -3, 5000000000, 70.5, -12.3456, 0.25, '2011-03-31 08:30:00', "
-                         "N'Cantù € Ω', N'Ω 𝄞', 'nota''s', N'Ω'), (2, 0, 32767, -1, -1e300, 92233720368.5477, "
-                         "-7.5, '12/31/1999', '', '', '', '')"),
-              "2 changed");
-    EXPECT_EQ(client.Run("INSERT INTO Prova (ID) VALUES (3)"), "1 changed");
-    EXPECT_EQ(client.Run("SELECT * FROM Prova ORDER BY ID"),
-              "1|1|-3|5000000000|70.5|-12.3456|0.2500|2011-03-31 08:30:00.000|Cantù € ?|Ω 𝄞|nota's|Ω;"
-              "2|0|32767|-1|-1.0000000000000001e+300|92233720368.5477|-7.5000|1999-12-31 00:00:00.000||||;"
-              "3|NULL|NULL|NULL|NULL|NULL|NULL|NULL|NULL|NULL|NULL|NULL");
-    const bool old = std::string(GetParam()) == "7.1";
-    EXPECT_EQ(client.Describe("SELECT * FROM Prova"),
-              std::string("ID int(10) Vero bit(1) Corto smallint(5) Grande bigint(19) Peso float(53) Importo money(19) "
-                          "Quota decimal(19) Giorno datetime(23) Nome varchar(20) Largo nvarchar(20) ") +
-                  (old ? "Nota text(2147483647) Testo ntext(1073741823) " : "Nota varchar(0) Testo nvarchar(0) "));
-    EXPECT_EQ(client.Run("SELECT COUNT(*) AS N, 'x' + Nome AS T FROM Prova WHERE ID = 2 GROUP BY Nome"), "1|x");
+template <std::size_t Asked>
+std::unique_ptr<ConnectionFixture> Make() {
+    return std::make_unique<Served>(host::tds::Faults(), kAsked[Asked]);
 }
 
-TEST_P(TdsVersions, PutParametersIntoStatements) {
-    OdbcClient client(server->Port(), "Studio0012", std::string("TDS_Version=") + GetParam());
-    SQLLEN here = 0, text = SQL_NTS, null = SQL_NULL_DATA;
-    SQLINTEGER id = 7;
-    unsigned char truth = 1;
-    SQLSMALLINT small = -5;
-    SQLBIGINT big = -9000000000;
-    double weight = -0.5;
-    char money[] = "12.3456", name[] = "l'ò ?1 @P1", wide[] = "Ω--", note[] = "nota /*";
-    SQL_TIMESTAMP_STRUCT moment = {2011, 3, 31, 8, 30, 59, 0};
-    const struct {
-        SQLSMALLINT cType, type;
-        SQLULEN size;
-        SQLSMALLINT decimals;
-        SQLPOINTER value;
-        SQLLEN* length;
-    } bindings[] = {
-        {SQL_C_LONG, SQL_INTEGER, 0, 0, &id, &here},
-        {SQL_C_BIT, SQL_BIT, 0, 0, &truth, &here},
-        {SQL_C_SHORT, SQL_SMALLINT, 0, 0, &small, &here},
-        {SQL_C_SBIGINT, SQL_BIGINT, 0, 0, &big, &here},
-        {SQL_C_DOUBLE, SQL_DOUBLE, 0, 0, &weight, &here},
-        {SQL_C_CHAR, SQL_DECIMAL, 19, 4, money, &text},
-        {SQL_C_CHAR, SQL_NUMERIC, 38, 0, money, &null},
-        {SQL_C_TYPE_TIMESTAMP, SQL_TYPE_TIMESTAMP, 23, 3, &moment, &here},
-        {SQL_C_CHAR, SQL_VARCHAR, 20, 0, name, &text},
-        {SQL_C_CHAR, SQL_WVARCHAR, 20, 0, wide, &text},
-        {SQL_C_CHAR, SQL_LONGVARCHAR, 90, 0, note, &text},
-        {SQL_C_CHAR, SQL_WLONGVARCHAR, 90, 0, wide, &text},
+const ConnectionAdapter kServer = {"7.4", Make<0>}, kOldest = {"7.1", Make<1>}, kSmall = {"7.2", Make<2>},
+                        kQualified = {"qualified", Make<3>};
+
+INSTANTIATE_TEST_SUITE_P(TdsServer, ConnectionContract, ::testing::Values(kServer, kOldest, kSmall));
+INSTANTIATE_TEST_SUITE_P(TdsServer, DialectContract, ::testing::Values(kServer, kQualified));
+INSTANTIATE_TEST_SUITE_P(TdsServer, OdbcContract, ::testing::Values(kServer, kOldest, kSmall));
+
+/// The row sets of a batch, parted by " / "; the error that it ends with, from its state on.
+std::string Answers(Connection& connection, const std::string& sql) {
+    std::string answers;
+    const std::string error = ErrorText([&] {
+        const RecordsetPtr rows = connection.Open(sql);
+        answers = RowText(*rows);
+        while (rows->NextRecordset()) answers += " / " + RowText(*rows);
+    });
+    return answers + error.substr(std::min(error.size(), error.find("(SQLSTATE")));
+}
+
+TEST(TdsServerErrors, KeepStateNumberAndText) {
+    Served served;
+    served.Run("Studio0012", "CREATE TABLE Prova (ID INT NOT NULL PRIMARY KEY, Nome VARCHAR(20))");
+    const ConnectionPtr connection = served.Connect();
+    const std::pair<const char*, int> cases[] = {
+        {"SELECT * FROM Assente", 208},
+        {"SELECT Assente FROM Prova", 207},
+        {"SP_Assente 12", 2812},
+        {"INSERT INTO Prova (ID) VALUES (1), (1)", 2627},
+        {"INSERT INTO Prova (Nome) VALUES ('x')", 515},
+        {"SELECT * FROM", 102},
+        {"SELECT @Mai FROM Prova", 102},
+        {"DECLARE @x INT", 102},
+        {"SELECT 'aperto", 102},
+        {"USE Assente", 911},
+        {"ALTER DATABASE Assente SET SINGLE_USER", 911},
+        {"CREATE DATABASE Studio0012", 1801},
+        {"CREATE DATABASE [../Studio0013]", 102},
+        {"DROP DATABASE Assente", 3701},
+        {"DROP DATABASE master", 3701},
+        {"CREATE TABLE Prova (ID INT)", 2714},
+        {"COMMIT", 3902},
+        {"ROLLBACK", 3903},
+        {"INSERT INTO Prova (ID) VALUES (1) SELECT * FROM Assente INSERT INTO Prova (ID) VALUES (2)", 208},
     };
-    SQLUSMALLINT number = 0;
-    for (const auto& each : bindings) {
-        SQLBindParameter(client.Statement(), ++number, SQL_PARAM_INPUT, each.cType, each.type, each.size, each.decimals,
-                         each.value, 0, each.length);
+    for (const auto& [sql, number] : cases) {
+        const std::string answer = Answers(*connection, sql);
+        EXPECT_TRUE(answer.ends_with(", codice " + std::to_string(number) + ")")) << sql << ": " << answer;
     }
-    const std::string insert = "INSERT INTO Prova VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?) -- '@P1'";
-    EXPECT_EQ(client.RunBound(insert), "1 changed");
-    EXPECT_EQ(Stored("SELECT * FROM Prova"),
-              "7|True|-5|-9000000000|-0,5|12,3456|NULL|31/03/2011 08:30:59|l'ò ?1 @P1|Ω--|nota /*|Ω--");
-    id = 8;
-    EXPECT_EQ(Stored("SELECT COUNT(*) FROM Prova WHERE ID = 8"), "0");
-    EXPECT_EQ(client.RunBound(insert), "1 changed");  // prepared once more
-    SQLFreeStmt(client.Statement(), SQL_RESET_PARAMS);
-    SQLBindParameter(client.Statement(), 1, SQL_PARAM_INPUT, SQL_C_LONG, SQL_INTEGER, 0, 0, &id, 0, &here);
-    const std::string query = "SELECT ID, '@P1 ?' AS T FROM Prova WHERE ID >= ?";
-    EXPECT_EQ(client.RunBound(query, 2), "8|@P1 ?");
-    EXPECT_EQ(client.RunBound("{call sp_pkeys('Prova')}"), "Studio0012|dbo|Prova|ID|1|PK_Prova");
-}
-
-TEST_P(TdsVersions, HoldTransactionsTogether) {
-    const std::string version = std::string("TDS_Version=") + GetParam();
-    const std::string count = "SELECT COUNT(*) FROM Prova";
-    {
-        OdbcClient client(server->Port(), "Studio0012", version);
-        client.TakeTransactions();
-        client.Run("INSERT INTO Prova (ID) VALUES (1)");
-        EXPECT_EQ(Stored(count), "0");
-        client.End(SQL_ROLLBACK);
-        client.Run("INSERT INTO Prova (ID) VALUES (2)");
-        client.End(SQL_COMMIT);
-        EXPECT_EQ(Stored("SELECT ID FROM Prova"), "2");
-        client.Run("INSERT INTO Prova (ID) VALUES (3)");  // never committed
-    }
-    EXPECT_EQ(Stored(count), "1");
-    OdbcClient client(server->Port(), "Studio0012", version);
-    EXPECT_EQ(client.Run("BEGIN TRAN BEGIN TRANSACTION; INSERT INTO Prova (ID) VALUES (4) COMMIT"), "1 changed");
-    EXPECT_EQ(client.Run("SELECT @@TRANCOUNT AS N"), "1");
-    EXPECT_EQ(Stored(count), "1");
-    const char* const commit = "IF @@TRANCOUNT > 0 COMMIT; ELSE IF 1 = 0 SELECT 1 AS A ELSE SELECT 2 AS A";
-    EXPECT_EQ(client.Run(commit), "done");
-    EXPECT_EQ(client.Run(commit), "2");
-    EXPECT_EQ(Stored(count), "2");
-    EXPECT_EQ(client.Run("SET IMPLICIT_TRANSACTIONS ON DELETE FROM Prova SELECT @@TRANCOUNT AS N ROLLBACK TRAN"),
-              "2 changed / 1");
-    EXPECT_EQ(Stored(count), "2");
-}
-
-INSTANTIATE_TEST_SUITE_P(Tds, TdsVersions, ::testing::Values("7.1", "7.2", "7.3", "7.4;PacketSize=512"));
-
-TEST_F(TdsServerTest, NumbersErrorsAsTheServerThatItStandsFor) {
-    OdbcClient client(server->Port());
-    const std::pair<const char*, const char*> cases[] = {
-        {"SELECT * FROM Assente", "208 "},
-        {"SELECT Assente FROM Prova", "207 "},
-        {"SP_Assente 12", "2812 "},
-        {"INSERT INTO Prova (ID) VALUES (1), (1)", "2627 "},
-        {"INSERT INTO Prova (Vero) VALUES (1)", "515 "},
-        {"SELECT * FROM", "102 "},
-        {"SELECT @Mai FROM Prova", "102 "},
-        {"DECLARE @x INT", "102 "},
-        {"SELECT 'aperto", "102 "},
-        {"USE Assente", "911 "},
-        {"ALTER DATABASE Assente SET SINGLE_USER", "911 "},
-        {"CREATE DATABASE Studio0012", "1801 "},
-        {"CREATE DATABASE [../Studio0013]", "102 "},
-        {"DROP DATABASE Assente", "3701 "},
-        {"DROP DATABASE master", "3701 "},
-        {kTable, "2714 "},
-        {"COMMIT", "3902 "},
-        {"ROLLBACK", "3903 "},
-        {"INSERT INTO Prova (ID) VALUES (1) SELECT * FROM Assente INSERT INTO Prova (ID) VALUES (2)",
-         "1 changed / 208 "},
-    };
-    for (const auto& [sql, beginning] : cases) {
-        const std::string answer = client.Run(sql);
-        EXPECT_TRUE(answer.starts_with(beginning)) << sql << ": " << answer;
-    }
+    EXPECT_EQ(served.Stored("SELECT ID FROM Prova"), "1") << "an error ends its batch";
+    EXPECT_EQ(Answers(*connection, "SELECT * FROM Assente"), "(SQLSTATE 42S02, codice 208)");
     for (const char* word : {"IF 1 = 1 ", "BEGIN "}) {
         std::string nested;
         for (int depth = 0; depth < 50'000; ++depth) nested += word;
-        EXPECT_EQ(client.Run(nested + "SELECT 1"), "102 Istruzione SQL troppo annidata.");
+        EXPECT_EQ(Answers(*connection, nested + "SELECT 1"), "(SQLSTATE 42000, codice 102)");
     }
-    EXPECT_EQ(Stored("SELECT ID FROM Prova"), "1");  // an error ends its batch
-    folder.Run("Studio0012", "UPDATE Prova SET Nome = 'più di venti caratteri'");
-    EXPECT_EQ(client.Run("SELECT Nome FROM Prova"), "50000 Il valore della colonna Nome non sta nel suo tipo.");
+    served.Run("Studio0012", "UPDATE Prova SET Nome = 'più di venti caratteri'");
+    const std::string error = ErrorText([&] { connection->Open("SELECT Nome FROM Prova"); });
+    EXPECT_NE(error.find("Il valore della colonna Nome non sta nel suo tipo."), std::string::npos) << error;
 }
 
-TEST_F(TdsServerTest, LetsInWhoKnowsThePasswordOfADatabase) {
-    const struct {
-        const char *database, *more, *error;
-    } cases[] = {
-        {"Studio0012", "UID=PROVA;PWD=Segreta1!", ""},       {"", "UID=prova;PWD=Segreta1!", ""},
-        {"Studio0012", "UID=prova;PWD=segreta1!", "18456 "}, {"Studio0012", "UID=altro;PWD=Segreta1!", "18456 "},
-        {"Assente", "UID=prova;PWD=Segreta1!", "4060 "},
+TEST(TdsServerErrors, WhoDoesNotKnowThePasswordStaysOut) {
+    const Served served;
+    const std::string text = test::OdbcServerText(*served.server, "Studio0012"),
+                      absent = test::OdbcServerText(*served.server, "Assente") + ";PWD=" + test::kServerPassword;
+    EXPECT_EQ(served.Connect("")->InitialCatalog(), "master");
+    const std::pair<std::string, const char*> cases[] = {
+        {text + ";PWD=segreta-errata", "'ospite'"},
+        {text + ";PWD=ospite", "18456"},  // the name is the password: neither is told
+        {text + ";UID=altro;PWD=" + test::kServerPassword, "18456"},
+        {absent, "4060"},
+        {"Driver={segreta-errata};PWD=segreta-errata", "non è riuscito"},
     };
-    for (const auto& each : cases) {
-        const OdbcClient client(server->Port(), each.database, each.more);
-        const std::string error = client.ConnectError();
-        EXPECT_TRUE(*each.error == '\0' ? error.empty() : error.starts_with(each.error)) << each.more << error;
-        EXPECT_EQ(error.find("egreta"), std::string::npos);
+    for (const auto& [refused, told] : cases) {
+        const std::string error = ErrorText([&, all = refused] { OdbcConnection::Connect(all); });
+        EXPECT_NE(error.find("non è riuscito"), std::string::npos) << error;
+        EXPECT_NE(error.find(told), std::string::npos) << error;
+        EXPECT_EQ(error.find("segret"), std::string::npos) << error;
+        EXPECT_EQ(error.find("'ospite'") != std::string::npos, refused == text + ";PWD=segreta-errata") << error;
     }
 }
 
-TEST_F(TdsServerTest, KeepsDatabases) {
-    OdbcClient client(server->Port(), "master");
+TEST(TdsServerBatches, AreDoneStatementByStatement) {
+    Served served;
+    const ConnectionPtr connection = served.Connect("master");
     const std::pair<const char*, const char*> cases[] = {
         {"SELECT name FROM sys.databases ORDER BY name", "Aldra;master;Studio0012"},
-        {"IF DB_ID('Studio0013') IS NULL BEGIN CREATE DATABASE [Studio0013] END", "done"},
-        {"IF DB_ID('studio0013') IS NULL CREATE DATABASE Studio0013", "done"},
+        {"IF DB_ID('Studio0013') IS NULL BEGIN CREATE DATABASE [Studio0013] END", ""},
+        {"IF DB_ID('studio0013') IS NULL CREATE DATABASE Studio0013", ""},
         {"SELECT d.name FROM sys.databases AS d WHERE d.name IN ('studio0013', 'Assente')", "Studio0013"},
-        {"ALTER DATABASE Studio0013 SET SINGLE_USER WITH ROLLBACK IMMEDIATE", "done"},
+        {"ALTER DATABASE Studio0013 SET SINGLE_USER WITH ROLLBACK IMMEDIATE", ""},
         {"USE Studio0013 SELECT DB_NAME() AS D", "Studio0013"},
-        {"CREATE TABLE dbo.T (ID INT IDENTITY(1, 1) PRIMARY KEY NONCLUSTERED, Nome NVARCHAR(9))", "done"},
-        {"INSERT INTO Studio0013..T VALUES (1, 'a'), (2, NULL), (3, 'c')", "3 changed"},
-        {"CREATE INDEX IX_T ON dbo.T (Nome) INCLUDE (ID)", "done"},
-        {"CREATE VIEW V AS SELECT TOP (2) ID, ISNULL(Nome, '-') AS N FROM dbo.T ORDER BY ID DESC", "done"},
+        {"CREATE TABLE dbo.T (ID INT IDENTITY(1, 1) NOT NULL, Nome NVARCHAR(9), Nota VARCHAR(MAX), Testo "
+         "NVARCHAR(MAX), CONSTRAINT PK_T PRIMARY KEY CLUSTERED (ID)) ON [PRIMARY]",
+         ""},
+        {"INSERT INTO Studio0013..T VALUES (1, 'a', N'Cantù € Ω', N'Ω 𝄞'), (2, NULL, '', NULL), (3, 'c', NULL, '')",
+         ""},
+        {"SELECT * FROM T", "1|a|Cantù € ?|Ω 𝄞;2|NULL||NULL;3|c|NULL|"},
+        {"CREATE INDEX IX_T ON dbo.T (Nome) INCLUDE (ID)", ""},
+        {"CREATE VIEW V AS SELECT TOP (2) ID, ISNULL(Nome, '-') AS N FROM dbo.T ORDER BY ID DESC", ""},
         {"SELECT * FROM V", "3|c;2|-"},
         {"CREATE PROCEDURE SP_T @primo INT, @nome VARCHAR(9) = NULL AS BEGIN SET NOCOUNT ON; SELECT Nome FROM T WHERE "
          "ID = @primo; SELECT @nome AS N, '@nome' AS T END",
-         "done"},
+         ""},
         {"SP_T 3, 'x'", "c / x|@nome"},
         {"EXEC dbo.SP_T -1, NULL", " / NULL|@nome"},
         {"{call SP_T(1, 'y')}", "a / y|@nome"},
-        {"CREATE OR ALTER PROC SP_T AS SELECT 5 AS C", "done"},
+        {"CREATE OR ALTER PROC SP_T AS SELECT 5 AS C", ""},
         {"exec SP_T SELECT 6 AS S", "5 / 6"},
-        {"DROP PROCEDURE SP_T DROP TABLE IF EXISTS T USE master DROP DATABASE Studio0013", "done"},
+        {"sp_pkeys 'T'", "Studio0013|dbo|T|ID|1|PK_T"},
+        {"BEGIN TRAN BEGIN TRANSACTION; DELETE FROM T WHERE ID = 3 COMMIT", ""},
+        {"SELECT @@TRANCOUNT AS N", "1"},
+        {"IF @@TRANCOUNT > 0 COMMIT; ELSE IF 1 = 0 SELECT 1 AS A ELSE SELECT 2 AS A", ""},
+        {"IF @@TRANCOUNT > 0 COMMIT; ELSE IF 1 = 0 SELECT 1 AS A ELSE SELECT 2 AS A", "2"},
+        {"SET IMPLICIT_TRANSACTIONS ON DELETE FROM T SELECT @@TRANCOUNT AS N ROLLBACK TRAN", "1"},
+        {"SET IMPLICIT_TRANSACTIONS OFF SELECT COUNT(*) AS N FROM T", "2"},
+        {"DROP PROCEDURE SP_T DROP TABLE IF EXISTS T USE master DROP DATABASE Studio0013", ""},
         {"SELECT DB_ID('Studio0013') AS N", "NULL"},
     };
-    for (const auto& [sql, answer] : cases) EXPECT_EQ(client.Run(sql), answer) << sql;
-    EXPECT_EQ(client.Run("Studio0012..sp_pkeys 'Prova'"), "Studio0012|dbo|Prova|ID|1|PK_Prova");
-    EXPECT_EQ(client.Run("sp_pkeys 'Prova'"), "");
+    for (const auto& [sql, answer] : cases) EXPECT_EQ(Answers(*connection, sql), answer) << sql;
 }
 
-TEST_F(TdsServerTest, StopsSendingRowsThatNobodyWants) {
-    OdbcClient client(server->Port());
-    std::string insert = "INSERT INTO Prova (ID) VALUES (0)";
-    for (int row = 1; row < 100; ++row) insert += ", (" + std::to_string(row) + ")";
-    client.Run(insert);
-    const std::string endless = "SELECT A.* FROM Prova A, Prova B, Prova C, Prova D";
-    ASSERT_TRUE(SQL_SUCCEEDED(SQLExecDirect(client.Statement(), Text(endless), SQL_NTS)));
-    ASSERT_TRUE(SQL_SUCCEEDED(SQLFetch(client.Statement())));
-    EXPECT_TRUE(SQL_SUCCEEDED(SQLCancel(client.Statement())));
-    EXPECT_EQ(client.Run("SELECT COUNT(*) AS N FROM Prova"), "100");
+TEST(TdsServerEnd, LeavesPlainFilesAndNothingThatWasNotCommitted) {
+    Served served;
+    served.AddRows();
+    const ConnectionPtr connection = served.Connect();
+    // Rows that nobody wants are not sent.
+    connection->Open("SELECT A.* FROM Riga A, Riga B, Riga C, Riga D").reset();
+    connection->BeginTransaction();
+    connection->Execute("DELETE FROM Riga");
+    EXPECT_EQ(RowText(*connection, "SELECT COUNT(*) FROM Riga"), "0");
+    served.server.reset();
+    EXPECT_EQ(served.Stored("SELECT COUNT(*) FROM Riga"), "5000");
+    EXPECT_EQ(served.Stored("PRAGMA journal_mode"), "delete");
+    EXPECT_THROW(TdsServer((served.folder.Path() / "Assente").string(), {}), Error);
+    const TdsServer first(served.folder.Path().string(), {});
+    EXPECT_THROW(TdsServer(served.folder.Path().string(), {.port = first.Port()}), Error);
 }
 
-TEST_F(TdsServerTest, EndsWhatIsOpenAndLeavesPlainFiles) {
-    OdbcClient client(server->Port());
-    client.TakeTransactions();
-    client.Run("INSERT INTO Prova (ID) VALUES (1)");
-    server.reset();
-    EXPECT_EQ(Stored("SELECT COUNT(*) FROM Prova"), "0");
-    EXPECT_EQ(Stored("PRAGMA journal_mode"), "delete");
-    EXPECT_THROW(TdsServer((folder.Path() / "Assente").string(), {}), Error);
-    Start();
-    EXPECT_THROW(TdsServer(folder.Path().string(), {.port = server->Port(), .user = {}, .password = {}}), Error);
+/// What the first row set of an open call comes to: rows read, then the error.
+std::string ReadToTheEnd(Recordset& rows) {
+    int read = 0;
+    const std::string error = ErrorText([&] {
+        for (; !rows.AtEnd(); rows.MoveNext()) ++read;
+    });
+    return (read > 0 && read < 5000 ? "some" : std::to_string(read)) + ", " + error;
+}
+
+TEST(TdsServerLoss, IsAnErrorAndStaysOne) {
+    Served served({.endAfterRows = 3000});
+    served.AddRows();
+    const ConnectionPtr connection = served.Connect(), other = served.Connect();
+    const RecordsetPtr rows = connection->Open("SELECT IDRiga FROM Riga");
+    const std::string end = ReadToTheEnd(*rows);
+    EXPECT_NE(ErrorText([&] { other->Execute("DELETE FROM Riga"); }).find("caduta"), std::string::npos);
+    EXPECT_NE(ErrorText([&] { served.Connect(); }).find("non è riuscito"), std::string::npos);
+    EXPECT_EQ(end.find("some, La connessione con il server di database è caduta"), 0U) << end;
+    EXPECT_FALSE(rows->IsOpen());
+    EXPECT_FALSE(connection->IsOpen());
+    EXPECT_EQ("0" + end.substr(4), ReadToTheEnd(*rows)) << "no end of the rows without the error";
+    // The server is back, but what this connection had begun is not.
+    const TdsServer again(served.folder.Path().string(), {.port = served.server->Port()});
+    for (const char* sql : {"DELETE FROM Riga", "SELECT 1"}) {
+        EXPECT_NE(ErrorText([&] { connection->Execute(sql); }).find("caduta"), std::string::npos) << sql;
+    }
+    EXPECT_THROW(connection->BeginTransaction(), Error);
+    EXPECT_EQ(served.Stored("SELECT COUNT(*) FROM Riga"), "5000");
+}
+
+TEST(TdsServerLoss, AnErrorBehindRowsIsToldByWhoeverReadsThem) {
+    for (const std::int64_t count : {1, 511, 512, 513, 3000}) {  // within a block and at its ends
+        Served served({.failAfterRows = count});
+        served.AddRows();
+        const ConnectionPtr connection = served.Connect();
+        const std::string error = ErrorText([&] { RowText(*connection, "SELECT IDRiga FROM Riga"); });
+        EXPECT_NE(error.find("a favore di un altro utente"), std::string::npos) << count << ": " << error;
+        EXPECT_TRUE(connection->IsOpen());
+        if (count < 3000) continue;
+        // A statement in between reads the rows to their end, and finds it.
+        const RecordsetPtr interrupted = connection->Open("SELECT IDRiga, Testo FROM Riga");
+        EXPECT_NE(ErrorText([&] { connection->Open("SELECT 1"); }).find("altro utente"), std::string::npos);
+        EXPECT_NE(ReadToTheEnd(*interrupted).find("altro utente"), std::string::npos);
+    }
+}
+
+TEST(TdsServerLoss, ATransactionEndsWhateverRowsAreOpen) {
+    Served served({.failAfterRows = 3000});
+    served.AddRows();
+    const ConnectionPtr connection = served.Connect();
+    RecordsetPtr rows;
+    {
+        const Transaction abandoned(*connection);
+        connection->Execute("UPDATE Riga SET Testo = 'mai' WHERE IDRiga = 1");
+        rows = connection->Open("SELECT IDRiga, Testo FROM Riga");
+    }
+    Transaction transaction(*connection);
+    connection->Execute("UPDATE Riga SET Testo = 'altra' WHERE IDRiga = 2");
+    transaction.Commit();
+    EXPECT_EQ(served.Stored("SELECT Testo FROM Riga WHERE IDRiga < 4 ORDER BY IDRiga"), "riga;altra;riga");
+}
+
+TEST(TdsServerLoss, ACommitIsAnErrorOnlyWhenItDidNotHappen) {
+    for (const bool happens : {false, true}) {
+        Served served({.endAtCommit = !happens, .endAfterCommit = happens});
+        served.AddRows();
+        const ConnectionPtr connection = served.Connect();
+        const std::string error = ErrorText([&] {
+            Transaction transaction(*connection);
+            connection->Execute("UPDATE Riga SET Testo = 'nuova' WHERE IDRiga = 1");
+            transaction.Commit();
+        });
+        EXPECT_EQ(error.find("caduta") == std::string::npos, happens) << error;
+        EXPECT_EQ(error.empty(), happens) << error;
+        EXPECT_EQ(served.Stored("SELECT Testo FROM Riga WHERE IDRiga = 1"), happens ? "nuova" : "riga");
+        EXPECT_NE(ErrorText([&] { connection->Execute("DELETE FROM Riga"); }).find("caduta"), std::string::npos);
+    }
 }
 
 }  // namespace
-
-}  // namespace vlm::host::tds::testing
+}  // namespace vlm::data::testing
