@@ -1,11 +1,17 @@
 #include <gtest/gtest.h>
+#include <limits>
 
-#include "databases/SqlDialect.h"
+#include "databases/TSqlWriter.h"
+#include "values/Error.h"
 
 namespace vlm::host {
 namespace {
 
-using Statements = std::vector<std::string>;
+std::string Joined(const std::vector<std::string>& statements) {
+    std::string all;
+    for (const std::string& sql : statements) all += sql + ";\n";
+    return all;
+}
 
 /// Every kind of column, key, index, join and query.
 const DatabaseSchema& Schema() {
@@ -27,83 +33,81 @@ const DatabaseSchema& Schema() {
     return schema;
 }
 
-TEST(SqlDialect, TheEmbeddedEngineKeysByRowAndCallsAProcedureByItsText) {
-    EXPECT_EQ(SqliteDialect().Tables(Schema()), (Statements{R"(CREATE TABLE Casa (
-    IDCasa INTEGER PRIMARY KEY,
-    Via VARCHAR(100),
-    Valore MONEY,
-    Abitata BIT))",
-                                                            R"(CREATE TABLE Blocco (
-    Tabella VARCHAR(50) NOT NULL,
-    Chiave SMALLINT NOT NULL,
-    Dal DATETIME,
-    PRIMARY KEY (Tabella, Chiave)) WITHOUT ROWID)",
-                                                            R"(CREATE TABLE Nota (
-    IDCasa INT,
-    Riga SMALLINT))",
-                                                            R"(CREATE VIEW VwCase AS
-SELECT Casa.IDCasa AS IDCasa,
-    Nota.Riga AS Quale
-FROM Casa
-    CROSS JOIN Nota ON Nota.IDCasa = Casa.IDCasa
-    LEFT JOIN Blocco ON 1 = 1
-ORDER BY Casa.Via, Nota.Riga)",
-                                                            R"(CREATE TABLE StoredProcedure (
-    Name VARCHAR(128),
-    Ordinal INT,
-    Body TEXT))",
-                                                            "INSERT INTO StoredProcedure (Name, Ordinal, Body) VALUES"
-                                                            R"( ('SP_Casa', 1, 'SELECT Casa.Via AS Via
-FROM Casa
-    INNER JOIN Nota ON Nota.Testo = ''x''
-WHERE Casa.IDCasa = ?1'))"}));
-    EXPECT_EQ(SqliteDialect().Indices(Schema()),
-              (Statements{"CREATE INDEX IX_Via ON Casa (Via COLLATE NOCASE, IDCasa)",
-                          "CREATE INDEX IX_Dal ON Blocco (datetime(Dal), rtrim(Tabella) COLLATE NOCASE)"}));
-    EXPECT_EQ(SqliteDialect().Tables({Schema().tables, {}}).size(), 3u) << "no table for procedures where none are";
-}
-
 TEST(SqlDialect, TheServerNamesItsKeysAndLimitsAnOrderedView) {
-    EXPECT_EQ(TSqlDialect().Tables(Schema()), (Statements{R"(CREATE TABLE Casa (
+    EXPECT_EQ(Joined(TSqlDialect().Tables(Schema())) + Joined(TSqlDialect().Indices(Schema())),
+              R"(CREATE TABLE Casa (
     IDCasa INT NOT NULL,
     Via VARCHAR(100) NULL,
     Valore MONEY NULL,
     Abitata BIT NULL,
-    CONSTRAINT PK_Casa PRIMARY KEY (IDCasa)))",
-                                                          R"(CREATE TABLE Blocco (
+    CONSTRAINT PK_Casa PRIMARY KEY (IDCasa));
+CREATE TABLE Blocco (
     Tabella VARCHAR(50) NOT NULL,
     Chiave SMALLINT NOT NULL,
     Dal DATETIME NULL,
-    CONSTRAINT PK_Blocco PRIMARY KEY (Tabella, Chiave)))",
-                                                          R"(CREATE TABLE Nota (
+    CONSTRAINT PK_Blocco PRIMARY KEY (Tabella, Chiave));
+CREATE TABLE Nota (
     IDCasa INT NULL,
-    Riga SMALLINT NULL))",
-                                                          R"(CREATE VIEW VwCase AS
+    Riga SMALLINT NULL);
+CREATE VIEW VwCase AS
 SELECT TOP (2147483647) Casa.IDCasa AS IDCasa,
     Nota.Riga AS Quale
 FROM Casa
     INNER JOIN Nota ON Nota.IDCasa = Casa.IDCasa
     LEFT JOIN Blocco ON 1 = 1
-ORDER BY Casa.Via, Nota.Riga)",
-                                                          R"(CREATE PROCEDURE SP_Casa @IDCasa INT AS
+ORDER BY Casa.Via, Nota.Riga;
+CREATE PROCEDURE SP_Casa @IDCasa INT AS
 SELECT Casa.Via AS Via
 FROM Casa
     INNER JOIN Nota ON Nota.Testo = 'x'
-WHERE Casa.IDCasa = @IDCasa)"}));
-    EXPECT_EQ(TSqlDialect().Indices(Schema()), (Statements{"CREATE INDEX IX_Via ON Casa (Via, IDCasa)",
-                                                           "CREATE INDEX IX_Dal ON Blocco (Dal, Tabella)"}));
+WHERE Casa.IDCasa = @IDCasa;
+CREATE INDEX IX_Via ON Casa (Via, IDCasa);
+CREATE INDEX IX_Dal ON Blocco (Dal, Tabella);
+)");
 }
 
-/// What the export, the projects and the import look up by.
-TEST(SqlDialect, TheHostsTablesHaveTheirIndices) {
-    const Statements all = SqliteDialect().Indices(ClinicSchema()), master = SqliteDialect().Indices(MasterSchema());
-    EXPECT_EQ(master, (Statements{"CREATE INDEX IX_Comune_Nome ON Comune (Comune COLLATE NOCASE)",
-                                  "CREATE INDEX IX_Comune_CodiceCatastale ON Comune (rtrim(CodiceCatastale) COLLATE"
-                                  " NOCASE)"}));
-    EXPECT_EQ(all.size(), 7u);
-    EXPECT_EQ(all.front(),
-              "CREATE INDEX IX_Parcella_Esportazione ON Parcella (CodiceBranca,"
-              " datetime(DataAiFiniConvenzione), IDParcella)");
+/// What a million services are selected, joined and put in order by.
+TEST(SqlDialect, TheEmbeddedEngineIsToldItsIndicesAndTheOrderOfItsJoins) {
+    EXPECT_EQ(Joined(SqliteDialect().Indices(Schema())),
+              "CREATE INDEX IX_Via ON Casa (Via COLLATE NOCASE, IDCasa);\n"
+              "CREATE INDEX IX_Dal ON Blocco (datetime(Dal), rtrim(Tabella) COLLATE NOCASE);\n");
+    EXPECT_NE(SqliteDialect().Tables(Schema()).at(3).find("CROSS JOIN Nota"), std::string::npos);
+    EXPECT_EQ(SqliteDialect().Indices(ClinicSchema()).front(),
+              "CREATE INDEX IX_Parcella_Esportazione ON Parcella (CodiceBranca, datetime(DataAiFiniConvenzione), "
+              "IDParcella)");
+}
+
+using Cell = DatabaseWriter::Cell;
+constexpr Column kText = Text("C", 50), kMoment = Moment("C"), kMoney = Money("C"), kBit = Bit("C"), kInt = Int("C");
+
+TEST(TSqlLiteral, SaysEachValueAsItsColumnTakesIt) {
+    const auto units = [](std::int64_t count) { return Currency::FromUnits(count); };
+    const struct {
+        Cell cell;
+        Column column;
+        std::string literal;
+    } cases[] = {
+        {nullptr, kText, "NULL"},
+        {OrNull(0), kMoment, "NULL"},
+        {OrNull(""), kText, "NULL"},
+        {"", kText, "''"},
+        {"'", kText, "''''"},
+        {"Nicolò D'Angelo", kText, "N'Nicolò D''Angelo'"},
+        {"2011-03-01", kText, "'2011-03-01'"},
+        {82053, kText, "'82053'"},
+        {"2011-03-01 00:00:00", kMoment, "'20110301'"},
+        {"2011-03-31 08:05:09", kMoment, "'20110331 08:05:09'"},
+        {units(1), kMoney, "0.0001"},
+        {units(-361500), kMoney, "-36.1500"},
+        {units(std::numeric_limits<std::int64_t>::min()), kMoney, "-922337203685477.5808"},
+        {12, kMoney, "12.0000"},
+        {7, kBit, "1"},
+        {-5, kInt, "-5"},
+    };
+    for (const auto& each : cases) EXPECT_EQ(TSqlLiteral(each.cell, each.column), each.literal);
+    const std::pair<Cell, Column> refused[] = {{nullptr, Key("C")}, {"01/03/2011", kMoment}, {20110301, kMoment},
+                                               {"12.50", kMoney},   {Currency(), kText},     {"12", kInt}};
+    for (const auto& [cell, column] : refused) EXPECT_THROW(TSqlLiteral(cell, column), Error);
 }
 
 }  // namespace
