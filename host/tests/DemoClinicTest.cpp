@@ -22,8 +22,8 @@ protected:
     DemoClinic() { options.serviceRows = 72; }
 
     /// What making the demo in a folder says when it fails, and on the server.
-    std::string InFolder(const std::string& folder, Date day = kDay) {
-        return ErrorText([&] { CreateDemo(folder, day, options); });
+    std::string InFolder(const std::string& folder) {
+        return ErrorText([&] { CreateDemo(folder, kDay, options); });
     }
     std::string OnServer(const std::filesystem::path& folder, const DatabaseMade& made = {}) {
         return ErrorText([&] {
@@ -62,22 +62,6 @@ TEST_F(DemoClinic, AFolderIsFilledOrLeftAsItWas) {
         EXPECT_NE(error.find(told), std::string::npos) << error;
     }
     EXPECT_EQ(test::NamesIn(temp.Path()), Names{"comuni.csv"});
-}
-
-TEST_F(DemoClinic, TheSameSeedAndDayGiveTheSameFiles) {
-    EXPECT_EQ(InFolder(temp / "deep/first"), "");
-    EXPECT_EQ(InFolder(temp.Folder("again"), Date(kDay.Serial() + 0.75)), "");
-    options.seed = 7;
-    EXPECT_EQ(InFolder(temp / "other"), "");
-    EXPECT_EQ(test::NamesIn(temp / "again"),
-              (Names{"Aldra.sqlite", "Installazione", "Sorgenti", "Studio0012.sqlite", "Studio0016.sqlite"}));
-    for (const char* name : {"Aldra.sqlite", "Studio0012.sqlite", "Studio0016.sqlite", "Installazione/SistemaTS.json",
-                             "Sorgenti/assistiti.txt", "Sorgenti/catania.txt"}) {
-        const std::string first = test::ReadBytes(temp / "deep/first/" + name);
-        EXPECT_TRUE(first == test::ReadBytes(temp / "again/" + name)) << name;
-        const bool drawn = std::string(name) != "Aldra.sqlite";
-        EXPECT_EQ(first != test::ReadBytes(temp / "other/" + name), drawn) << name;
-    }
 }
 
 /// Whatever is being done when it comes, the first time or the last.
