@@ -52,7 +52,7 @@ TEST_F(DemoClinic, AFolderWithAnythingOfItsNamesIsLeftAlone) {
     EXPECT_EQ(test::ReadBytes(temp / "file"), "mine");
 }
 
-TEST_F(DemoClinic, AFolderIsFilledOrLeftAsItWas) {
+TEST_F(DemoClinic, AFailureLeavesTheFolderAsItWas) {
     options.comuniCsv = temp / "comuni.csv";
     // Comuni that lack those of the region are told only when the first clinic is being made.
     for (const auto& [line, told] :
