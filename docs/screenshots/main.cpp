@@ -33,11 +33,7 @@ public:
     std::size_t Missing() const { return names_.size() - next_; }
 
 protected:
-    void StateAsked(const std::string&, QWidget& window) override { Take(window); }
-    void MessageUp(QWidget& box) override { Take(box); }
-
-private:
-    void Take(QWidget& window) {
+    void Look(QWidget& window) override {
         if (next_ == names_.size()) throw std::runtime_error("a picture without a name");
         const std::string name = names_[next_++];
         if (name.empty()) return;
@@ -48,6 +44,7 @@ private:
         }
     }
 
+private:
     /// Without a desktop nobody draws one.
     static QImage WithTitleBar(const QPixmap& inside, const QString& title) {
         constexpr int kHeight = 26;

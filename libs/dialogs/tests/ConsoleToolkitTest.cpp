@@ -111,7 +111,8 @@ TEST(ConsoleToolkit, EveryKindOfControlIsSetAndTold) {
 }
 
 TEST(ConsoleToolkit, StepsThatCannotBeDoneCloseTheDialogAndSaySo) {
-    const std::pair<const char*, const char*> cases[] = {
+    constexpr std::string_view kChooser = "vuole un percorso oppure cancel";
+    const std::pair<const char*, std::string_view> cases[] = {
         {"txtAltro=1 txtAltro! txtAltro? key:txtAltro=F3", "non ha un controllo"},
         {"txtNascosto=1 key:txtNascosto=F3", "nascosto"},
         {"txtFermo=1 chkFermo=1 key:txtFermo=F3", "disattivato"},
@@ -131,17 +132,22 @@ TEST(ConsoleToolkit, StepsThatCannotBeDoneCloseTheDialogAndSaySo) {
         {"lstMese=1 cboBranca=Urologia", "non ha la voce"},
         {"cboBranca=5", "non ha la chiave 5"},
         {"lstTipi=0,", "manca una posizione"},
+        {"answer:C:\\dati answer:cancel answer:ok", "vuole yes oppure no"},
+        {"answer:yes answer:no answer:ok", kChooser},
     };
     for (const auto& [steps, reason] : cases) {
         for (const std::string& step : WordsOf(steps)) {
             Desk desk({step, "cmdOk!"});
+            desk.dialog.cmdOk.OnChange = [&desk, chooses = reason == kChooser] {
+                chooses ? (void)desk.toolkit.ChooseFolder("")
+                        : (void)desk.toolkit.Show({"Procedere?", "", Icon::None, Buttons::YesNo});
+            };
             const std::string sentence = desk.Show();
             EXPECT_NE(sentence.find(reason), std::string::npos) << step << ": " << sentence;
             EXPECT_NE(sentence.find("\"" + step + "\""), std::string::npos) << sentence;
             EXPECT_EQ(desk.Events(), "") << step;
             EXPECT_EQ(desk.dialog.calls, Words{"Closed"}) << step << " must change nothing and close once";
             EXPECT_EQ(desk.Unused(), "") << "after a failure its sentence stands alone";
-            ASSERT_NE(desk.toolkit.Failure(), nullptr);
             EXPECT_EQ(desk.toolkit.Failure()->what(), sentence);
         }
     }
@@ -185,9 +191,8 @@ TEST(ConsoleToolkit, EveryStepRunsItsHandlersAndEveryWayOfClosingRunsClosedOnce)
         Desk desk(key);
         desk.dialog.onPreview = [](KeyEvent& event) { event.Swallow(); };
         desk.Show();
-        ASSERT_EQ(desk.dialog.calls.size(), 3U) << key;
-        EXPECT_EQ(desk.dialog.calls[0].substr(0, 5), "up:-:") << key;
-        EXPECT_EQ(desk.dialog.calls[1], "FrameClose") << key;
+        desk.dialog.calls.front().resize(5);
+        EXPECT_EQ(desk.dialog.calls, WordsOf("up:-: FrameClose Closed")) << key;
     }
 }
 
@@ -237,47 +242,42 @@ TEST(ConsoleToolkit, FailuresInsideANestedDialogCloseAllAndCannotBeSwallowed) {
     EXPECT_EQ(desk.out.str().find("message"), std::string::npos) << desk.out.str();
 }
 
-TEST(ConsoleToolkit, NestedDialogsTakeTheirBlocksInOrderAndCloseWithoutOne) {
-    Desk desk(
-        "in:frmFile txtNome=uno txtNome? cmdChiudi! end: in:FRMFILE txtNome=due end: cmdApri! cmdApri! cmdApri! "
-        "in:frmFile txtNome=tre end: in:frmMai end:");
-    Words taken;
-    desk.dialog.cmdApri.OnChange = [&] {
-        SampleDialog inner("frmFile");
-        desk.toolkit.ShowModal(inner);
-        taken.push_back(inner.txtNome.Text());
+TEST(ConsoleToolkit, EachDialogTakesTheStepsThatAreItsOwn) {
+    struct Case {
+        const char *steps, *calls, *unused, *second = "";  // the name that a second main dialog has in the end
     };
-    EXPECT_EQ(desk.Show(), "");
-    EXPECT_EQ(taken, (Words{"uno", "due", ""})) << "a block is there from its own step on, not before";
-    EXPECT_EQ(desk.Unused(),
-              "Passi non usati, perché la finestra frmFile non si è aperta: in:frmFile txtNome=... end:\n"
-              "Passi non usati, perché la finestra frmMai non si è aperta: in:frmMai end:\n");
-
-    Desk deeper("in:frmB in:frmC txtNome=dentro end: cmdApri! txtNome=fuori end: cmdApri!");
-    SampleDialog b("frmB"), c("frmC");
-    deeper.dialog.cmdApri.OnChange = [&] { deeper.toolkit.ShowModal(b); };
-    b.cmdApri.OnChange = [&] { deeper.toolkit.ShowModal(c); };
-    EXPECT_EQ(deeper.Show(), "");
-    EXPECT_EQ(c.txtNome.Text(), "dentro");
-    EXPECT_EQ(b.txtNome.Text(), "fuori");
-    EXPECT_EQ(deeper.Unused(), "");
-}
-
-TEST(ConsoleToolkit, OnlyOneTopLevelDialogTakesTheMainSteps) {
-    Desk desk("txtNome=primo cmdChiudi! txtNome=resto answer:yes in:frmAltra cmdOk! end:");
-    SampleDialog second, inner("frmInterna");
-    desk.Show();
-    desk.Show(second);
-    EXPECT_EQ(desk.dialog.txtNome.Text(), "primo");
-    EXPECT_EQ(second.txtNome.Text(), "");
-    EXPECT_EQ(
-        desk.Unused(),
-        "Passi non eseguiti, perché la finestra frmProva era già chiusa: txtNome=... answer:yes in:frmAltra cmdOk! "
-        "end:\n");
-    Desk kept("in:frmProva cmdApri! end: txtNome=x");
-    kept.dialog.cmdApri.OnChange = [&] { kept.toolkit.ShowModal(inner); };
-    EXPECT_EQ(kept.Show(), "");
-    EXPECT_EQ(inner.txtNome.Text(), "") << "a dialog in another one never takes them";
+    for (const Case& each :
+         {// A block is there from its own step on, not before.
+          Case{"in:frmInterna txtNome=uno txtNome? cmdChiudi! end: in:FRMINTERNA txtNome=due end: cmdApri! cmdApri! "
+               "cmdApri! in:frmInterna txtNome=tre end: in:frmMai end:",
+               "frmInterna=uno frmInterna=due frmInterna= FrameClose Closed",
+               "Passi non usati, perché la finestra frmInterna non si è aperta: in:frmInterna txtNome=... end:\n"
+               "Passi non usati, perché la finestra frmMai non si è aperta: in:frmMai end:\n"},
+          Case{"in:frmInterna in:frmTerza txtNome=dentro end: cmdApri! txtNome=fuori end: cmdApri!",
+               "frmTerza=dentro frmInterna=fuori FrameClose Closed", ""},
+          Case{"cmdChiudi! txtNome=resto answer:yes in:frmAltra cmdOk! end:", "Closed",
+               "Passi non eseguiti, perché la finestra frmProva era già chiusa: txtNome=... answer:yes in:frmAltra "
+               "cmdOk! end:\n"},
+          // A dialog in another one never takes the main steps.
+          Case{"in:frmProva cmdApri! end: txtNome=x", "frmInterna= FrameClose Closed",
+               "Passi non eseguiti, perché non si è aperta nessuna finestra: txtNome=x\n", "x"}}) {
+        Desk desk(each.steps);
+        const auto opens = [&desk](const char* name, const std::function<void()>& next) {
+            return [&desk, name, next] {
+                SampleDialog inner(name);
+                inner.cmdApri.OnChange = next;
+                desk.toolkit.ShowModal(inner);
+                desk.dialog.calls.push_back(name + ("=" + inner.txtNome.Text()));
+            };
+        };
+        desk.dialog.cmdApri.OnChange = opens("frmInterna", opens("frmTerza", nullptr));
+        EXPECT_EQ(desk.Show(), "");
+        EXPECT_EQ(desk.dialog.calls, WordsOf(each.calls));
+        EXPECT_EQ(desk.Unused(), each.unused);
+        SampleDialog second;
+        desk.Show(second);
+        EXPECT_EQ(second.txtNome.Text(), each.second);
+    }
     EXPECT_EQ(Desk("in:frmProva end: cmdOk!").Unused(),
               "Passi non eseguiti, perché non si è aperta nessuna finestra: cmdOk!\n"
               "Passi non usati, perché la finestra frmProva non si è aperta: in:frmProva end:\n");
@@ -328,21 +328,6 @@ TEST(ConsoleToolkit, ChoosersTakeAPathOrCancel) {
                                  R"(C:\\dati"})" + "\n" + file + cancel + folder + cancel);
 }
 
-TEST(ConsoleToolkit, AnswersOfTheWrongKindFailTheScript) {
-    for (const bool question : {false, true}) {
-        for (const std::string& answer :
-             WordsOf(question ? "answer:C:\\dati answer:cancel answer:ok" : "answer:yes answer:no answer:ok")) {
-            Desk desk({answer, "cmdOk!"});
-            desk.dialog.cmdOk.OnChange = [&] {
-                question ? (void)desk.toolkit.Show({"Procedere?", "", Icon::None, Buttons::YesNo})
-                         : (void)desk.toolkit.ChooseFolder("");
-            };
-            EXPECT_NE(desk.Show().find(answer), std::string::npos) << answer;
-            EXPECT_EQ(desk.dialog.calls, Words{"Closed"});
-        }
-    }
-}
-
 TEST(ConsoleToolkit, EventsStandInTheOrderTheyHappen) {
     Desk desk("cmdOk! help:");
     LoggedProgramStarter starter(desk.log);
@@ -367,6 +352,30 @@ TEST(ConsoleToolkit, EventsStandInTheOrderTheyHappen) {
 {"event":"pointer","shape":"normal"}
 )");
     EXPECT_EQ(desk.dialog.calls, WordsOf("prgLettura prgLettura prgLettura Help FrameClose Closed"));
+}
+
+TEST(ConsoleScript, WordsThatAreNoStepsAreRefusedByName) {
+    std::vector<Words> scripts{
+        {"in:frmA", "cmdOk!"}, {"in:frmA", "in:frmB", "end:"}, {"end:", "cmdOk!"}, {"in:frm A", "end:"}, {""},
+        {"txt Nome=3"}};
+    for (const std::string& word : WordsOf("in: cmdOk =3 kay:txtNome=F3 cmdOk?! grdElenco!0 grdElenco!-1 grdElenco!1a "
+                                           "grdElenco!99999999999 answer: help:5 key:F3 key:= key:=F13 key:=F0 "
+                                           "key:=F01 key:=Ctrl+ key:=Super+R key:=RR")) {
+        scripts.push_back({word});
+    }
+    for (const Words& words : scripts) {
+        try {
+            ParseSteps(words);
+            ADD_FAILURE() << "accepted: " << words[0];
+        } catch (const ScriptError& error) {
+            EXPECT_NE(std::string(error.what()).find('"' + words[0] + '"'), std::string::npos) << error.what();
+        }
+    }
+}
+
+TEST(ConsoleScript, StepsAreToldAsTheyWereWritten) {
+    const std::string words = "txtNome=a=b! in:frmA in:frmB end: cmdOk! end: help: g!3";
+    EXPECT_EQ(Wording(ParseSteps(WordsOf(words))), words);
 }
 
 }  // namespace

@@ -1,6 +1,9 @@
 #pragma once
 
-#include <QWidget>
+#include <QApplication>
+#include <QTest>
+#include <QTimer>
+#include <functional>
 #include <vector>
 
 #include "console/ConsoleScript.h"
@@ -11,6 +14,21 @@ namespace vlm::ui::test {
 
 /// Events without the focus, which a mouse also moves, and the progress, which windows paint.
 std::vector<std::string> WithoutFocus(std::vector<std::string> events);
+
+/// Does `deeds` once a modal window of that kind is up, in the event loop that it runs.
+template <class Window>
+void WhenUp(const std::function<void(Window&)>& deeds) {
+    QTimer::singleShot(0, [deeds] {
+        auto* window = qobject_cast<Window*>(QApplication::activeModalWidget());
+        window != nullptr && window->isVisible() ? deeds(*window) : WhenUp<Window>(deeds);
+    });
+}
+
+/// Sets a control of any kind from a step's value ("#2", "0,2", "01/02/2012", ...) by mouse and keys.
+void Enter(ControlWidget& widget, const std::string& value);
+/// Types over what stands in the widget that has the focus.
+void TypeOver(const std::string& text);
+void ClickItem(QWidget& list, const QModelIndex& index);
 
 /// A user before the windows: does a script's steps with mouse and keys, and writes down what happens as the console
 /// does. Dialogs are shown by the windows' own toolkit.
@@ -26,25 +44,25 @@ public:
     void SetPointer(Pointer pointer) override;
     bool Print(const Grid& grid, const std::string& title) override { return toolkit_.Print(grid, title); }
 
-    /// The control that has the focus after each step, "" for none.
-    const std::vector<std::string>& Focuses() const noexcept { return focuses_; }
+    /// The control that had the focus after the last step, "" for none.
+    const std::string& Focus() const noexcept { return focus_; }
 
 protected:
-    /// The window as it is when a state is asked for / when a message waits for its answer.
-    virtual void StateAsked(const std::string& /*control*/, QWidget& /*window*/) {}
-    virtual void MessageUp(QWidget& /*box*/) {}
+    /// A window when a state is asked for, a message or chooser when it waits for its answer.
+    virtual void Look(QWidget& /*window*/) {}
 
 private:
-    void Play(Dialog& dialog, std::vector<ScriptStep> steps);
+    void Play(Dialog& dialog, const std::vector<ScriptStep>& steps);
     void Do(Dialog& dialog, const ScriptStep& step);
     void Press(Dialog& dialog, const ScriptStep& step);
-    std::string FocusIn(const Dialog& dialog) const;
+    std::string Differences(const Dialog& dialog);
+    std::optional<std::string> TakeAnswer();
     void AnswerChooser();
 
     QtToolkit& toolkit_;
     ConsoleScript script_;
     EventLog& log_;
-    std::vector<std::string> focuses_;
+    std::string focus_;
     int depth_ = 0;
 };
 

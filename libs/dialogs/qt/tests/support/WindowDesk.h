@@ -1,16 +1,15 @@
 #pragma once
 
-#include <QApplication>
-#include <QTest>
-#include <QTimer>
-#include <functional>
+#include <QKeySequence>
 #include <gtest/gtest.h>
 #include <map>
 #include <utility>
 
 #include "ControlWidget.h"
-#include "qt/QtToolkit.h"
+#include "controls/QtText.h"
+#include "support/QtUser.h"
 #include "support/SampleDialog.h"
+#include "support/Words.h"
 
 namespace vlm::ui::test {
 
@@ -25,6 +24,20 @@ struct MemorySettings : sys::SettingsStore {
         values[key] = value;
     }
 };
+
+/// Presses keys where the focus is, or in the window on top: "Ctrl+End" is a key, "'ab" types two letters.
+inline void Keys(const std::string& keys) {
+    for (const std::string& each : vlm::test::WordsOf(keys)) {
+        QWidget* const top = QApplication::activeModalWidget();
+        QWidget* const focus = top->focusWidget() != nullptr ? top->focusWidget() : top;
+        if (each[0] == '\'') {
+            QTest::keyClicks(focus, ToQt(each.substr(1)));
+        } else {
+            const QKeyCombination key = QKeySequence(ToQt(each))[0];
+            QTest::keyClick(focus, key.key(), key.keyboardModifiers());
+        }
+    }
+}
 
 /// Windows with settings in memory, and a dialog with a control of every kind to show in them.
 class Windows : public testing::Test {
@@ -44,6 +57,17 @@ protected:
     ControlWidget& Of(const Control& control) const { return *toolkit.Find(control); }
     QWidget& WidgetOf(const Control& control) const { return Of(control).Widget(); }
     void Click(const Control& control) { QTest::mouseClick(&WidgetOf(control), Qt::LeftButton); }
+    /// The control that has the focus, "" for none; frames have none.
+    std::string Focus(const Dialog& shown) const {
+        for (const Control* each : shown.Controls()) {
+            ControlWidget* const widget = toolkit.Find(*each);
+            if (widget == nullptr || each->Kind() == ControlKind::Frame) continue;
+            for (const QWidget* at = QApplication::focusWidget(); at != nullptr; at = at->parentWidget()) {
+                if (at == &widget->Widget()) return each->Name();
+            }
+        }
+        return {};
+    }
     /// The calls of the dialog but for keys that came up, which are forgotten.
     static std::vector<std::string> Runs(SampleDialog& shown) {
         std::erase_if(shown.calls, [](const std::string& call) { return call.starts_with("up:"); });
@@ -54,14 +78,5 @@ protected:
     QtToolkit toolkit{settings};
     SampleDialog dialog;
 };
-
-/// Does `deeds` once a modal window of that kind is up, in the event loop that it runs.
-template <class Window>
-void WhenUp(const std::function<void(Window&)>& deeds) {
-    QTimer::singleShot(0, [deeds] {
-        auto* window = qobject_cast<Window*>(QApplication::activeModalWidget());
-        window != nullptr && window->isVisible() ? deeds(*window) : WhenUp<Window>(deeds);
-    });
-}
 
 }  // namespace vlm::ui::test
