@@ -5,7 +5,7 @@
 #include <ostream>
 #include <string>
 
-#include "database/Connection.h"
+#include "support/RowText.h"
 
 namespace vlm::data::testing {
 
@@ -18,12 +18,30 @@ public:
     virtual ConnectionPtr Connect() = 0;
 };
 
+/// A test over such databases.
+template <typename Test>
+class OnDatabases : public Test {
+protected:
+    void Run(std::initializer_list<std::string> statements) {
+        for (const std::string& sql : statements) fixture->Run("Studio0012", sql);
+    }
+    std::string Rows(const std::string& sql) { return RowText(*connection, sql); }
+
+    std::unique_ptr<ConnectionFixture> fixture;
+    ConnectionPtr connection;
+};
+
 /// Where a driver of single files cannot give what a server gives. The suite expects the difference as it is.
 struct DriverDifferences {
     bool amountsAreText = false;   // it knows no MONEY: such a cell is a text, read as an amount all the same
     bool catalogIsFile = false;    // its database is a path
     bool latinStatements = false;  // it takes no wide statements: what is not Latin-1 can only be a parameter
 };
+
+template <typename Fixture>
+std::unique_ptr<ConnectionFixture> MakeDatabases() {
+    return std::make_unique<Fixture>();
+}
 
 struct ConnectionAdapter {
     const char* name;
@@ -35,24 +53,13 @@ inline void PrintTo(const ConnectionAdapter& adapter, std::ostream* out) { *out 
 
 /// What every adapter promises, in SQL that every engine speaks. An adapter's own test file runs it:
 /// INSTANTIATE_TEST_SUITE_P(Name, ConnectionContract, ::testing::Values(ConnectionAdapter{...}));
-class ConnectionContract : public ::testing::TestWithParam<ConnectionAdapter> {
+class ConnectionContract : public OnDatabases<::testing::TestWithParam<ConnectionAdapter>> {
 protected:
     void SetUp() override;
-
-    std::unique_ptr<ConnectionFixture> fixture;
-    ConnectionPtr connection;
 };
-
 /// What an adapter to the host's engine promises beside it: the dialect in which the system's statements are written.
-class DialectContract : public ConnectionContract {
-protected:
-    void AddComuni();
-};
-
+class DialectContract : public ConnectionContract {};
 /// What the ODBC adapter promises with every driver, beside what all adapters do.
-class OdbcContract : public ConnectionContract {
-protected:
-    void SetUp() override;
-};
+class OdbcContract : public ConnectionContract {};
 
 }  // namespace vlm::data::testing

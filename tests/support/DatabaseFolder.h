@@ -1,12 +1,8 @@
 #pragma once
 
-#include <filesystem>
-#include <fstream>
-#include <random>
-#include <string>
-
 #include "sqlite/SqliteConnection.h"
 #include "support/ConnectionContract.h"
+#include "support/TempFolder.h"
 
 namespace vlm::data::testing {
 
@@ -14,27 +10,18 @@ namespace vlm::data::testing {
 class DatabaseFolder final : public ConnectionFixture {
 public:
     DatabaseFolder() {
-        std::random_device random;
-        do {
-            path_ = std::filesystem::temp_directory_path() / ("vlm-data-" + std::to_string(random()));
-        } while (!std::filesystem::create_directory(path_));
         CreateDatabase("Aldra");
         CreateDatabase("Studio0012");
     }
-    DatabaseFolder(const DatabaseFolder&) = delete;
-    DatabaseFolder& operator=(const DatabaseFolder&) = delete;
-    ~DatabaseFolder() override {
-        std::error_code ignored;
-        std::filesystem::remove_all(path_, ignored);
-    }
 
-    const std::filesystem::path& Path() const { return path_; }
+    const std::filesystem::path& Path() const { return folder_.Path(); }
 
     /// An empty file is an empty database.
-    void CreateDatabase(const std::string& database) const { std::ofstream(path_ / (database + ".sqlite")); }
+    void CreateDatabase(const std::string& database) const { std::ofstream(Path() / (database + ".sqlite")); }
 
     std::string ConnectionText(const std::string& database = "Studio0012") const {
-        return "Provider=SQLite;Data Source=\"" + path_.string() + "\";initial catalog=" + database + ";Busy Timeout=0";
+        return "Provider=SQLite;Data Source=\"" + Path().string() + "\";initial catalog=" + database +
+               ";Busy Timeout=0";
     }
 
     void Run(const std::string& database, const std::string& sql) override {
@@ -45,7 +32,17 @@ public:
     ConnectionPtr Connect() override { return SqliteConnection::Connect(ConnectionText()); }
 
 private:
-    std::filesystem::path path_;
+    test::TempFolder folder_;
+};
+
+/// A test over such a folder.
+class DatabaseTest : public OnDatabases<::testing::Test> {
+protected:
+    DatabaseTest() {
+        fixture = std::make_unique<DatabaseFolder>();
+        connection = fixture->Connect();
+    }
+    DatabaseFolder& Folder() { return static_cast<DatabaseFolder&>(*fixture); }
 };
 
 }  // namespace vlm::data::testing

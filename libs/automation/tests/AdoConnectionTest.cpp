@@ -32,8 +32,6 @@ TEST(AdoConnectionTest, ReadsRowsInBlocksAndFieldByField) {
         world.hidden = {hidden};
         {
             AdoConnection connection(com::Make<ForeignObject>(com::Make<ConnectionObject>(database), world));
-            EXPECT_TRUE(connection.IsOpen());
-            EXPECT_EQ(connection.InitialCatalog(), "Studio0012");
             const RecordsetPtr rows = connection.Open("SELECT *");
             std::size_t count = 0;
             for (; !rows->AtEnd(); rows->MoveNext()) {
@@ -42,8 +40,6 @@ TEST(AdoConnectionTest, ReadsRowsInBlocksAndFieldByField) {
             }
             EXPECT_EQ(count, table.rows.size());
             EXPECT_THROW(rows->MoveNext(), Error);
-            EXPECT_THROW(rows->TextOf(0), Error);
-            EXPECT_THROW(connection.Open("SELECT altro"), Error);
         }
         EXPECT_EQ(world.alive, 0);
     }
@@ -51,22 +47,18 @@ TEST(AdoConnectionTest, ReadsRowsInBlocksAndFieldByField) {
 
 TEST(AdoConnectionTest, ErrorsKeepWhatTheProviderSays) {
     Foreign world;
-    class Failing final : public Connection {
-        bool IsOpen() const override { return true; }
+    class Failing final : public FakeConnection {
         std::string InitialCatalog() const override { throw Error("niente catalogo", 3265, "Provider"); }
         RecordsetPtr Open(std::string_view) override { throw Error("tabella ignota", -2147217865, "Provider SQL"); }
         std::int64_t Execute(std::string_view) override { throw Error("bloccata"); }
         void BeginTransaction() override { throw TypeMismatchError("tipo"); }
-        void CommitTransaction() override {}
-        void RollbackTransaction() override {}
     };
     {
         AdoConnection connection(
             com::Make<ForeignObject>(com::Make<ConnectionObject>(std::make_shared<Failing>()), world));
         const Error error = test::Caught([&] { connection.Open("SELECT 1"); });
-        EXPECT_STREQ(error.what(), "tabella ignota");
-        EXPECT_EQ(error.Number(), -2147217865);
-        EXPECT_EQ(error.Source(), "Provider SQL");
+        EXPECT_EQ(error.what() + std::to_string(error.Number()) + error.Source(),
+                  "tabella ignota-2147217865Provider SQL");
         EXPECT_EQ(ErrorText([&] { connection.Execute("DELETE"); }), "bloccata");
         EXPECT_EQ(ErrorText([&] { connection.InitialCatalog(); }), "niente catalogo");
         EXPECT_EQ(ErrorText([&] { connection.BeginTransaction(); }), "tipo");
@@ -84,25 +76,25 @@ TEST(AdoConnectionTest, OnlyAConnectionIsAConnection) {
 }
 
 TEST(RecordsetObject, IsFilledMovedAndFilteredByName) {
+    using com::Variant;
     const com::LateBound rows(com::Make<RecordsetObject>(std::make_unique<MemoryRecordset>()));
     const com::LateBound fields = rows.ObjectOf("Fields");
-    fields.Call("Append", {com::Variant("Selezionato"), com::Variant(std::int32_t{11})});
-    fields.Call("Append", {com::Variant("Cognome"), com::Variant(std::int32_t{8}), com::Variant(std::int32_t{0}),
-                           com::Variant(std::int32_t{0x60})});
-    fields.Call("Append", {com::Variant("IDPaziente"), com::Variant(std::int32_t{20}), com::Variant::Missing(),
-                           com::Variant(std::int32_t{0x60})});
+    const Variant none(std::int32_t{0}), nullable(std::int32_t{0x60});
+    fields.Call("Append", {Variant("Selezionato"), Variant(std::int32_t{11})});
+    fields.Call("Append", {Variant("Cognome"), Variant(std::int32_t{8}), none, nullable});
+    fields.Call("Append", {Variant("IDPaziente"), Variant(std::int32_t{20}), Variant::Missing(), nullable});
     rows.Call("Open");
     EXPECT_EQ(rows.Get("EOF").Text() + rows.Get("BOF").Text(), "TrueTrue");
     for (const char* name : {"Rossi", "D'Alò", "rossi"}) {
         rows.Call("AddNew");
-        rows.ObjectOf("Fields", {com::Variant("selezionato")}).Put("Value", com::Variant(true));
-        rows.ObjectOf("Fields", {com::Variant("COGNOME")}).Put("Value", com::Variant(name));
-        rows.ObjectOf("Fields", {com::Variant(std::int32_t{2})}).Put("Value", com::Variant::Null());
+        rows.ObjectOf("Fields", {Variant("selezionato")}).Put("Value", Variant(true));
+        rows.ObjectOf("Fields", {Variant("COGNOME")}).Put("Value", Variant(name));
+        rows.ObjectOf("Fields", {Variant(std::int32_t{2})}).Put("Value", Variant::Null());
         rows.Call("Update");
     }
-    rows.Put("Filter", com::Variant("Cognome = 'ROSSI'"));
+    rows.Put("Filter", Variant("Cognome = 'ROSSI'"));
     EXPECT_EQ(rows.Get("RecordCount").Text(), "2");
-    rows.Put("Filter", com::Variant(std::int32_t{0}));
+    rows.Put("Filter", Variant(std::int32_t{0}));
     EXPECT_EQ(rows.Get("RecordCount").Text(), "3");
     rows.Call("MoveFirst");
     rows.Call("MoveNext");
@@ -121,8 +113,8 @@ TEST(RecordsetObject, IsFilledMovedAndFilteredByName) {
         EXPECT_THROW(read.Ordinal("Nome"), Error);
     }
     EXPECT_EQ(world.alive, 0);
-    EXPECT_THROW(rows.ObjectOf("Fields", {com::Variant("Nome")}), Error);
-    EXPECT_THROW(rows.ObjectOf("Fields", {com::Variant(std::int32_t{3})}), Error);
+    EXPECT_THROW(rows.ObjectOf("Fields", {Variant("Nome")}), Error);
+    EXPECT_THROW(rows.ObjectOf("Fields", {Variant(std::int32_t{3})}), Error);
     rows.Call("AddNew");
     EXPECT_THROW(rows.Call("Update"), Error);  // Selezionato takes no Null
 }

@@ -1,40 +1,19 @@
-#include <gtest/gtest.h>
-
 #include "database/MemoryRecordset.h"
-#include "sqlite/SqliteConnection.h"
-#include "support/ConnectionContract.h"
 #include "support/DatabaseFolder.h"
-#include "support/RowText.h"
 #include "values/Error.h"
 
 namespace vlm::data::testing {
 namespace {
 
-std::unique_ptr<ConnectionFixture> MakeFolder() { return std::make_unique<DatabaseFolder>(); }
+const ConnectionAdapter kSqlite = {"sqlite", MakeDatabases<DatabaseFolder>};
 
-INSTANTIATE_TEST_SUITE_P(Sqlite, ConnectionContract, ::testing::Values(ConnectionAdapter{"sqlite", MakeFolder}));
-INSTANTIATE_TEST_SUITE_P(Sqlite, DialectContract, ::testing::Values(ConnectionAdapter{"sqlite", MakeFolder}));
+INSTANTIATE_TEST_SUITE_P(Sqlite, ConnectionContract, ::testing::Values(kSqlite));
+INSTANTIATE_TEST_SUITE_P(Sqlite, DialectContract, ::testing::Values(kSqlite));
 
-class SqliteConnectionTest : public ::testing::Test {
-protected:
-    void Run(std::initializer_list<const char*> statements) {
-        for (const char* sql : statements) folder.Run("Studio0012", sql);
-    }
-    std::string Rows(const std::string& sql) { return RowText(*connection, sql); }
-    /// Whether the statement fails with all these words.
-    ::testing::AssertionResult Fails(const std::string& sql, std::initializer_list<const char*> words) {
-        const std::string error = ErrorText([&] { connection->Open(sql); });
-        bool all = !error.empty();
-        for (const char* word : words) all = all && error.find(word) != std::string::npos;
-        return (all ? ::testing::AssertionSuccess() : ::testing::AssertionFailure()) << sql << ": " << error;
-    }
-
-    DatabaseFolder folder;
-    ConnectionPtr connection = folder.Connect();
-};
+class SqliteConnectionTest : public DatabaseTest {};
 
 TEST_F(SqliteConnectionTest, OpensOnlyWhatExists) {
-    const std::string source = "Provider=SQLite;Data Source=" + folder.Path().string();
+    const std::string source = "Provider=SQLite;Data Source=" + Folder().Path().string();
     const std::pair<std::string, const char*> cases[] = {
         {source + ";Initial Catalog=Studio0099", "Studio0099"},
         {source, "Initial Catalog"},
@@ -46,18 +25,17 @@ TEST_F(SqliteConnectionTest, OpensOnlyWhatExists) {
         {"Data Source='aperto", "non chiuso"},
     };
     for (const auto& [text, named] : cases) {
-        const std::string error = ErrorText([&, &each = text] { SqliteConnection::Connect(each); });
-        EXPECT_NE(error.find(named), std::string::npos) << text << ": " << error;
+        EXPECT_PRED2(Holds, ErrorText([&, &each = text] { SqliteConnection::Connect(each); }), named);
     }
     EXPECT_EQ(SqliteConnection::Connect(source + ";INITIAL CATALOG='studio0012';")->InitialCatalog(), "studio0012");
 
-    std::ofstream(folder.Path() / "Studio0003.sqlite") << std::string(4096, 'x');
-    EXPECT_TRUE(Fails("SELECT * FROM Studio0003..T", {"Studio0003", "non è un database"}));
-    EXPECT_TRUE(Fails("SELECT * FROM Studio0077..T", {"Studio0077"}));
-    EXPECT_TRUE(Fails("SELECT * FROM [../altro]..T", {}));
-    for (const char* file : {"Studio0099.sqlite", "Studio0077.sqlite"}) {
-        EXPECT_FALSE(std::filesystem::exists(folder.Path() / file));
-    }
+    test::WriteBytes((Folder().Path() / "Studio0003.sqlite").string(), std::string(4096, 'x'));
+    EXPECT_PRED2(Holds, Rows("SELECT * FROM Studio0003..T"), "Studio0003");
+    EXPECT_PRED2(Holds, Rows("SELECT * FROM Studio0003..T"), "non è un database");
+    EXPECT_PRED2(Holds, Rows("SELECT * FROM Studio0077..T"), "Studio0077");
+    EXPECT_THROW(connection->Open("SELECT * FROM [../altro]..T"), Error);
+    EXPECT_EQ(test::NamesIn(Folder().Path()),
+              (std::vector<std::string>{"Aldra.sqlite", "Studio0003.sqlite", "Studio0012.sqlite"}));
 }
 
 TEST_F(SqliteConnectionTest, ChangesRowsByTheirNumber) {
@@ -68,18 +46,15 @@ TEST_F(SqliteConnectionTest, ChangesRowsByTheirNumber) {
     const UpdatableRecordsetPtr twins = connection->OpenForUpdate("SELECT * FROM [Numerata] WHERE Rowid = 'A'");
     twins->MoveNext();
     EXPECT_TRUE(twins->IsNull(2));
-    twins->SetValue("una colonna", std::int64_t{2});
-    twins->Update();
+    Write(*twins, {{"una colonna", 2}});
     EXPECT_EQ(Rows("SELECT * FROM Numerata"), "a|1|31/03/2011 10:00:00;a|2|NULL");
 
     // The key is the row's number: first the engine's own, then another.
     const UpdatableRecordsetPtr keyed = connection->OpenForUpdate("SELECT * FROM studio0012..Chiave");
     keyed->AddNew();
     keyed->Update();
-    keyed->SetValue("ID", std::int64_t{7});
-    keyed->Update();
-    keyed->SetValue("Nome", std::string("sette"));
-    keyed->Update();
+    Write(*keyed, {{"ID", 7}});
+    Write(*keyed, {{"Nome", "sette"}});
     EXPECT_EQ(Rows("SELECT * FROM Chiave"), "7|sette");
 }
 
@@ -87,7 +62,8 @@ TEST_F(SqliteConnectionTest, RowsThatCannotBeToldOrReadAreNotChanged) {
     Run({"CREATE TABLE SenzaNumeri (ID INT PRIMARY KEY) WITHOUT ROWID",
          "CREATE VIEW Vista AS SELECT * FROM SenzaNumeri", "CREATE TABLE Coperta (rowid INT, _rowid_ INT, oid INT)",
          "CREATE TABLE Visita (Piano SMALLINT, Quando DATETIME)",
-         "INSERT INTO Visita VALUES (1, 'mai'), (2, '2011-03-31')"});
+         "INSERT INTO Visita VALUES (1, 'mai'), (2, '2011-03-31')",
+         "CREATE TRIGGER Rifiuta BEFORE INSERT ON Visita WHEN NEW.Piano = 13 BEGIN SELECT RAISE(ABORT, 'no'); END"});
     const std::pair<const char*, const char*> cases[] = {
         {"SenzaNumeri", "SenzaNumeri non si possono modificare"},
         {"Vista", "Vista non si possono modificare"},
@@ -96,17 +72,11 @@ TEST_F(SqliteConnectionTest, RowsThatCannotBeToldOrReadAreNotChanged) {
     };
     for (const auto& [table, told] : cases) {
         const std::string sql = std::string("SELECT * FROM ") + table;
-        const std::string error = ErrorText([&] { connection->OpenForUpdate(sql); });
-        EXPECT_NE(error.find(told), std::string::npos) << error;
+        EXPECT_PRED2(Holds, ErrorText([&] { connection->OpenForUpdate(sql); }), told);
     }
     EXPECT_EQ(connection->OpenForUpdate("SELECT * FROM Visita WHERE Piano = 2")->TextOf(1), "31/03/2011");
-}
-
-TEST_F(SqliteConnectionTest, ATriggerNamesTheRowsThatItSees) {
-    Run({"CREATE TABLE Visita (Piano SMALLINT)",
-         "CREATE TRIGGER Rifiuta BEFORE INSERT ON Visita WHEN NEW.Piano = 13 BEGIN SELECT RAISE(ABORT, 'no'); END"});
-    EXPECT_TRUE(Fails("INSERT INTO Visita VALUES (13)", {}));
-    EXPECT_EQ(connection->Execute("INSERT INTO Visita VALUES (12)"), 1);
+    EXPECT_PRED2(Holds, Rows("INSERT INTO Visita (Piano) VALUES (13)"), "no");
+    EXPECT_EQ(connection->Execute("INSERT INTO Visita (Piano) VALUES (12)"), 1);
 }
 
 TEST_F(SqliteConnectionTest, ReadsMoreDatabasesThanTheEngineAttaches) {
@@ -115,9 +85,9 @@ TEST_F(SqliteConnectionTest, ReadsMoreDatabasesThanTheEngineAttaches) {
     std::string all = "SELECT 1 FROM Studio0110..T";
     for (int number = 0; number < kDatabases; ++number) {
         const std::string name = table(number).substr(0, 10);
-        folder.CreateDatabase(name);
-        folder.Run(name, "CREATE TABLE T (N INT)");
-        folder.Run(name, "INSERT INTO T VALUES (" + std::to_string(number) + ")");
+        Folder().CreateDatabase(name);
+        Folder().Run(name, "CREATE TABLE T (N INT)");
+        Folder().Run(name, "INSERT INTO T VALUES (" + std::to_string(number) + ")");
         if (number > 0) all += ", " + table(number) + " AS T" + std::to_string(number);
     }
     const RecordsetPtr held = connection->Open("SELECT N FROM Studio0110..T");
@@ -134,30 +104,31 @@ TEST_F(SqliteConnectionTest, ReadsMoreDatabasesThanTheEngineAttaches) {
     for (int number = 0; number < kDatabases && error.empty(); ++number) {
         error = ErrorText([&] { connection->Open("SELECT N FROM " + table(number)); });
     }
-    EXPECT_NE(error.find("troppi database"), std::string::npos) << error;
+    EXPECT_PRED2(Holds, error, "troppi database");
     connection->RollbackTransaction();
-    EXPECT_TRUE(Fails(all, {"troppi database"}));
+    EXPECT_PRED2(Holds, Rows(all), "troppi database");
     EXPECT_EQ(Rows("SELECT N FROM studio0111.dbo.T"), "1");
 }
 
 TEST_F(SqliteConnectionTest, ALockedDatabaseIsNamed) {
     Run({"CREATE TABLE T (N INT)"});
-    folder.Run("Aldra", "CREATE TABLE A (N INT)");
+    Folder().Run("Aldra", "CREATE TABLE A (N INT)");
     connection->BeginTransaction();
     EXPECT_EQ(connection->Execute("INSERT INTO ALDRA..A VALUES (5)"), 1);  // attached within the transaction
     connection->CommitTransaction();
     EXPECT_EQ(Rows("SELECT A.N FROM aldra..A LEFT JOIN T ON T.N = A.N"), "5");
-    const ConnectionPtr other = folder.Connect();
+    const ConnectionPtr other = Folder().Connect();
     other->Execute("BEGIN EXCLUSIVE");
     for (const char* sql : {"SELECT N FROM T", "INSERT INTO T VALUES (1)"}) {
-        EXPECT_TRUE(Fails(sql, {"Il database Studio0012 è bloccato da un altro utente.", "database is locked"}));
+        EXPECT_PRED2(Holds, Rows(sql), "Il database Studio0012 è bloccato da un altro utente.");
+        EXPECT_PRED2(Holds, Rows(sql), "database is locked");
     }
     other->Execute("ROLLBACK");
     EXPECT_EQ(connection->Execute("INSERT INTO T VALUES (1)"), 1);
 
-    const ConnectionPtr master = SqliteConnection::Connect(folder.ConnectionText("Aldra"));
+    const ConnectionPtr master = SqliteConnection::Connect(Folder().ConnectionText("Aldra"));
     master->Execute("BEGIN EXCLUSIVE");
-    EXPECT_TRUE(Fails("SELECT N FROM Aldra..A", {"Il database Aldra è bloccato"}));
+    EXPECT_PRED2(Holds, Rows("SELECT N FROM Aldra..A"), "Il database Aldra è bloccato");
     EXPECT_EQ(Rows("SELECT N FROM T"), "1");
 }
 
@@ -168,7 +139,7 @@ TEST_F(SqliteConnectionTest, ARowSetMayBeClosedAfterItsConnection) {
     connection->Execute("DELETE FROM T");
     connection.reset();
     rows.reset();
-    EXPECT_EQ(RowText(*folder.Connect(), "SELECT N FROM T"), "1;2");
+    EXPECT_EQ(RowText(*Folder().Connect(), "SELECT N FROM T"), "1;2");
 }
 
 TEST_F(SqliteConnectionTest, SeesChangesOfTheSchema) {
@@ -187,42 +158,30 @@ TEST_F(SqliteConnectionTest, CellsThatDoNotFitTheirColumn) {
               "Il valore '12abc' della colonna NumeroDocumento non è un numero.");
     EXPECT_EQ(ErrorText([&] { rows->DateOf(2); }), "Il valore 'xy' della colonna Giorno non è una data.");
     EXPECT_EQ(ErrorText([&] { rows->AmountOf(3); }), "Il valore 'molto' della colonna Importo non è un importo.");
+    EXPECT_EQ(ErrorText([&] { MemoryRecordset::CopyOf(*connection->Open("SELECT NumeroDocumento FROM T")); }),
+              "Il valore '12abc' della colonna NumeroDocumento non è un numero.");
     EXPECT_EQ(rows->NumberOf(1) + rows->NumberOf(2) + rows->NumberOf(3), 0);
-    EXPECT_EQ(rows->TextOf(2), "xy");
-    EXPECT_EQ(rows->TextOf(4), "A\xFF-");
     rows->MoveNext();
     EXPECT_EQ(rows->IntegerOf(1), 12);
     EXPECT_EQ(rows->AmountOf(3).Units(), 0);  // half to even
-    EXPECT_EQ(RowText(*connection, "SELECT NumeroDocumento, Giorno FROM T WHERE Riga = 2"), "12,5|31/03/2011 12:00:00");
     rows->MoveNext();
     EXPECT_THROW(rows->IntegerOf(1), OverflowError);
     EXPECT_THROW(rows->DateOf(2), TypeMismatchError);
-    EXPECT_NE(ErrorText([&] { rows->AmountOf(3); }).find("Importo"), std::string::npos);
+    EXPECT_PRED2(Holds, ErrorText([&] { rows->AmountOf(3); }), "Importo");
     EXPECT_EQ(rows->NumberOf(4), 12.5);
-    EXPECT_EQ(RowText(*rows), "3|1E+30|1E+30|1E+30|12,5");
+    EXPECT_EQ(Rows("SELECT NumeroDocumento, Giorno, Nota FROM T ORDER BY Riga"),
+              "12abc|xy|A\xFF-;12,5|31/03/2011 12:00:00|NULL;1E+30|1E+30|12,5");
 }
 
-TEST_F(SqliteConnectionTest, ExpressionsHaveTheTypeOfTheirFirstRow) {
-    const RecordsetPtr rows =
-        connection->Open("SELECT 0 AS Selezionato, 1.5 AS Peso, 'a' + 'b' AS Nome, NULL AS Vuota");
-    const FieldType types[] = {FieldType::BigInt, FieldType::Double, FieldType::Text, FieldType::Text};
-    for (int ordinal = 0; ordinal < 4; ++ordinal) EXPECT_EQ(rows->TypeOf(ordinal), types[ordinal]) << ordinal;
-    EXPECT_EQ(rows->FieldName(0), "Selezionato");
-}
-
-TEST_F(SqliteConnectionTest, CopiedRowsKeepTheTypesOfTheirColumns) {
+TEST_F(SqliteConnectionTest, ColumnsKeepTheirTypesAndExpressionsHaveThatOfTheirFirstRow) {
     Run({"CREATE TABLE T (N INT, Nome VARCHAR(20), Giorno DATETIME)",
          "INSERT INTO T VALUES (1, 'a', '3/31/2011'), (2, 'b', NULL), (3, 'A', NULL)"});
-    const auto copy = MemoryRecordset::CopyOf(*connection->Open("SELECT *, N AS Nome FROM T"));
-    EXPECT_EQ(copy->TypeOf(2), FieldType::Date);
-    EXPECT_EQ(RowText(*copy), "1|a|31/03/2011|1;2|b|NULL|2;3|A|NULL|3");
+    const auto copy = MemoryRecordset::CopyOf(*connection->Open("SELECT *, N AS Nome, 0, 1.5, 'a' + 'b', NULL FROM T"));
+    const FieldType types[] = {FieldType::Integer, FieldType::Text,   FieldType::Date, FieldType::Integer,
+                               FieldType::BigInt,  FieldType::Double, FieldType::Text, FieldType::Text};
+    for (int ordinal = 0; ordinal < 8; ++ordinal) EXPECT_EQ(copy->TypeOf(ordinal), types[ordinal]) << ordinal;
     copy->SetFilter("Nome = 'a'");
-    EXPECT_EQ(RowText(*copy), "1|a|31/03/2011|1;3|A|NULL|3");
-    copy->SetFilter("N = 0");
-    EXPECT_TRUE(copy->AtEnd());
-    Run({"INSERT INTO T VALUES ('x', 'c', NULL)"});
-    EXPECT_EQ(ErrorText([&] { MemoryRecordset::CopyOf(*connection->Open("SELECT * FROM T")); }),
-              "Il valore 'x' della colonna N non è un numero.");
+    EXPECT_EQ(RowText(*copy), "1|a|31/03/2011|1|0|1,5|ab|NULL;3|A|NULL|3|0|1,5|ab|NULL");
 }
 
 TEST_F(SqliteConnectionTest, ProceduresGiveOneRowSetForEachStatement) {
@@ -240,13 +199,12 @@ TEST_F(SqliteConnectionTest, ProceduresGiveOneRowSetForEachStatement) {
     ASSERT_TRUE(rows->NextRecordset());
     EXPECT_EQ(RowText(*rows), "14");
     EXPECT_FALSE(rows->NextRecordset());
-    EXPECT_TRUE(rows->AtEnd());
     EXPECT_EQ(Rows("SELECT Nome FROM R WHERE ID = 12"), "Rossi!");
     EXPECT_EQ(Rows("EXEC SP_Giorno '3/1/2011', 'verdi'"), "12;13");
     EXPECT_EQ(Rows("EXEC SP_Ricetta"), "");
     EXPECT_EQ(connection->Execute("SP_Ricetta 13"), 1);
-    EXPECT_TRUE(Fails("SP_Altra 12", {"La procedura SP_Altra non esiste nel database Studio0012."}));
-    EXPECT_TRUE(Fails("SP_Anello 1", {}));
+    EXPECT_EQ(Rows("SP_Altra 12"), "La procedura SP_Altra non esiste nel database Studio0012.");
+    EXPECT_THROW(connection->Open("SP_Anello 1"), Error);
 }
 
 }  // namespace
