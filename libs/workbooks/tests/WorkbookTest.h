@@ -1,30 +1,24 @@
 #pragma once
 
-#include <memory>
-#include <string>
-#include <vector>
+#include <gtest/gtest.h>
 
+#include "XlsxFile.h"
 #include "detect/DetectingOpener.h"
+#include "support/TempFolder.h"
 #include "values/Error.h"
-#include "workbooks/Workbook.h"
 
 namespace vlm::test {
 
-/// The folder of the sources.
-inline constexpr const char* kSourceFolder = VLM_SOURCE_FOLDER;
+using Lines = std::vector<std::string>;
 
 /// A workbook that a library of somebody else's wrote.
 inline std::string DataFile(const std::string& name) {
-    return std::string(kSourceFolder) + "/libs/workbooks/tests/data/" + name;
+    return std::string(VLM_SOURCE_FOLDER) + "/libs/workbooks/tests/data/" + name;
 }
 /// What values.xls and values.xlsx show.
-inline std::vector<std::string> ValuesShown() {
+inline Lines ValuesShown() {
     return {"\"Cognome|\"Nato il|\"Età|\"Attivo", "\"D'Àrrigo & <figli>|@03/10/1954|#56,5|?Vero", "|||",
             "\"  Łódź 漢 𝄞  |@10/04/2011 06:00:00|#12345678901|?Falso", "\"x|#-7|#0|#123456"};
-}
-
-inline std::unique_ptr<files::Workbook> OpenedWorkbook(const std::string& path) {
-    return files::DetectingOpener().Open(path);
 }
 
 /// A cell's text with a mark of what it is: "text, #number, @date, ?truth value, "" for an empty cell.
@@ -34,8 +28,8 @@ inline std::string Marked(const files::SheetValue& value) {
 }
 
 /// Every row up to the last one, its first `columns` cells joined by "|".
-inline std::vector<std::string> DumpOf(const files::Worksheet& sheet, std::uint32_t columns) {
-    std::vector<std::string> rows;
+inline Lines DumpOf(const files::Worksheet& sheet, std::uint32_t columns) {
+    Lines rows;
     for (std::uint32_t row = 1; row <= sheet.LastRow(); ++row) {
         std::string line;
         for (std::uint32_t column = 1; column <= columns; ++column) {
@@ -46,24 +40,43 @@ inline std::vector<std::string> DumpOf(const files::Worksheet& sheet, std::uint3
     return rows;
 }
 
-/// Opens a file and reads the first cells of every row of every sheet. The message of the error, or "".
-inline std::string FaultOf(const std::string& path) {
-    try {
-        const auto workbook = OpenedWorkbook(path);
-        for (int number = 1; number <= workbook->WorksheetCount(); ++number) {
-            const files::Worksheet& sheet = workbook->Sheet(number);
-            for (std::uint32_t row = 1; row <= sheet.LastRow() && row <= 100; ++row) {
-                for (std::uint32_t column = 1; column <= 20; ++column) files::TextOf(sheet.Cell(row, column));
-            }
-        }
-    } catch (const Error& error) {
-        return error.what();
+class WorkbookTest : public testing::Test {
+protected:
+    std::unique_ptr<files::Workbook> Open(const std::string& bytes) {
+        WriteBytes(path_, bytes);
+        return files::DetectingOpener().Open(path_);
     }
-    return {};
-}
+    std::unique_ptr<files::Workbook> Open(const XlsxFile& file) {
+        file.Write(path_);
+        return files::DetectingOpener().Open(path_);
+    }
+    /// The first sheet.
+    template <typename File>
+    Lines Read(const File& file, std::uint32_t columns) {
+        return DumpOf(Open(file)->Sheet(1), columns);
+    }
+    /// Why a file is no workbook that can be read, after the first cells of every row of every sheet; "" when it is.
+    template <typename File>
+    std::string Fault(const File& file) {
+        try {
+            const auto workbook = Open(file);
+            for (int number = 1; number <= workbook->WorksheetCount(); ++number) {
+                const files::Worksheet& sheet = workbook->Sheet(number);
+                for (std::uint32_t row = 1; row <= sheet.LastRow() && row <= 100; ++row) {
+                    for (std::uint32_t column = 1; column <= 20; ++column) files::TextOf(sheet.Cell(row, column));
+                }
+            }
+        } catch (const Error& error) {
+            const std::string text = error.what(),
+                              head = "Il file " + path_ + " non è una cartella di lavoro leggibile: ";
+            EXPECT_NE(text.find(path_), std::string::npos) << text;
+            return text.starts_with(head) ? text.substr(head.size(), text.size() - head.size() - 1) : text;
+        }
+        return {};
+    }
 
-inline std::string Unreadable(const std::string& path, const std::string& reason) {
-    return "Il file " + path + " non è una cartella di lavoro leggibile: " + reason + ".";
-}
+    TempFolder folder_;
+    const std::string path_ = folder_ / "pazienti.dat";  // the extension tells nothing
+};
 
 }  // namespace vlm::test

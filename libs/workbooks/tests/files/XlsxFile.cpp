@@ -76,7 +76,7 @@ XlsxFile& XlsxFile::SharedXml(const std::string& items) {
     return *this;
 }
 
-std::map<std::string, std::string> XlsxFile::Parts() const {
+void XlsxFile::Write(const std::string& path) const {
     std::map<std::string, std::string> parts;
     std::string sheets, relations = Relation("rIdStyles", "styles", "styles.xml") +
                                     Relation("rIdTexts", "sharedStrings", "/xl/sharedStrings.xml");
@@ -94,11 +94,6 @@ std::map<std::string, std::string> XlsxFile::Parts() const {
     parts["xl/sharedStrings.xml"] = "<sst>" + shared_ + "</sst>";
     for (const auto& [name, content] : parts_) parts[name] = content;
     for (const std::string& name : left_) parts.erase(name);
-    return parts;
-}
-
-void XlsxFile::Write(const std::string& path) const {
-    const std::map<std::string, std::string> parts = Parts();
     zip_t* const archive = zip_open(path.c_str(), ZIP_CREATE | ZIP_TRUNCATE, nullptr);
     if (archive == nullptr) throw std::runtime_error("no archive " + path);
     for (const auto& [name, content] : parts) {

@@ -28,7 +28,6 @@ public:
     void Write(const std::string& path) const;
 
 private:
-    std::map<std::string, std::string> Parts() const;
     std::string CellXml(const files::SheetValue& value, const std::string& place);
 
     std::vector<std::pair<std::string, std::string>> sheets_;  // name, XML of the rows
