@@ -14,33 +14,26 @@ using test::ReadBytes;
 using test::TempFolder;
 using test::WriteBytes;
 
-std::vector<std::string> LinesOf(const std::string& path) {
-    LineReader reader(path);
-    std::vector<std::string> lines;
-    while (!reader.AtEnd()) lines.emplace_back(reader.ReadLine());
-    return lines;
-}
-
 TEST(LineReaderTest, ReadsLinesOfAnyEndingAndEncoding) {
     const TempFolder folder;
-    const std::string large(200000, 'x');
-    struct Case {
-        std::string bytes;
-        std::vector<std::string> lines;
-    };
-    for (const Case& c : std::vector<Case>{{"", {}},
-                                           {"a\r\nb\r\n", {"a", "b"}},
-                                           {"a\nb", {"a", "b"}},
-                                           {"\r\n\n", {"", ""}},
-                                           {"citt\xE0 \x80\r\n", {"città €"}},
-                                           {"\xEF\xBB\xBF"
-                                            "citt\xC3\xA0\n",
-                                            {"città"}},
-                                           {std::string("a\0b\n", 4), {std::string("a\0b", 3)}},
-                                           {large + "\r\n" + large, {large, large}},
-                                           {std::string(65535, 'y') + "\r\nz", {std::string(65535, 'y'), "z"}}}) {
-        WriteBytes(folder / "f", c.bytes);
-        EXPECT_EQ(LinesOf(folder / "f"), c.lines);
+    const std::string large(200000, 'x'), block(65535, 'y'), zero("a\0b", 3);
+    const std::pair<std::string, std::string> cases[] = {{"", ""},
+                                                         {"a\r\nb\r\n", "a|b|"},
+                                                         {"a\nb", "a|b|"},
+                                                         {"\r\n\n", "||"},
+                                                         {"citt\xE0 \x80\r\n", "città €|"},
+                                                         {"\xEF\xBB\xBF"
+                                                          "citt\xC3\xA0\n",
+                                                          "città|"},
+                                                         {zero + "\n", zero + '|'},
+                                                         {large + "\r\n" + large, large + '|' + large + '|'},
+                                                         {block + "\r\nz", block + "|z|"}};
+    for (const auto& [bytes, expected] : cases) {
+        WriteBytes(folder / "f", bytes);
+        LineReader reader(folder / "f");
+        std::string lines;
+        while (!reader.AtEnd()) lines += std::string(reader.ReadLine()) + '|';
+        EXPECT_EQ(lines, expected);
     }
     EXPECT_THROW(LineReader{folder / "none"}, Error);
 }
@@ -51,7 +44,7 @@ TEST(LineWriterTest, AppearsWholeOrNotAtAll) {
     WriteBytes(path, "earlier");
     {
         LineWriter writer;
-        writer.Open((folder.Path().string()) + "\\f.txt");
+        writer.Open(folder.Path().string() + "\\f.txt");
         writer.WriteLine("nuovo è");
         EXPECT_EQ(ReadBytes(path), "earlier");
         LineWriter second;
@@ -82,12 +75,12 @@ TEST(LineWriterTest, AppearsWholeOrNotAtAll) {
 TEST(PathsTest, TellsFilesFromFolders) {
     const TempFolder folder;
     WriteBytes(folder / "f", "12345");
-    EXPECT_TRUE(IsDirectory(folder.Path().string() + "\\"));
-    EXPECT_FALSE(IsDirectory(folder / "f"));
-    EXPECT_FALSE(IsDirectory(""));
-    EXPECT_EQ(FactsOf(folder.Path().string() + "\\f")->size, 5U);
-    EXPECT_FALSE(FactsOf(folder.Path().string()));
-    EXPECT_FALSE(FactsOf(""));
+    const std::string path = folder.Path().string();
+    EXPECT_TRUE(IsDirectory(path + "\\") && !IsDirectory(folder / "f") && !IsDirectory(""));
+    EXPECT_EQ(FactsOf(path + "\\f")->size, 5U);
+    EXPECT_TRUE(!FactsOf(path) && !FactsOf(""));
+    EXPECT_EQ(ToLibrary(folder / "f").find('/'), std::string::npos) << "the library knows only backslashes";
+    EXPECT_EQ(ToNative(ToLibrary(folder / "f")), test::PathOf(folder / "f"));
 }
 
 }  // namespace

@@ -19,8 +19,7 @@ protected:
     }
 
     const vlm::test::TempFolder temporary_;
-    const fs::path folder_ = temporary_.Path();
-    const fs::path file_ = folder_ / "a" / "settings.ini";
+    const fs::path file_ = temporary_.Path() / "a" / "settings.ini";
 };
 
 TEST_F(IniSettingsStoreTest, WhatIsMissingReadsAsTheDefault) {
@@ -32,17 +31,8 @@ TEST_F(IniSettingsStoreTest, WhatIsMissingReadsAsTheDefault) {
 }
 
 TEST_F(IniSettingsStoreTest, ValuesComeBackAsTheyWere) {
-    const std::vector<std::string> values{"",
-                                          "C:\\Nuova cartella\\",
-                                          "\\\\server\\rete",
-                                          "a=b=c",
-                                          "  davanti e dietro  ",
-                                          "riga\r\nnuova\nriga\r",
-                                          "\\n non è un a capo",
-                                          "Città però €",
-                                          "[Aldra]",
-                                          ";x"};
-    for (const std::string& value : values) {
+    for (const char* value : {"", "C:\\Nuova cartella\\", "\\\\server\\rete", "a=b=c", "  davanti e dietro  ",
+                              "riga\r\nnuova\nriga\r", "\\n non è un a capo", "Città però €", "[Aldra]", ";x"}) {
         Store().Save("Aldra", "Settings", "Prima", "resta");
         Store().Save("Aldra", "Settings", "ASLPath", value);
         EXPECT_EQ(Store().Get("Aldra", "Settings", "ASLPath", "d"), value);
