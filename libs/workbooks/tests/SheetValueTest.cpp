@@ -20,7 +20,7 @@ TEST(SheetValueTest, TextIsWhatAutomationMakesOfACell) {
               "18:00:00|10/04/2011 23:59:59|30/12/1899|");
 }
 
-TEST(SheetValueTest, ColumnsAreLetters) {
+TEST(SheetValueTest, ReferencesStandInsideASheet) {
     const std::vector<std::pair<std::string, std::uint32_t>> cases = {{"A", 1},   {"z", 26},   {"AA", 27},
                                                                       {"aB", 28}, {"IV", 256}, {"XFD", 16384}};
     for (const auto& [letters, number] : cases) {
@@ -30,13 +30,8 @@ TEST(SheetValueTest, ColumnsAreLetters) {
     for (const char* const wrong : {"", "XFE", "AAAA", "1", "A1", "À", " A", "A ", "@", "["}) {
         EXPECT_FALSE(ColumnNumber(wrong)) << wrong;
     }
-}
-
-TEST(SheetValueTest, ReferencesStandInsideASheet) {
     const auto place = ParseCellReference("ab1048576");
-    ASSERT_TRUE(place);
-    EXPECT_EQ(place->column, 28U);
-    EXPECT_EQ(place->row, 1048576U);
+    EXPECT_TRUE(place && place->column == 28U && place->row == 1048576U);
     for (const char* const wrong : {"", "A", "1", "A0", "A1048577", "A4294967297", "XFE1", "A1B", "A-1", "A 1", "$A$1",
                                     "A99999999999999999999"}) {
         EXPECT_FALSE(ParseCellReference(wrong)) << wrong;
@@ -65,6 +60,11 @@ TEST(SheetValueTest, NumbersOfADateStyleAreDatesInsideTheCalendar) {
         {40643, "@10/04/2011"}, {1, "@01/01/1900"},           {59, "@28/02/1900"},   {61, "@01/03/1900"},
         {0.5, "@12:00:00"},     {2958465, "@31/12/9999"},     {2958466, "#2958466"}, {-1, "#-1"},
         {1e300, "#1E+300"},     {1.5, "@01/01/1900 12:00:00"}};
+    CellStyles known;  // by their numbers
+    for (const std::uint32_t format : {14, 22, 27, 45, 58, 0, 13, 23, 49, 59}) known.AddStyle(format);
+    for (std::size_t style = 0; style < 10; ++style) {
+        EXPECT_EQ(test::Marked(known.ValueOf(40643, style)), style < 5 ? "@10/04/2011" : "#40643") << style;
+    }
     for (const auto& [serial, expected] : cases) EXPECT_EQ(test::Marked(from1900.ValueOf(serial, 0)), expected);
     EXPECT_EQ(test::Marked(from1904.ValueOf(39181, 0)), "@10/04/2011");
     EXPECT_EQ(test::Marked(from1904.ValueOf(0, 0)), "@01/01/1904");
