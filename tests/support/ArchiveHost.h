@@ -25,6 +25,11 @@ public:
 
     std::unique_ptr<HealthCardClient> NewHealthCardClient() override { return std::make_unique<Client>(*this); }
 
+    std::unique_ptr<HostRecord> NewPatientRecord() override {
+        return savesPatients ? ReferenceHostComponents::NewPatientRecord() : std::make_unique<Unsaved>();
+    }
+
+    bool savesPatients = true;
     HealthCardClient::Response response;  // to every request
     std::string failure;                  // thrown instead, when there is one
     // What the last client was given, and what was asked of it.
@@ -33,6 +38,18 @@ public:
     std::vector<std::string> requests;  // "patients", "exemptions"
 
 private:
+    /// A patient that is there, whom the host does not store.
+    struct Unsaved final : HostRecord {
+        void SetConnection(const data::ConnectionPtr&) override {}
+        void SetSecurity(const HostObjectPtr&, const HostObjectPtr&) override {}
+        void AddNew() override {}
+        void Load(std::int32_t id, bool) override { loaded = id; }
+        data::Value Field(std::string_view) const override { return {}; }
+        void SetField(std::string_view, const data::Value&) override {}
+        bool Save() override { return false; }
+        std::int32_t Id() const override { return loaded; }
+        std::int32_t loaded = 0;
+    };
     struct Client final : HealthCardClient {
         explicit Client(ImportComponents& owner) : test(owner) {}
         void SetToolPath(const std::string& path) override { test.toolPath = path; }

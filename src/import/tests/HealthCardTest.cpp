@@ -6,14 +6,13 @@ namespace vlm::test {
 namespace {
 
 constexpr const char* kClinic = R"sql(
-INSERT INTO Paziente (IDPaziente, Cognome, CodiceFiscale) VALUES (7, 'Conti', 'CNTNNA70A41B639I');
 INSERT INTO ParametroSpecialista VALUES (3, 'inpsutente', 'MEDICO3'), (3, 'INPSPassword', char(1) || 'â' || 'ã');
 INSERT INTO vwstudi (CodiceRegioneTariffario, NumeroASL) VALUES ('190', '201');
 )sql";
 
 class HealthCardTest : public ImportTest {
 protected:
-    HealthCardTest() : ImportTest(kClinic) {}
+    HealthCardTest() : ImportTest(kPatients + std::string(kClinic)) {}
 
     static HealthCardClient::Person Person(const std::string& code, const std::string& surname) {
         HealthCardClient::Person person;
@@ -39,11 +38,11 @@ TEST_F(HealthCardTest, CryptTextUndoesItself) {
     }
 }
 
-TEST_F(HealthCardTest, PatientsAreMatchedByFiscalCode) {
+TEST_F(HealthCardTest, PatientsAreMatchedByFiscalCodeAndErrorsRaised) {
     host.services.installFolder = sys::FixedInstallFolder("C:\\Aldra");
-    host.components.response.persons = {Person(" cntnna70a41b639i ", " Conti "), Person("NUOVO", "Nuovi")};
+    host.components.response.persons = {Person(" cntnna70a41b639q ", " Conti "), Person("NUOVO", "Nuovi")};
     EXPECT_EQ(ElementsOf(component.GetElementListSistemaTS(3, "1234567890")),
-              (Lines{"Selezionato=False|Cognome=Conti|Nome=Anna|CodiceFiscale=cntnna70a41b639i|IDPaziente=7",
+              (Lines{"Selezionato=False|Cognome=Conti|Nome=Anna|CodiceFiscale=cntnna70a41b639q|IDPaziente=7",
                      "Selezionato=True|Cognome=Nuovi|Nome=Anna|CodiceFiscale=NUOVO|IDPaziente=0"}));
     EXPECT_EQ(host.components.requests, Lines{"patients"});
     EXPECT_EQ(host.components.toolPath, "C:\\Aldra\\openssl.exe");
@@ -51,29 +50,6 @@ TEST_F(HealthCardTest, PatientsAreMatchedByFiscalCode) {
     const HealthCardClient::Credentials& given = host.components.credentials;
     EXPECT_EQ(given.userId + "|" + given.password + "|" + given.pin + "|" + given.regionCode + "|" + given.aslCode,
               "MEDICO3|ce|1234567890|190|201");
-}
-
-TEST_F(HealthCardTest, ExemptionsOfPatientsInTheArchive) {
-    host.connection->Execute("DELETE FROM vwstudi");
-    for (int person = 0; person < 25; ++person) host.components.response.persons.push_back(Person("NUOVO", "X"));
-    HealthCardClient::Person known = Person("CNTNNA70A41B639I", "Conti");
-    known.exemptions = {{"E01", *Date::FromYmd(2012, 1, 1), Date(41274 + 23.0 / 24)},
-                        {"E02", Date(40909.5), *Date::FromYmd(2012, 12, 31)},
-                        {"E03", Date(), Date()}};
-    host.components.response.persons.push_back(known);
-    const std::string start =
-        "Selezionato=True|Cognome=Conti|Nome=Anna|CodiceFiscale=CNTNNA70A41B639I|IDPaziente=7|Esenzione=";
-    EXPECT_EQ(ElementsOf(component.GetElementListEsentiRedditoSistemaTS(99, "")),
-              (Lines{start + "E01|EsenzioneDataInizio=01/01/2012|EsenzioneDataScadenza=01/01/2013",
-                     start + "E02|EsenzioneDataInizio=02/01/2012|EsenzioneDataScadenza=31/12/2012", start + "E03"}));
-    EXPECT_EQ(host.components.requests, Lines{"exemptions"});
-    EXPECT_EQ(progress, (std::vector<std::int32_t>{38, 76}));  // 10 and 20 of 26
-    EXPECT_EQ(
-        host.components.credentials.userId + host.components.credentials.password + host.components.credentials.aslCode,
-        "");
-}
-
-TEST_F(HealthCardTest, ErrorsOfTheSystemAreRaised) {
     host.components.response.error = true;
     host.components.response.errors = {{"E01", "PIN errato"}, {"E02", "Utente bloccato"}};
     const Error error = Caught([&] { component.GetElementListSistemaTS(3, "1234567890"); });
@@ -82,6 +58,26 @@ TEST_F(HealthCardTest, ErrorsOfTheSystemAreRaised) {
     EXPECT_EQ(error.Source(), "SistemaTS");
     host.components.failure = "openssl.exe non si avvia";
     EXPECT_EQ(CaughtText([&] { component.GetElementListSistemaTS(3, "1"); }), "openssl.exe non si avvia");
+}
+
+TEST_F(HealthCardTest, ExemptionsOfPatientsInTheArchive) {
+    host.connection->Execute("DELETE FROM vwstudi");
+    for (int person = 0; person < 25; ++person) host.components.response.persons.push_back(Person("NUOVO", "X"));
+    HealthCardClient::Person known = Person("CNTNNA70A41B639Q", "Conti");
+    known.exemptions = {{"E01", *Date::FromYmd(2012, 1, 1), Date(41274 + 23.0 / 24)},
+                        {"E02", Date(40909.5), *Date::FromYmd(2012, 12, 31)},
+                        {"E03", Date(), Date()}};
+    host.components.response.persons.push_back(known);
+    const std::string start =
+        "Selezionato=True|Cognome=Conti|Nome=Anna|CodiceFiscale=CNTNNA70A41B639Q|IDPaziente=7|Esenzione=";
+    EXPECT_EQ(ElementsOf(component.GetElementListEsentiRedditoSistemaTS(99, "")),
+              (Lines{start + "E01|EsenzioneDataInizio=01/01/2012|EsenzioneDataScadenza=01/01/2013",
+                     start + "E02|EsenzioneDataInizio=02/01/2012|EsenzioneDataScadenza=31/12/2012", start + "E03"}));
+    EXPECT_EQ(host.components.requests, Lines{"exemptions"});
+    EXPECT_EQ(progress, (std::vector<std::int32_t>{38, 76}));  // 10 and 20 of 26
+    EXPECT_EQ(
+        host.components.credentials.userId + host.components.credentials.password + host.components.credentials.aslCode,
+        "");
 }
 
 }  // namespace

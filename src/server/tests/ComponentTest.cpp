@@ -1,5 +1,9 @@
+#include <cstring>
+
 #include "ServerFixture.h"
+#include "ado/RecordsetObject.h"
 #include "automation/ErrorReport.h"
+#include "support/TempFolder.h"
 #include "support/Words.h"
 
 namespace vlm::server {
@@ -39,21 +43,28 @@ TEST_F(ComponentTest, TheLibraryHandsOutItsClassesAndCountsThem) {
     EXPECT_EQ(VlmSetServices(nullptr), S_FALSE);
 }
 
-TEST_F(ComponentTest, EveryClassOffersItsInterfaces) {
-    const std::pair<GUID, IID> classes[] = {{kASLExportClass, _ASLExport::kId},
-                                            {kASLPanoramicoClass, _ASLPanoramico::kId},
-                                            {kASLPanoramicoLineClass, _ASLPanoramicoLine::kId},
-                                            {kExportProgettiClass, _ExportProgetti::kId},
-                                            {kASLImportPatientClass, _ASLImportPatient::kId}};
-    for (const auto& [classId, iid] : classes) {
-        const auto object = Create<IDispatch>(classId, iid);
+TEST_F(ComponentTest, EveryClassOffersItsInterfacesAndNothingInternal) {
+    const struct {
+        GUID classId;
+        IID iid;
+        const char* internal;
+    } classes[] = {{kASLExportClass, _ASLExport::kId, "Export IDBranca GetRegion GetFileName Rights"},
+                   {kASLPanoramicoClass, _ASLPanoramico::kId, "ExportFile IDSpecialista FromDate"},
+                   {kExportProgettiClass, _ExportProgetti::kId, "ExportFile IDStudio ViewAsDecoded"},
+                   {kASLImportPatientClass, _ASLImportPatient::kId, "ReadSourceForAsl ReadWithTemplate CHMObject"},
+                   {kASLPanoramicoLineClass, _ASLPanoramicoLine::kId, "LookupICD9 ClearFields ShowDialog"}};
+    for (const auto& each : classes) {
+        const auto object = Create<IDispatch>(each.classId, each.iid);
         const auto errors = com::Query<ISupportErrorInfo>(object.Get());
         ASSERT_TRUE(errors && com::SameObject(object.Get(), errors.Get()));
-        EXPECT_EQ(errors->InterfaceSupportsErrorInfo(iid), S_OK);
+        EXPECT_EQ(errors->InterfaceSupportsErrorInfo(each.iid), S_OK);
         EXPECT_EQ(errors->InterfaceSupportsErrorInfo(com::kIdOf<IDispatch>), S_FALSE);
         EXPECT_FALSE(com::Query<IUnknown>(object.Get(), kRightsId));
-        if (const LateBound late(object); late.Has("ShowDialog")) late.Call("ShowDialog");
-        const bool raisesEvents = com::Same(classId, kASLImportPatientClass);
+        const LateBound late(object);
+        if (late.Has("ShowDialog")) late.Call("ShowDialog");
+        for (const std::string& name : test::WordsOf(each.internal)) EXPECT_FALSE(late.Has(name)) << name;
+        EXPECT_EQ(CodeOf([&] { late.Call("ExportFile"); }), DISP_E_UNKNOWNNAME);
+        const bool raisesEvents = com::Same(each.classId, kASLImportPatientClass);
         EXPECT_EQ(static_cast<bool>(com::Query<IConnectionPointContainer>(object.Get())), raisesEvents);
     }
 }
@@ -81,16 +92,33 @@ TEST_F(ComponentTest, OneConnectionForAllAndOneOfItsOwnForTheRecord) {
     EXPECT_EQ(test::ReferencesTo(second.Get()), 1u);
 }
 
-TEST_F(ComponentTest, InternalMembersAreNotThereForTheHost) {
-    const std::pair<GUID, const char*> cases[] = {
-        {kASLExportClass, "Export IDBranca GetRegion GetFileName Rights"},
-        {kASLPanoramicoClass, "ExportFile IDSpecialista FromDate"},
-        {kExportProgettiClass, "ExportFile IDStudio ViewAsDecoded"},
-        {kASLImportPatientClass, "ReadSourceForAsl ReadWithTemplate CHMObject"},
-        {kASLPanoramicoLineClass, "LookupICD9 ClearFields ShowDialog"}};
-    for (const auto& [classId, names] : cases) {
-        for (const std::string& name : test::WordsOf(names)) {
-            EXPECT_EQ(CodeOf([&, &id = classId] { Late(id).Call(name); }), DISP_E_UNKNOWNNAME) << name;
+TEST_F(ComponentTest, PropertiesThatAreObjects) {
+    const struct {
+        const char* name;
+        const GUID& kind;
+        bool checked;
+        std::vector<GUID> classes;
+    } cases[] = {
+        {"Connection",
+         data::ado::kConnectionId,
+         true,
+         {kASLExportClass, kASLPanoramicoClass, kExportProgettiClass, kASLImportPatientClass, kASLPanoramicoLineClass}},
+        {"CHMObject", kCHMObjectId, true, {kASLExportClass, kASLPanoramicoClass, kExportProgettiClass}},
+        {"LockSrv", kLockSrvId, false, {kASLImportPatientClass}},
+        {"Rights", kRightsId, false, {kASLImportPatientClass}},
+        {"Rs", data::ado::kRecordsetId, false, {kASLPanoramicoLineClass}}};
+    for (const auto& each : cases) {
+        for (const GUID& classId : each.classes) {
+            const LateBound object = Late(classId);
+            const com::Ref<IDispatch> value = Marked(each.kind);
+            const auto put = [&](IDispatch* given) { object.PutRef(each.name, given); };
+            put(value.Get());
+            if (each.checked) {
+                EXPECT_EQ(CodeOf([&] { put(Marked(kRightsId).Get()); }), DISP_E_TYPEMISMATCH);
+            }
+            EXPECT_EQ(object.Get(each.name).Object().Get(), value.Get()) << each.name;
+            put(nullptr);
+            EXPECT_EQ(test::ReferencesTo(value.Get()), 1u) << each.name;
         }
     }
 }
@@ -180,12 +208,125 @@ TEST_F(ComponentTest, AHelpRequestNeverFails) {
     EXPECT_EQ(test::ReferencesTo(help.Get()), 1u);
 }
 
+/// A file is shown in detail when nothing says how.
 TEST_F(ComponentTest, ViewAsDecodedTakesItsKindOrNone) {
     const LateBound component = Late(kASLExportClass);
-    EXPECT_EQ(component.Call("VIEWASDECODED", {Variant("x.txt")}).Text(), "False");
-    EXPECT_EQ(component.Call("ViewAsDecoded", {Variant("x.txt"), Variant("1")}).Text(), "False");
-    EXPECT_EQ(services.toolkit.messages.size(), 2u);  // there is no connection
+    EXPECT_EQ(component.Call("ViewAsDecoded", {Variant("x.txt")}).Text(), "False");
+    EXPECT_EQ(services.toolkit.messages.size(), 1u);  // there is no connection
+    const test::TempFolder folder;
+    services.utility = PlainHostUtility(folder.Path().string());
+    database->tables["SELECT IDRegioneTariffario FROM Aldra..Studi WHERE IDStudio = 12"] = {{"IDRegioneTariffario"},
+                                                                                            {{std::string("19")}}};
+    component.PutRef("Connection", ForeignConnection().Get());
+    test::WriteBytes(folder / "dati.txt", "x\r\n");
+    const auto shown = [&](std::vector<Variant> arguments) {
+        arguments.insert(arguments.begin(), Variant(folder / "dati.txt"));
+        EXPECT_EQ(component.Call("VIEWASDECODED", arguments).Text(), "True");
+        return test::ReadBytes(folder / "dati.txt.tmp");
+    };
+    const std::string detailed = shown({Variant("0")});
+    EXPECT_NE(shown({Variant("1")}), detailed);
+    EXPECT_EQ(shown({}), detailed);
     EXPECT_EQ(Late(kASLPanoramicoClass).Call("ViewAsDecoded", {Variant("x.txt")}).Text(), "False");
+}
+
+TEST_F(ComponentTest, MethodsOfTheImport) {
+    const auto import = Create<_ASLImportPatient>(kASLImportPatientClass);
+    std::vector<std::string> own, appended;
+    for (const bool foreign : {false, true}) {
+        const auto data = com::Make<data::ado::RecordsetObject>(std::make_unique<data::MemoryRecordset>());
+        com::Ref<IDispatch> given(data.Get());
+        if (foreign) given = com::Make<test::ForeignObject>(given, world);
+        EXPECT_EQ(import->InitDataStructure(given.Get()), S_OK);
+        data::MemoryRecordset& rows = data->Memory();
+        std::vector<std::string> columns;
+        for (int i = 0; i < rows.FieldCount(); ++i) {
+            columns.push_back(std::string(rows.FieldName(i)) + " " +
+                              std::to_string(data::ado::AdoTypeOf(rows.TypeOf(i))));
+        }
+        (foreign ? appended : own) = columns;
+        rows.Open();
+        rows.AddNew();
+        EXPECT_THROW(rows.Update(), Error) << "an element says whether it is selected";
+        rows.SetValue("Selezionato", true);
+        rows.Update();
+    }
+    EXPECT_EQ(own.size(), 19u);
+    EXPECT_EQ(appended, own);
+    EXPECT_EQ(import->InitDataStructure(nullptr), DISP_E_TYPEMISMATCH);
+    IDispatch* rows = import.Get();
+    EXPECT_TRUE(FAILED(import->GetElementList(com::Bstr("x").Get(), &rows)));
+    EXPECT_EQ(rows, nullptr);
+    EXPECT_EQ(import->get_Rights(nullptr), E_POINTER);
+    LONG patient = 1;
+    LONG exemption = 1;
+    EXPECT_EQ(import->CreatePatient(nullptr, &patient), DISP_E_TYPEMISMATCH);
+    EXPECT_EQ(import->CreateEsenzione(nullptr, &exemption), DISP_E_TYPEMISMATCH);
+    EXPECT_EQ(patient + exemption, 0);
+    const LateBound late{com::Ref<IDispatch>(import.Get())};
+    const auto failure = [&](const char* name, std::vector<Variant> arguments) {
+        return test::CaughtText([&] { late.Call(name, arguments); });
+    };
+    EXPECT_NE(failure("GetElementList", {Variant("x")}).find("Impossibile aprire il file x"), std::string::npos);
+    for (const char* list : {"GetElementListSistemaTS", "GetElementListEsentiRedditoSistemaTS"}) {
+        EXPECT_NE(failure(list, {Variant("1"), Variant("x")}).find("HealthCardClient"), std::string::npos);
+    }
+}
+
+TEST_F(ComponentTest, TheRecordKeepsWhatItIsGiven) {
+    const LateBound record = Late(kASLPanoramicoLineClass);
+    const std::vector<std::string> names = test::WordsOf(
+        "CodMed AssCF DataRicetta CodFarmaco1 ICD9Farmaco1 SuggFarmaco1 QFarmaco1 CodFarmaco2 ICD9Farmaco2 "
+        "SuggFarmaco2 QFarmaco2 TipoRecord ICD92Farmaco1 ICD92Farmaco2 PrescrivibileSSN");
+    const auto ownValue = [](const std::string& name) {
+        if (name == "DataRicetta") return Variant(Date(40633));
+        if (name == "PrescrivibileSSN") return Variant(true);
+        return name[0] == 'Q' ? Variant(static_cast<std::int16_t>(name.back())) : Variant("città " + name);
+    };
+    for (const std::string& name : names) record.Put(name, ownValue(name));
+    for (const std::string& name : names) {  // all were put before: no two share a place
+        EXPECT_EQ(record.Get(name).Type(), ownValue(name).Type()) << name;
+        EXPECT_EQ(record.Get(name).Text(), ownValue(name).Text()) << name;
+    }
+    EXPECT_EQ(record.Call("GetErrors").Text(), "");
+}
+
+/// The interfaces as a compiled host calls them: functions in a table, by number, behind IUnknown's three and
+/// IDispatch's four. A pointer to a virtual function holds its place in bytes, plus 1.
+template <typename... Functions>
+void ExpectInOrder(Functions... functions) {
+    std::ptrdiff_t slot = 7;
+    const auto expect = [&](auto function) {
+        std::ptrdiff_t place = 0;
+        std::memcpy(&place, &function, sizeof place);
+        EXPECT_EQ(place - 1, slot++ * static_cast<std::ptrdiff_t>(sizeof(void*)));
+    };
+    (expect(functions), ...);
+}
+
+TEST(SlotOrder, FunctionsStandAsHostsWereCompiled) {
+    using E = _ASLExport;
+    ExpectInOrder(&E::ShowDialog, &E::get_Connection, &E::putref_Connection, &E::ViewAsDecoded, &E::get_CHMObject,
+                  &E::putref_CHMObject);
+    using D = _ASLPanoramico;
+    ExpectInOrder(&D::get_CHMObject, &D::putref_CHMObject, &D::ShowDialog, &D::ViewAsDecoded, &D::get_Connection,
+                  &D::putref_Connection);
+    using P = _ExportProgetti;
+    ExpectInOrder(&P::get_Connection, &P::putref_Connection, &P::get_CHMObject, &P::putref_CHMObject, &P::ShowDialog);
+    using I = _ASLImportPatient;
+    ExpectInOrder(&I::get_Connection, &I::putref_Connection, &I::get_LockSrv, &I::putref_LockSrv, &I::putref_Rights,
+                  &I::get_Rights, &I::ShowDialog, &I::InitDataStructure, &I::GetElementList, &I::CreatePatient,
+                  &I::GetElementListSistemaTS, &I::GetElementListEsentiRedditoSistemaTS, &I::CreateEsenzione);
+    using L = _ASLPanoramicoLine;
+    ExpectInOrder(&L::get_CodMed, &L::put_CodMed, &L::get_AssCF, &L::put_AssCF, &L::get_DataRicetta,
+                  &L::put_DataRicetta, &L::get_CodFarmaco1, &L::put_CodFarmaco1, &L::get_ICD9Farmaco1,
+                  &L::put_ICD9Farmaco1, &L::get_SuggFarmaco1, &L::put_SuggFarmaco1, &L::get_QFarmaco1,
+                  &L::put_QFarmaco1, &L::get_CodFarmaco2, &L::put_CodFarmaco2, &L::get_ICD9Farmaco2,
+                  &L::put_ICD9Farmaco2, &L::get_SuggFarmaco2, &L::put_SuggFarmaco2, &L::get_QFarmaco2,
+                  &L::put_QFarmaco2, &L::get_TipoRecord, &L::put_TipoRecord, &L::get_ICD92Farmaco1,
+                  &L::put_ICD92Farmaco1, &L::get_ICD92Farmaco2, &L::put_ICD92Farmaco2, &L::get_Rs, &L::putref_Rs,
+                  &L::get_Connection, &L::putref_Connection, &L::ReadData, &L::GetFormattedLine, &L::GetErrors,
+                  &L::get_PrescrivibileSSN, &L::put_PrescrivibileSSN);
 }
 
 }  // namespace

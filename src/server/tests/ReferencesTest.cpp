@@ -3,7 +3,6 @@
 #include "ado/HostRecordset.h"
 #include "ado/RecordsetObject.h"
 #include "support/EmptyArchive.h"
-#include "support/Listener.h"
 #include "support/PrescriptionRow.h"
 #include "support/TempFolder.h"
 
@@ -15,6 +14,32 @@ using com::Variant;
 using test::Create;
 
 using RecordTest = test::ServerTest;
+
+/// Hears percents, and may leave while it hears.
+class Listener final : public com::DispatchObject<IDispatch> {
+public:
+    explicit Listener(int& alive) : alive_(alive) { ++alive_; }
+    std::vector<std::int32_t> heard;
+    std::function<void()> onHeard;
+    HRESULT answer = S_OK;
+
+private:
+    ~Listener() override { --alive_; }
+    HRESULT STDMETHODCALLTYPE ReadingFile(std::int32_t percent) {
+        heard.push_back(percent);
+        if (onHeard) onHeard();
+        return answer;
+    }
+    std::span<const com::Member> Members() const noexcept override {
+        static constexpr std::array kMembers = {
+            com::Method<&Listener::ReadingFile>("ReadingFile", kReadingFileId, VT_EMPTY, {{"Value", VT_I4}})};
+        return kMembers;
+    }
+    void* Find(const IID& iid) noexcept override {
+        return com::Same(iid, k__ASLImportPatientId) ? static_cast<IDispatch*>(this) : DispatchObject::Find(iid);
+    }
+    int& alive_;
+};
 
 /// One prescription, as its row set crosses the border.
 com::Ref<IDispatch> Prescription(bool withQuantity = true) {
@@ -72,14 +97,14 @@ TEST(ImportEvents, ReachEveryListenerThatIsThere) {
         com::Ref<IConnectionPoint> point;
         EXPECT_EQ(container->FindConnectionPoint(kRightsId, point.Receive()), CONNECT_E_NOCONNECTION);
         ASSERT_EQ(container->FindConnectionPoint(k__ASLImportPatientId, point.Receive()), S_OK);
-        const auto deaf = com::Make<test::Listener>(alive);
-        const auto leaving = com::Make<test::Listener>(alive);
-        const auto staying = com::Make<test::Listener>(alive);
-        deaf->answer = E_FAIL;
+        com::Ref<Listener> listeners[3];
         DWORD cookies[3] = {};
-        EXPECT_EQ(point->Advise(deaf.Get(), &cookies[0]), S_OK);
-        EXPECT_EQ(point->Advise(leaving.Get(), &cookies[1]), S_OK);
-        EXPECT_EQ(point->Advise(staying.Get(), &cookies[2]), S_OK);
+        for (int i = 0; i < 3; ++i) {
+            listeners[i] = com::Make<Listener>(alive);
+            EXPECT_EQ(point->Advise(listeners[i].Get(), &cookies[i]), S_OK);
+        }
+        const auto& [deaf, leaving, staying] = listeners;
+        deaf->answer = E_FAIL;
         EXPECT_EQ(point->Advise(point.Get(), &cookies[0]), CONNECT_E_CANNOTCONNECT);
         cookies[0] = 1;
         leaving->onHeard = [&] { EXPECT_EQ(point->Unadvise(cookies[1]), S_OK); };

@@ -13,10 +13,5 @@ TEST_F(WithoutServicesTest, AFailureSaysSo) {
     EXPECT_NE(text.find("L'applicazione ospite non ha fornito i suoi servizi"), std::string::npos) << text;
 }
 
-TEST_F(WithoutServicesTest, ThereIsNoRegistryToEnter) {
-    EXPECT_EQ(DllRegisterServer(), S_OK);
-    EXPECT_EQ(DllUnregisterServer(), S_OK);
-}
-
 }  // namespace
 }  // namespace vlm::server
