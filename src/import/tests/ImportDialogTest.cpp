@@ -283,15 +283,9 @@ TEST_F(ImportDialogTest, HealthCardListsAskThePinOnce) {
                    listed))
             << "a cancelled PIN keeps what is shown";
     }
-    WriteBytes(host.folder / "Inst/SistemaTS.json",
-               R"({"error":true,"errors":[{"code":"E01","description":"PIN errato"},)"
-               R"({"code":"E02","description":"Bloccato"}],"persons":[]})");
     Run("in:frmInpsPIN txtConferma=1234567890 end:");
     EXPECT_NE(complaint.find("frmInpsPIN"), std::string::npos);
     EXPECT_EQ(complaint.find("1234567890"), std::string::npos) << complaint;
-    const std::string refused = failure + "E01 - PIN errato\r\nE02 - Bloccato\r\n";
-    EXPECT_EQ(Run(pin + "cboTipoImportazione=#1 cmdElabora! cmdElabora!"),
-              (Lines{"dialog frmInpsPIN", "txtConferma set", refused, refused}));
 }
 
 TEST_F(ImportDialogTest, RevokesOnePatientAtATime) {
