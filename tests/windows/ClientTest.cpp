@@ -5,6 +5,7 @@
 
 #include "MemberTables.h"
 #include "automation/Object.h"
+#include "server/VlmASLServicesLib.h"
 
 namespace vlm::server {
 namespace {

@@ -162,9 +162,10 @@ TEST_F(AslFormatsTest, FieldsOfLazioAndSardegna) {
                      "IDPaziente=0|Telefono="}));
 }
 
-TEST_F(AslFormatsTest, RagusaReadsToTheFirstRowWithoutANumber) {
+TEST_F(AslFormatsTest, WorkbooksOfRagusaAndNapoli) {
     const SheetValue none;
-    const std::string path = host.folder / "ragusa.xlsx";
+    const std::string path = host.folder / "elenco.xlsx";
+    // To the first row without a number.
     XlsxFile()
         .Sheet("Elenco", {{"elenco"},
                           {"N.", "Cognome"},
@@ -181,10 +182,7 @@ TEST_F(AslFormatsTest, RagusaReadsToTheFirstRowWithoutANumber) {
                      "DataScelta=04/03/2001|IDComune=3|IDPaziente=7",
                      "Selezionato=False|Codice=T3|Cognome=VERDI|Sesso=|CodiceFiscale=|Comune=|Indirizzo=|IDComune=0|"
                      "IDPaziente=3"}));
-}
-
-TEST_F(AslFormatsTest, NapoliDividesItsSharedCells) {
-    const std::string path = host.folder / "napoli.xlsx";
+    // Shared cells are divided.
     XlsxFile()
         .Sheet("Foglio1", {{"Num", "Cognome e nome"},
                            {1.0, "ESPOSITO CIRO", "ROMA - VIA TOLEDO - SCALA B", "CNTNNA70A41B639Q T3"},
