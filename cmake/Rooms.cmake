@@ -112,8 +112,9 @@ function(vlm_tests name)
   list(TRANSFORM TESTS_INSIDE PREPEND vlm_)
   target_link_libraries(${name}_tests PRIVATE vlm_options ${TESTS_ROOMS} ${TESTS_INSIDE} ${TESTS_LINKS}
                                               GTest::gtest_main)
-  set_target_properties(${name}_tests PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/tests
-                                                 BUILD_RPATH_USE_ORIGIN ON)
+  # On Windows a program finds a library beside it, elsewhere where it was built.
+  set_target_properties(${name}_tests PROPERTIES
+    RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}$<$<NOT:$<BOOL:${WIN32}>>:/tests> BUILD_RPATH_USE_ORIGIN ON)
   set(command ${name}_tests)
   if(TESTS_WINDOWS)
     find_program(XVFB_RUN xvfb-run)

@@ -24,12 +24,18 @@ Next
 
 Dim record
 Set record = CreateObject("VlmASLServicesLib.ASLPanoramicoLine")
+record.CodMed = "123"
 record.asscf = "NCLMGR70E41G273K"
 record.DataRicetta = CDate(40617)
+record.CodFarmaco1 = "0239930131"
 record.QFarmaco1 = "1"
+record.PrescrivibileSSN = True
+Expect "CodMed", record.CodMed, "123"
 Expect "AssCF", record.AssCF, "NCLMGR70E41G273K"
 Expect "DataRicetta", record.DataRicetta, CDate(40617)
+Expect "QFarmaco1", record.QFarmaco1, 1
 Expect "TypeName(QFarmaco1)", TypeName(record.QFarmaco1), "Integer"
+Expect "PrescrivibileSSN", record.PrescrivibileSSN, True
 Expect "GetFormattedLine", Len(record.GetFormattedLine()), 76
 
 On Error Resume Next
@@ -47,8 +53,13 @@ Expect "Connection = record", Err.Number, 13
 Err.Clear
 record.LookupICD9 1
 Expect "LookupICD9", Err.Number, 438
+On Error GoTo 0
+
+Dim exporter
+Set exporter = CreateObject("VlmASLServicesLib.ASLExport")
+On Error Resume Next
 Err.Clear
-CreateObject("VlmASLServicesLib.ASLExport").ViewAsDecoded
+exporter.ViewAsDecoded
 Expect "ViewAsDecoded", Err.Number, 450
 On Error GoTo 0
 
