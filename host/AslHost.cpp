@@ -103,7 +103,7 @@ int Init(const HostOptions& options, std::ostream& out) {
     return kDone;
 }
 
-int DoWhatIsAsked(const HostOptions& options, std::ostream& out, std::ostream& err, bool terminal, Desktop* desktop) {
+int RunWith(const HostOptions& options, std::ostream& out, std::ostream& err, bool terminal, Desktop* desktop) {
     if (options.help) {
         out << HostOptions::Usage();
         return kDone;
@@ -119,7 +119,7 @@ int DoWhatIsAsked(const HostOptions& options, std::ostream& out, std::ostream& e
 int RunHost(const std::vector<std::string>& arguments, std::ostream& out, std::ostream& err, bool terminal,
             Desktop* desktop) {
     try {
-        return DoWhatIsAsked(HostOptions::Parse(arguments), out, err, terminal, desktop);
+        return RunWith(HostOptions::Parse(arguments), out, err, terminal, desktop);
     } catch (const UsageError& error) {
         err << error.what() << "\n\n" << HostOptions::Usage();
         return kCannotDo;

@@ -70,7 +70,7 @@ void RegionRun::Deliver() {
         if (simulation_ || !rules_.marks) {
             copy.Deliver();
         } else {
-            MarkAnd(copy);
+            MarkAndDeliver(copy);
         }
         copy.Keep();
     }
@@ -78,7 +78,7 @@ void RegionRun::Deliver() {
     report_.Keep();
 }
 
-void RegionRun::MarkAnd(files::StagedFile& copy) {
+void RegionRun::MarkAndDeliver(files::StagedFile& copy) {
     data::Connection& connection = component_.Lib().RequireConnection();
     data::Transaction transaction(connection);
     MarkDocuments(connection);

@@ -80,7 +80,7 @@ protected:
 private:
     void Produce();
     void Deliver();
-    void MarkAnd(files::StagedFile& copy);
+    void MarkAndDeliver(files::StagedFile& copy);
     void Conclude();
     void ShowReport() const;
 
