@@ -21,3 +21,9 @@ if ! graph page | cmp -s - "$page"; then
     echo "$page is out of date: make rooms renews it" >&2
     exit 1
 fi
+# Tests of a library or of the mission reach a host through tests/support, never by a room of its own.
+rooms=$(sed -n 's/^vlm_room(\([a-z]*\).*/\1/p' $(find host tools -name CMakeLists.txt) | paste -sd '|' -)
+if grep -rnE "#include \"($rooms)/" libs src --include='*.h' --include='*.cpp' >&2; then
+    echo "an include of a host's room" >&2
+    exit 1
+fi

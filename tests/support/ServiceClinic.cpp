@@ -115,11 +115,21 @@ std::vector<std::string> ServiceClinic::Arguments(const std::string& component) 
             "--today", today, component};
 }
 
-HostRun ServiceClinic::Run(const std::vector<std::string>& steps, const std::string& component) const {
+HostRun RunReferenceHost(const std::vector<std::string>& arguments) {
     std::ostringstream output;
     std::ostringstream errors;
-    const int status = host::RunHost(Arguments(component) + steps, output, errors, false);
+    const int status = host::RunHost(arguments, output, errors, false);
     return {status, LinesOf(output.str()), errors.str()};
+}
+
+HostRun ServiceClinic::Run(const std::vector<std::string>& steps, const std::string& component) const {
+    return RunReferenceHost(Arguments(component) + steps);
+}
+
+void ServiceClinic::CreateDatabase(int number, const std::string& sql) const {
+    host::SqliteWriter database(data + "/" + DatabaseOf(number) + ".sqlite");
+    database.Execute(sql);
+    database.Commit();
 }
 
 vlm::data::ConnectionPtr ServiceClinic::Connect() const {

@@ -19,6 +19,9 @@ struct HostRun {
     std::vector<std::string> Of(const std::string& kind) const;
 };
 
+/// Runs the reference host as its command line says.
+HostRun RunReferenceHost(const std::vector<std::string>& arguments);
+
 /// A clinic with a handful of billed services, and the host that runs on it.
 class ServiceClinic {
 public:
@@ -40,6 +43,9 @@ public:
     ServiceClinic();
     /// Writes the databases; once.
     void Create(const std::vector<Row>& services);
+
+    /// Writes the database of another clinic beside them, made by statements.
+    void CreateDatabase(int number, const std::string& sql) const;
 
     /// What the host is told before the steps, to run a component in this clinic.
     std::vector<std::string> Arguments(const std::string& component) const;

@@ -3,7 +3,7 @@
 #include <nlohmann/json.hpp>
 
 #include "ImportFixture.h"
-#include "host/AslHost.h"
+#include "support/ServiceClinic.h"
 #include "support/Words.h"
 
 namespace vlm::test {
@@ -47,15 +47,11 @@ protected:
     /// progress: see Tell.
     Lines Run(const std::string& steps) {
         const std::string folder = host.folder.Path().string();
-        std::ostringstream output, errors;
-        status = host::RunHost(
-            WordsOf("--data " + folder + " --work " + folder + "/work --settings " + folder + "/set.ini --install " +
-                    folder + "/Inst --today 2026-11-23 --clinic 12 ASLImportPatient " + steps),
-            output, errors, false);
-        complaint = errors.str();
-        log = output.str();
+        run = RunReferenceHost(WordsOf("--data " + folder + " --work " + folder + "/work --settings " + folder +
+                                       "/set.ini --install " + folder +
+                                       "/Inst --today 2026-11-23 --clinic 12 ASLImportPatient " + steps));
         Lines said;
-        for (const std::string& line : LinesOf(log)) Tell(Json::parse(line), said);
+        for (const std::string& line : run.events) Tell(Json::parse(line), said);
         return said;
     }
     /// A message's parts; what else happens by its name; of a control that is asked for its caption and value, the
@@ -94,8 +90,7 @@ protected:
     }
 
     ArchiveHost host{kArchiveOfTheDialog, kMaster};
-    int status = 0;
-    std::string complaint, log;
+    HostRun run;  // the last one
     const std::string list =
         "T7;Conti;Anna;CNTNNA70A41B639X;01/01/1970;Roma;Via A\r\n"
         "N1;Nuovo;Ezio;NVUZEI80A01H501X;;Cantù;Via B\r\n"
@@ -134,7 +129,7 @@ TEST_F(ImportDialogTest, ListsAndVisibilityFollowTheChoices) {
     EXPECT_EQ(Run("cboFiltro=#2 cboFiltro=#1 cboImportazione=#1 cboImportazione=#0 cmdConferma? cboFiltro?"),
               (Lines{"cmdConferma &Importa", "cboFiltro 1:" + filters}));
     Run("cboTipoImportazione=#1 txtPath=x");
-    EXPECT_EQ(status, 2) << "a hidden field takes no text";
+    EXPECT_EQ(run.status, 2) << "a hidden field takes no text";
 }
 
 TEST_F(ImportDialogTest, BrowsesWithTheButtonOrItsKey) {
@@ -154,7 +149,7 @@ TEST_F(ImportDialogTest, ReadsFiltersAndCounts) {
                      "0|P10|Bimbi|Leo|01/01/2022|M|BMBLEO22A01H501X||10|", "lblConteggio ( 3 pazienti )",
                      "lblSelezionati Selezionati 2 pazienti.", "lblLettura Popolamento griglia in corso... hidden"}));
     std::string columns;
-    for (const std::string& line : LinesOf(log)) {
+    for (const std::string& line : run.events) {
         const Json event = Json::parse(line);
         for (const Json& column : event.value("columns", Json::array())) {
             columns += column["name"].get<std::string>() + (column["visible"] ? ":" : ":hidden ") +
@@ -274,8 +269,10 @@ TEST_F(ImportDialogTest, HealthCardListsAskThePinOnce) {
               (Lines{"dialog frmInpsPIN", "txtConferma set", "grdList", "0||Conti|Anna|||CNTNNA70A41B639X|||||7|||",
                      "1||Nuovi|Lia|||NUOVO|||||0|||", "lblConteggio ( 2 pazienti )", "grdList1",
                      "1||Conti|Anna|||CNTNNA70A41B639X|E01|7|01/01/2026|01/01/2027"}));
-    EXPECT_EQ(status, 0) << complaint;
-    EXPECT_EQ(log.find("1234567890"), std::string::npos) << "a PIN stands in no event";
+    EXPECT_EQ(run.status, 0) << run.errors;
+    for (const std::string& event : run.events) {
+        EXPECT_EQ(event.find("1234567890"), std::string::npos) << "a PIN stands in no event";
+    }
     for (const char* cancelled : {"txtConferma=1 cmdAnnulla!", "txtConferma=1", "cmdConferma!"}) {
         EXPECT_EQ(Run("in:frmInpsPIN " + std::string(cancelled) +
                       " end: " + Reading(list, "cboTipoImportazione=#1 cmdElabora! lblLettura? grdList?")),
@@ -284,8 +281,8 @@ TEST_F(ImportDialogTest, HealthCardListsAskThePinOnce) {
             << "a cancelled PIN keeps what is shown";
     }
     Run("in:frmInpsPIN txtConferma=1234567890 end:");
-    EXPECT_NE(complaint.find("frmInpsPIN"), std::string::npos);
-    EXPECT_EQ(complaint.find("1234567890"), std::string::npos) << complaint;
+    EXPECT_NE(run.errors.find("frmInpsPIN"), std::string::npos);
+    EXPECT_EQ(run.errors.find("1234567890"), std::string::npos) << run.errors;
 }
 
 TEST_F(ImportDialogTest, RevokesOnePatientAtATime) {

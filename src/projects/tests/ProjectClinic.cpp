@@ -2,9 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include "databases/SqliteWriter.h"
-#include "values/Number.h"
-
 namespace vlm::test {
 
 namespace {
@@ -73,9 +70,7 @@ void ProjectClinic::Create(const std::map<int, std::vector<SqlRow>>& centres) {
     for (const auto& [centre, rows] : centres) {
         if (centre == clinic) continue;
         masterSql += "INSERT INTO Studi (IDStudio) VALUES (" + std::to_string(centre) + ");";
-        host::SqliteWriter database(data + "/Studio" + text::FormatZeros(centre, 4) + ".sqlite");
-        database.Execute(ViewOf(rows));
-        database.Commit();
+        CreateDatabase(centre, ViewOf(rows));
     }
     masterSql += "UPDATE Studi SET IDEquipe = 1, RagioneSociale = 'Centro', Nome = IDStudio;";
     if (!teamless.empty()) masterSql += "UPDATE Studi SET IDEquipe = 0 WHERE IDStudio IN (" + teamless + ");";
