@@ -12,19 +12,37 @@ namespace {
 
 class FilterReader {
 public:
-    explicit FilterReader(std::string_view filter) : filter_(filter), rest_(text::Trim(filter)) {}
+    /// `what` names the text in an error.
+    FilterReader(std::string_view filter, std::string_view what)
+        : filter_(filter), rest_(text::Trim(filter)), what_(what) {}
 
     bool AtEnd() const { return rest_.empty(); }
 
     std::string_view TakeColumn() {
         if (rest_.empty()) Refuse();
         if (rest_.front() == '[') return TakeEnclosed(']');
-        return Take(rest_.find_first_of(" =\t"));
+        return Take(rest_.find_first_of(" =<>,\t"));
     }
 
-    void Expect(std::string_view word) {
-        if (!text::EqualNoCase(text::Left(rest_, word.size()), word)) Refuse();
+    bool Accept(std::string_view word) {
+        if (!text::EqualNoCase(text::Left(rest_, word.size()), word)) return false;
         Take(word.size());
+        return true;
+    }
+    void Expect(std::string_view word) {
+        if (!Accept(word)) Refuse();
+    }
+
+    Comparison TakeComparison() {
+        static constexpr std::pair<std::string_view, Comparison> kWords[] = {
+            {"=", Comparison::Equal},           {"<>", Comparison::NotEqual}, {"<=", Comparison::LessOrEqual},
+            {">=", Comparison::GreaterOrEqual}, {"<", Comparison::Less},      {">", Comparison::Greater},
+            {"LIKE", Comparison::Like},
+        };
+        for (const auto& [word, comparison] : kWords) {
+            if (Accept(word)) return comparison;
+        }
+        Refuse();
     }
 
     Value TakeLiteral() {
@@ -34,7 +52,9 @@ public:
         return TakeWord();
     }
 
-    [[noreturn]] void Refuse() const { throw Error("Il filtro '" + std::string(filter_) + "' non è valido."); }
+    [[noreturn]] void Refuse() const {
+        throw Error(std::string(what_) + " '" + std::string(filter_) + "' non è valido.");
+    }
 
 private:
     std::string_view Take(std::size_t count) {
@@ -101,6 +121,7 @@ private:
 
     std::string_view filter_;
     std::string_view rest_;
+    std::string_view what_;
 };
 
 /// A number keeps its fraction: a whole number column never equals it.
@@ -119,21 +140,72 @@ Value LiteralFor(FieldType type, const Value& literal, std::string_view column) 
     }
 }
 
+bool IsWildcard(char c) { return c == '*' || c == '%'; }
+
+bool IsLike(std::string_view content, std::string_view pattern) {
+    const bool atEnd = !pattern.empty() && IsWildcard(pattern.back());
+    if (atEnd) pattern.remove_suffix(1);
+    const bool atStart = atEnd && !pattern.empty() && IsWildcard(pattern.front());
+    if (atStart) pattern.remove_prefix(1);
+    if (!atEnd) return text::EqualNoCase(content, pattern);
+    const std::size_t found = text::FoldCase(content).find(text::FoldCase(pattern));
+    return atStart ? found != std::string::npos : found == 0;
+}
+
+RowCondition TakeCondition(FilterReader& reader, const Recordset& columns) {
+    RowCondition condition;
+    condition.ordinal = columns.Ordinal(reader.TakeColumn());
+    condition.comparison = reader.TakeComparison();
+    const Value literal = reader.TakeLiteral();
+    const FieldType type = columns.TypeOf(condition.ordinal);
+    if (condition.comparison == Comparison::Like && type != FieldType::Text) reader.Refuse();
+    condition.value = LiteralFor(type, literal, columns.FieldName(condition.ordinal));
+    return condition;
+}
+
 }  // namespace
 
-bool CellEquals(const Value& cell, const Value& value) { return !IsNull(cell) && Compare(cell, value) == 0; }
+bool RowCondition::IsMetBy(const Value& cell) const {
+    if (IsNull(cell)) return false;
+    if (comparison == Comparison::Like) return IsLike(TextOf(cell), TextOf(value));
+    const int order = Compare(cell, value);
+    switch (comparison) {
+        case Comparison::NotEqual:
+            return order != 0;
+        case Comparison::Less:
+            return order < 0;
+        case Comparison::LessOrEqual:
+            return order <= 0;
+        case Comparison::Greater:
+            return order > 0;
+        case Comparison::GreaterOrEqual:
+            return order >= 0;
+        default:
+            return order == 0;
+    }
+}
 
 std::vector<RowCondition> ParseRowFilter(std::string_view filter, const Recordset& columns) {
     std::vector<RowCondition> conditions;
-    FilterReader reader(filter);
+    FilterReader reader(filter, "Il filtro");
     while (!reader.AtEnd()) {
         if (!conditions.empty()) reader.Expect("AND");
-        const int ordinal = columns.Ordinal(reader.TakeColumn());
-        reader.Expect("=");
-        const Value literal = reader.TakeLiteral();
-        conditions.push_back({ordinal, LiteralFor(columns.TypeOf(ordinal), literal, columns.FieldName(ordinal))});
+        conditions.push_back(TakeCondition(reader, columns));
     }
     return conditions;
+}
+
+std::vector<SortKey> ParseSortKeys(std::string_view sort, const Recordset& columns) {
+    std::vector<SortKey> keys;
+    FilterReader reader(sort, "L'ordinamento");
+    while (!reader.AtEnd()) {
+        if (!keys.empty()) reader.Expect(",");
+        const int ordinal = columns.Ordinal(reader.TakeColumn());
+        const bool descending = reader.Accept("DESC");
+        if (!descending) reader.Accept("ASC");
+        keys.push_back({ordinal, descending});
+    }
+    return keys;
 }
 
 }  // namespace vlm::data

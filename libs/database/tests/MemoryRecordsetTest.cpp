@@ -89,13 +89,18 @@ TEST_F(MemoryRecordsetTest, FiltersByEveryKindOfLiteral) {
         {"DataNascita = '2011-03-01'", "2 "},
         {"Importo = 10.5", "1 "},
         {"Selezionato = True", "1  "},
+        {"IDPaziente>1", "2 3 "},
+        {"IDPaziente <> 2 AND Importo >= 10.5", "1 "},
+        {"DataNascita <= #3/31/2011# AND DataNascita < #3/31/2011#", "2 "},
+        {"Cognome LIKE 'ross*'", "1 3  "},
+        {"Cognome like '%Cogn%' AND Selezionato = 1", " "},
         {"Selezionato = 0 AND Cognome = 'Rossi'", "3 "},
         {"Cognome = 'Rossi' and IDPaziente = 1 AND Selezionato = 1", "1 "},
     };
     for (const auto& [filter, keys] : cases) EXPECT_EQ(KeysOf(filter), keys) << filter;
     for (const char* wrong :
-         {"Cognome", "Cognome =", "Cognome = 'x", "Cognome > 'x'", "Assente = 1", "IDPaziente = 'x'",
-          "Cognome = 'x' OR Cognome = 'y'", "DataNascita = #31/3/2011#", "IDPaziente = x"}) {
+         {"Cognome", "Cognome =", "Cognome = 'x", "Cognome ! 'x'", "IDPaziente LIKE '1*'", "Assente = 1",
+          "IDPaziente = 'x'", "Cognome = 'x' OR Cognome = 'y'", "DataNascita = #31/3/2011#", "IDPaziente = x"}) {
         EXPECT_THROW(rows.SetFilter(wrong), Error) << wrong;
     }
 }
@@ -114,6 +119,36 @@ TEST_F(MemoryRecordsetTest, TheFilterFollowsChanges) {
     EXPECT_EQ(KeysOf("Cognome = 'Verdi'"), "");
     EXPECT_EQ(KeysOf("Cognome = 'Bianchi'"), "3 ");
     EXPECT_EQ(KeysOf(""), "1 2 3 ");
+}
+
+TEST_F(MemoryRecordsetTest, ViewsOfTheSameRowsSortFilterAndDeleteEachForItself) {
+    for (const auto& [surname, key] : {std::pair<Value, int>("Rossi", 1), {"bianchi", 2}, {{}, 3}, {"ROSSI", 4}}) {
+        Add(false, surname, {}, key);
+    }
+    rows.SetSort("[Cognome] desc, IDPaziente DESC");
+    EXPECT_EQ(KeysOf(""), "4 1 2 3 ");
+    EXPECT_EQ(KeysOf("IDPaziente > 1"), "4 2 3 ");
+    EXPECT_THROW(rows.SetSort("Cognome su"), Error);
+    rows.MoveToRow(1);
+    const auto view = rows.Share();
+    EXPECT_EQ(view->TextOf(3), "2");
+    rows.Delete();
+    EXPECT_EQ(rows.RecordCount(), 2);
+    EXPECT_THROW(rows.TextOf(3), Error);
+    rows.MoveNext();
+    EXPECT_EQ(rows.TextOf(3), "3");
+    rows.SetSort("");
+    EXPECT_EQ(KeysOf("Cognome <> 'x'"), "1 4 ");
+    view->MoveNext();  // over the row that is gone
+    EXPECT_EQ(view->TextOf(3), "3");
+    Write(*view, {{"Cognome", "Verdi"}});
+    EXPECT_EQ(KeysOf("Cognome = 'Verdi'") + KeysOf(""), "3 1 3 4 ");
+    rows.AddNew();
+    EXPECT_THROW(view->AddNew(), Error);
+    rows.Close();
+    view->Delete();
+    view->MovePrevious();
+    EXPECT_EQ(RowText(*view), "False|Rossi|NULL|1|NULL;False|ROSSI|NULL|4|NULL");
 }
 
 TEST_F(MemoryRecordsetTest, FindsTheFirstRowOfATextWithoutRegardToCase) {

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <map>
 #include <memory>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -18,14 +19,21 @@ namespace vlm::data {
 ///
 /// A row that is being added or changed is read with its new cells, and becomes part of the rows with Update. Moving,
 /// filtering and adding the next row store it as Update does; closing drops it.
+///
+/// Several row sets may share their rows, each with a filter, an order and a current row of its own. A row is known by
+/// its number (from 0, in the order of adding), which it keeps for ever.
 class MemoryRecordset final : public Recordset {
 public:
     MemoryRecordset() = default;
+    ~MemoryRecordset() override;
     MemoryRecordset(const MemoryRecordset&) = delete;
     MemoryRecordset& operator=(const MemoryRecordset&) = delete;
 
     /// All the rows of `source` from its current one on; `source` then stands at its end. Every column may be Null.
     static std::unique_ptr<MemoryRecordset> CopyOf(Recordset& source);
+
+    /// Another view of the same rows, open as this one and on the same row, without filter and order.
+    std::unique_ptr<MemoryRecordset> Share();
 
     /// Adds the rows of `source`, whose columns must be as many and of the same types, in the same way.
     void Append(Recordset& source);
@@ -46,16 +54,27 @@ public:
     void SetDate(int ordinal, Date value);
     /// Throws Error, keeping the row in hand, when a column that does not take Null has no value.
     void Update();
-    void CancelUpdate();
+    void CancelUpdate() noexcept;
+    /// Takes the current row away. Then there is none until the next move, which goes to the row behind or before it.
+    void Delete();
+    bool IsAdding() const { return editing_ == Editing::Adding; }
+    bool IsChanging() const { return editing_ == Editing::Changing; }
+    /// The cell as it was before the change that is in hand; Null in a row that is being added.
+    Value StoredValueOf(int ordinal) const;
+    bool IsNullable(int ordinal) const;
 
-    /// "" shows every row. Stands on the first row that is shown. A filter is as in ParseRowFilter; its first
-    /// condition is answered from an index over that column, built on first use. A row that is added is shown when it
+    /// "" shows every row. Stands on the first row that is shown. A filter is as in ParseRowFilter; a first condition
+    /// with = is answered from an index over that column, built on first use. A row that is added is shown when it
     /// meets the filter; a changed row keeps being shown until the filter is set again.
     void SetFilter(std::string_view filter);
     const std::string& Filter() const { return filter_; }
+    /// "" gives the order of adding. Stands on the first row. An order is as in ParseSortKeys; a row that is added or
+    /// changed afterwards keeps its place until the order is set again. Null comes first.
+    void SetSort(std::string_view sort);
+    const std::string& Sort() const { return sort_; }
 
     /// Stands on the first row, among all of them, whose text in that column is the value: a filter on it without its
-    /// text. False, standing at the end, when there is none. Takes a filter away.
+    /// text. False, standing at the end, when there is none. Takes filter and order away.
     bool MoveTo(int ordinal, std::string_view value);
     /// Whether several rows have one value in that column.
     bool Repeats(int ordinal);
@@ -64,11 +83,16 @@ public:
     std::int64_t RecordCount() const;
     bool AtStart() const { return position_ < 0; }
     void MoveFirst();
-    /// Stands on a row among those that the filter shows, from 0; beyond them at the end.
-    void MoveToRow(std::uint32_t row);
+    /// Stands on a row among those that are shown, from 0; beyond them at the end, before them at the start.
+    void MoveToRow(std::int64_t place);
     void MovePrevious();
+    /// The place of the current row among those that are shown, from 0; -1 at the start, their count at the end.
+    std::int64_t Place() const { return position_; }
+    /// The number of the current row, and standing on the row of a number; false, and no move, when it is not shown.
+    std::uint32_t RowNumber() const { return CurrentRow(); }
+    bool MoveToNumber(std::uint32_t number);
 
-    int FieldCount() const override { return static_cast<int>(columns_.size()); }
+    int FieldCount() const override { return static_cast<int>(rows_->columns.size()); }
     std::string_view FieldName(int ordinal) const override;
     FieldType TypeOf(int ordinal) const override;
     bool IsOpen() const override { return open_; }
@@ -92,7 +116,19 @@ private:
         FieldType type;
         bool nullable;
     };
+    /// What the views of the same rows have in common.
+    struct Rows {
+        std::vector<Column> columns;
+        RowStore store;
+        std::uint32_t count = 0;          // a row that is being added stands behind these
+        bool adding = false;              // one view at a time
+        std::map<int, RowIndex> indexes;  // by ordinal
+        std::set<std::uint32_t> removed;  // rows whose cells are gone
+    };
 
+    explicit MemoryRecordset(std::shared_ptr<Rows> rows) : rows_(std::move(rows)) {}
+
+    void OwnRows();
     void RequireOpen() const;
     void RequireColumn(int ordinal) const;
     const Column& ColumnAt(int ordinal) const;
@@ -101,7 +137,7 @@ private:
     Value Cell(int ordinal) const;
     std::uint32_t CurrentRow() const;
     /// Where the cells of the row in hand are, unless it is being changed.
-    std::uint32_t RowInHand() const { return editing_ == Editing::Adding ? rowCount_ : CurrentRow(); }
+    std::uint32_t RowInHand() const { return editing_ == Editing::Adding ? rows_->count : CurrentRow(); }
     bool HasRow() const;
 
     void RequireCells() const;
@@ -109,17 +145,24 @@ private:
     void StoreChanged();
     bool Meets(std::uint32_t row) const;
     RowIndex& IndexOver(int ordinal);
+    /// Makes the list of shown rows, when it takes one.
+    void List();
+    void SortShown();
+    /// Before a move: stores what is in hand, and leaves out what another view has taken away.
+    void BeforeMove();
 
-    std::vector<Column> columns_;
-    RowStore store_;
-    std::uint32_t rowCount_ = 0;  // a row that is being added stands behind these
+    std::shared_ptr<Rows> rows_ = std::make_shared<Rows>();
     bool open_ = false;
+    bool onRemoved_ = false;     // the current row was taken away; position_ is that of the row behind it
     std::int64_t position_ = 0;  // among the shown rows; -1 before the first
 
     std::string filter_;
     std::vector<RowCondition> conditions_;
-    std::vector<std::uint32_t> shown_;  // row numbers, only while there is a filter
-    std::map<int, RowIndex> indexes_;   // by ordinal
+    std::string sort_;
+    std::vector<SortKey> keys_;
+    bool listed_ = false;               // what is shown are not simply all the rows
+    std::vector<std::uint32_t> shown_;  // row numbers, when listed
+    std::size_t removed_ = 0;           // how many rows were gone when the list was made
 
     Editing editing_ = Editing::None;
     std::vector<Value> edited_;               // the whole row while it is changed

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -7,18 +8,32 @@
 
 namespace vlm::data {
 
-/// One condition `column = literal` of a filter, the literal already of the column's kind.
+enum class Comparison { Equal, NotEqual, Less, LessOrEqual, Greater, GreaterOrEqual, Like };
+
+/// One condition of a filter, `column comparison literal`, the literal already of the column's kind.
 struct RowCondition {
     int ordinal = 0;
     Value value;
+    Comparison comparison = Comparison::Equal;
+
+    /// Texts without regard to case, numbers by value; Null meets nothing.
+    bool IsMetBy(const Value& cell) const;
 };
 
-/// Whether a cell equals a condition's value: texts without regard to case, numbers by value; Null equals nothing.
-bool CellEquals(const Value& cell, const Value& value);
-
-/// `column = literal [AND column = literal ...]`; a literal is a number, a 'text' (quotes doubled), 'YYYY-MM-DD' or
-/// #month/day/year# (also #YYYY-MM-DD#). A column may stand in brackets. Throws Error for anything else, for a column
-/// that does not exist and for a literal that is not of the column's kind. An empty filter has no condition.
+/// `column = literal [AND column = literal ...]`, with = <> < <= > >= or LIKE. A literal is a number, a 'text' (quotes
+/// doubled), 'YYYY-MM-DD' or #month/day/year# (also #YYYY-MM-DD#); that of LIKE is a text with a * or % at its end, or
+/// at both. A column may stand in brackets. Throws Error for anything else, for a column that does not exist and for a
+/// literal that is not of the column's kind. An empty filter has no condition.
 std::vector<RowCondition> ParseRowFilter(std::string_view filter, const Recordset& columns);
+
+/// A column that rows are sorted by.
+struct SortKey {
+    int ordinal = 0;
+    bool descending = false;
+};
+
+/// `column [ASC | DESC] [, column ...]`; a column may stand in brackets. Throws Error for anything else and for a
+/// column that does not exist. An empty text has no key.
+std::vector<SortKey> ParseSortKeys(std::string_view sort, const Recordset& columns);
 
 }  // namespace vlm::data
