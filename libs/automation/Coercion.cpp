@@ -1,5 +1,6 @@
 #include <cmath>
 
+#include "ForeignText.h"
 #include "automation/Variant.h"
 #include "values/DateText.h"
 #include "values/Error.h"
@@ -64,21 +65,10 @@ Currency Amount(const data::Value& value) {
     return Currency::FromDouble(data::NumberOf(value));
 }
 
-/// A day, alone or with a time of day after a blank.
-std::optional<Date> ParseDate(const std::string& content) {
-    if (const auto date = ParseIsoDate(content)) return date;
-    const std::size_t blank = content.find(' ');
-    const auto day = text::ParseItalianDate(content.substr(0, blank));
-    if (!day || blank == std::string::npos) return day;
-    std::string time = content.substr(blank + 1);
-    if (time.find(':') == 1) time.insert(0, 1, '0');
-    return ParseIsoDate(IsoDate(*day) + ' ' + time);
-}
-
 Date DateValue(const data::Value& value) {
     if (const auto* date = std::get_if<Date>(&value)) return *date;
     if (std::holds_alternative<std::string>(value)) {
-        if (const auto date = ParseDate(Trimmed(value))) return *date;
+        if (const auto date = text::ParseDateText(Trimmed(value))) return *date;
     }
     const double serial = Number(value);
     if (!(serial >= kFirstSerial && serial < kEndSerial)) ThrowOverflow();
@@ -184,7 +174,7 @@ HRESULT CoerceDefault(IDispatch& object, VARTYPE type, Variant& target) {
     DISPPARAMS none{};
     Variant value;
     const HRESULT result =
-        object.Invoke(DISPID_VALUE, kNoId, 0, DISPATCH_PROPERTYGET, &none, value.Receive(), nullptr, nullptr);
+        object.Invoke(DISPID_VALUE, kNoId, kItalian, DISPATCH_PROPERTYGET, &none, value.Receive(), nullptr, nullptr);
     if (FAILED(result) || value.Object()) return DISP_E_TYPEMISMATCH;
     return Coerce(value.Get(), type, target);
 }
@@ -202,12 +192,23 @@ HRESULT CoerceChecked(const VARIANT& value, VARTYPE type, Variant& target) {
     return S_OK;
 }
 
+/// What a caller says who means no country in particular counts as Italian.
+bool IsForeign(LCID locale) {
+    constexpr LCID kLanguage = 0x3FF, kNeutral = 0, kInvariant = 0x7F, kItalianLanguage = 0x10;
+    const LCID language = locale & kLanguage;
+    return language != kNeutral && language != kInvariant && language != kItalianLanguage;
+}
+
 }  // namespace
 
-HRESULT Coerce(const VARIANT& source, VARTYPE type, Variant& target) noexcept {
+HRESULT Coerce(const VARIANT& source, VARTYPE type, Variant& target, LCID locale) noexcept {
     try {
         VARIANT place;
-        return CoerceChecked(Resolve(source, place), type, target);
+        const VARIANT& value = Resolve(source, place);
+        if (value.vt == VT_BSTR && type != VT_BSTR && IsKnown(type) && IsForeign(locale)) {
+            return CoerceForeign(value, type, target, locale);
+        }
+        return CoerceChecked(value, type, target);
     } catch (const OverflowError&) {
         return DISP_E_OVERFLOW;
     } catch (const Error&) {

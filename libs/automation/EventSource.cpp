@@ -1,48 +1,14 @@
 #include "automation/EventSource.h"
 
-#include <new>
+#include "automation/Enumerator.h"
 
 namespace vlm::com {
 
 namespace {
 
-Ref<IConnectionPoint> HandOut(const Ref<IConnectionPoint>& point) { return point; }
-CONNECTDATA HandOut(const std::pair<DWORD, Ref<IDispatch>>& sink) { return {sink.second.Share(), sink.first}; }
-
-void Put(IConnectionPoint*& place, Ref<IConnectionPoint> point) { place = point.Detach(); }
-void Put(CONNECTDATA& place, CONNECTDATA data) { place = data; }
-
-/// Goes through a list as it stood when the walk began.
-template <typename Interface, typename Item, typename Given>
-class Enumerator final : public Object<Interface> {
-public:
-    explicit Enumerator(std::vector<Given> items, std::size_t next = 0) : items_(std::move(items)), next_(next) {}
-
-    HRESULT STDMETHODCALLTYPE Next(ULONG count, Item* items, ULONG* fetched) override {
-        if (items == nullptr || (fetched == nullptr && count != 1)) return E_POINTER;
-        ULONG given = 0;
-        for (; given < count && next_ < items_.size(); ++given) Put(items[given], HandOut(items_[next_++]));
-        if (fetched != nullptr) *fetched = given;
-        return given == count ? S_OK : S_FALSE;
-    }
-    HRESULT STDMETHODCALLTYPE Skip(ULONG count) override {
-        const std::size_t left = items_.size() - next_;
-        next_ += count < left ? count : left;
-        return count <= left ? S_OK : S_FALSE;
-    }
-    HRESULT STDMETHODCALLTYPE Reset() override {
-        next_ = 0;
-        return S_OK;
-    }
-    HRESULT STDMETHODCALLTYPE Clone(Interface** copy) override {
-        if (copy == nullptr) return E_POINTER;
-        *copy = new (std::nothrow) Enumerator(items_, next_);
-        return *copy == nullptr ? E_OUTOFMEMORY : S_OK;
-    }
-
-private:
-    std::vector<Given> items_;
-    std::size_t next_;
+struct HandOut {
+    static IConnectionPoint* Copy(const Ref<IConnectionPoint>& point) { return point.Share(); }
+    static CONNECTDATA Copy(const std::pair<DWORD, Ref<IDispatch>>& sink) { return {sink.second.Share(), sink.first}; }
 };
 
 }  // namespace
@@ -56,13 +22,13 @@ void EventSource::Fire(DISPID id, const Variant& argument) {
         parameters.rgvarg = &given.Get();
         parameters.cArgs = 1;
         Variant ignored;
-        sink->Invoke(id, kNoId, 0, DISPATCH_METHOD, &parameters, ignored.Receive(), nullptr, nullptr);
+        sink->Invoke(id, kNoId, kItalian, DISPATCH_METHOD, &parameters, ignored.Receive(), nullptr, nullptr);
     }
 }
 
 HRESULT EventSource::Points(IEnumConnectionPoints** points) {
     if (points == nullptr) return E_POINTER;
-    using Points = Enumerator<IEnumConnectionPoints, IConnectionPoint*, Ref<IConnectionPoint>>;
+    using Points = Enumerator<IEnumConnectionPoints, IConnectionPoint*, Ref<IConnectionPoint>, HandOut>;
     *points = new (std::nothrow) Points({Ref<IConnectionPoint>(this)});
     return *points == nullptr ? E_OUTOFMEMORY : S_OK;
 }
@@ -123,7 +89,7 @@ HRESULT EventSource::Unadvise(DWORD cookie) {
 
 HRESULT EventSource::EnumConnections(IEnumConnections** connections) {
     if (connections == nullptr) return E_POINTER;
-    using Sinks = Enumerator<IEnumConnections, CONNECTDATA, std::pair<DWORD, Ref<IDispatch>>>;
+    using Sinks = Enumerator<IEnumConnections, CONNECTDATA, std::pair<DWORD, Ref<IDispatch>>, HandOut>;
     std::vector<std::pair<DWORD, Ref<IDispatch>>> sinks(sinks_.begin(), sinks_.end());
     *connections = new (std::nothrow) Sinks(std::move(sinks));
     return *connections == nullptr ? E_OUTOFMEMORY : S_OK;

@@ -41,7 +41,7 @@ DISPID LateBound::IdOf(std::string_view name) const {
     DISPID id = DISPID_UNKNOWN;
     WideText wide = ToWide(name);
     LPOLESTR names[] = {wide.data()};
-    if (!object_ || FAILED(object_->GetIDsOfNames(kNoId, names, 1, 0, &id))) return DISPID_UNKNOWN;
+    if (!object_ || FAILED(object_->GetIDsOfNames(kNoId, names, 1, kItalian, &id))) return DISPID_UNKNOWN;
     ids_.emplace(name, id);
     return id;
 }
@@ -69,7 +69,7 @@ Variant LateBound::Invoke(std::string_view name, DISPID id, WORD flags, std::vec
     Variant result;
     Exception exception;
     const HRESULT done =
-        object_->Invoke(id, kNoId, 0, flags, &parameters, result.Receive(), exception.Receive(), nullptr);
+        object_->Invoke(id, kNoId, kItalian, flags, &parameters, result.Receive(), exception.Receive(), nullptr);
     if (done == DISP_E_EXCEPTION) throw exception.ToError(name);
     if (FAILED(done)) throw Error(std::string(name) + " non è riuscito (" + CodeText(done) + ").", done);
     return result;

@@ -79,15 +79,16 @@ private:
         const VARIANT* given = place == kNotGiven ? nullptr : &call_.given->rgvarg[place];
         if (given == nullptr || IsMissing(*given)) {
             if (!parameter.optional) return Fault(DISP_E_PARAMNOTOPTIONAL, place);
-            values_[at] =
-                parameter.type == VT_VARIANT ? Variant::Missing().Detach() : Variant(parameter.absent).Detach();
+            // As wide as any number, and a null text or object.
+            values_[at] = parameter.type == VT_VARIANT ? Variant::Missing().Detach()
+                                                       : Variant(std::int64_t{parameter.absent}).Detach();
             return S_OK;
         }
         if (parameter.type == VT_VARIANT) {  // as it comes, with what it points to
             return VariantCopy(&values_[at], const_cast<VARIANT*>(given));
         }
         Variant converted;
-        const HRESULT result = Coerce(*given, parameter.type, converted);
+        const HRESULT result = Coerce(*given, parameter.type, converted, call_.locale);
         if (FAILED(result)) return Fault(result, place);
         if (parameter.interfaceId != nullptr && converted.Get().pdispVal != nullptr) {
             Ref<IDispatch> wanted = Query<IDispatch>(converted.Get().pdispVal, *parameter.interfaceId);
@@ -173,6 +174,9 @@ HRESULT Invoke(std::span<const Member> members, IDispatch& self, const Call& cal
         return TellException(done, call.exception);
     }
     if (member->result != VT_EMPTY && member->result != VT_VARIANT) result.Get().vt = member->result;
+    if (result.Type() == VT_I8 && member->result == VT_I8 && std::in_range<std::int32_t>(result.Get().llVal)) {
+        result = Variant(static_cast<std::int32_t>(result.Get().llVal));
+    }
     if (call.result != nullptr) *call.result = result.Detach();
     return S_OK;
 }

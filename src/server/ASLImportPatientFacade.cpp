@@ -8,7 +8,9 @@ namespace vlm::server {
 
 namespace {
 
-[[noreturn]] void RefuseRows() { throw Error("Data: l'oggetto non è un insieme di righe.", DISP_E_TYPEMISMATCH); }
+constexpr std::int32_t kTypeMismatch = 13;  // run-time error number
+
+[[noreturn]] void RefuseRows() { throw Error("Data: l'oggetto non è un insieme di righe.", kTypeMismatch); }
 
 /// The current row of a host's row set goes to `make`.
 template <typename Make>
@@ -21,8 +23,8 @@ std::int32_t WithElement(IDispatch* data, Make&& make) {
 /// What a component returns lives on its own, and keeps the library loaded. Null for no rows.
 IDispatch* Given(ElementListPtr elements) {
     if (!elements) return nullptr;
-    auto object = com::Make<data::ado::RecordsetObject>(std::move(elements), std::make_shared<Module::Alive>());
-    return com::Ref<IDispatch>(object.Get()).Detach();
+    auto object = data::ado::MakeRecordsetObject(std::move(elements), std::make_shared<Module::Alive>());
+    return object.Detach();
 }
 
 /// A row set of the host's own kind is given its columns by name.

@@ -1,8 +1,8 @@
 #include "ado/ConnectionObject.h"
 
+#include "AdoObject.h"
 #include "ado/AdoTypes.h"
 #include "ado/RecordsetObject.h"
-#include "automation/ErrorReport.h"
 #include "values/Error.h"
 #include "values/Utf8.h"
 
@@ -103,7 +103,7 @@ HRESULT ConnectionObject::Execute(BSTR sql, const VARIANT& changed, std::int32_t
     return Guarded([&] {
         const std::string statement = com::ToUtf8(sql);
         if (options == kFieldUnspecified || (options & kExecuteNoRecords) == 0) {
-            *rows = com::Make<RecordsetObject>(connection_->Open(statement), connection_).Detach();
+            *rows = MakeRecordsetObject(connection_->Open(statement), connection_).Detach();
             return;
         }
         const auto count = static_cast<std::int32_t>(connection_->Execute(statement));

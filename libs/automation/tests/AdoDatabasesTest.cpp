@@ -48,7 +48,7 @@ private:
         return com::Guarded("Provider", ado::kRecordsetId, [&] {
             const bool connected = static_cast<bool>(com::Query<IUnknown>(connection, ado::kConnectionId));
             if (!connected || cursor != 1 || lock != 3) throw Error("not opened for update");
-            rows_ = com::Make<ado::RecordsetObject>(native_->OpenForUpdate(com::ToUtf8(sql)), native_);
+            rows_ = ado::MakeRecordsetObject(native_->OpenForUpdate(com::ToUtf8(sql)), native_);
         });
     }
 

@@ -20,7 +20,7 @@ com::Ref<IDispatch> Prescription(bool withQuantity = true) {
     auto row = test::PrescriptionRow();
     if (!withQuantity) row->SetValue("Quantita_1", {});
     row->Update();
-    return com::Make<data::ado::RecordsetObject>(std::move(row));
+    return data::ado::MakeRecordsetObject(std::move(row));
 }
 
 TEST_F(RecordTest, ReadsTheHostsRowAndLooksUpOnItsOwnConnection) {

@@ -52,6 +52,8 @@ inline constexpr GUID kIdOf<IClassFactory> = Guid("00000001-0000-0000-C000-00000
 template <>
 inline constexpr GUID kIdOf<IDispatch> = Guid("00020400-0000-0000-C000-000000000046");
 template <>
+inline constexpr GUID kIdOf<IEnumVARIANT> = Guid("00020404-0000-0000-C000-000000000046");
+template <>
 inline constexpr GUID kIdOf<IErrorInfo> = Guid("1CF2B120-547D-101B-8E65-08002B2BD119");
 template <>
 inline constexpr GUID kIdOf<ICreateErrorInfo> = Guid("22F03340-547D-101B-8E65-08002B2BD119");

@@ -11,7 +11,7 @@
 /// The members of an object as data: what a late-bound call needs to find one, to convert its arguments and to call it.
 namespace vlm::com {
 
-inline constexpr std::size_t kMostParameters = 4;
+inline constexpr std::size_t kMostParameters = 5;
 
 struct Parameter {
     std::string_view name;
@@ -36,10 +36,10 @@ namespace detail {
 
 /// Whether a function's last parameter is where it puts its result.
 template <typename T>
-inline constexpr bool kIsResult = false;
+inline constexpr bool kIsPlace = false;
 template <typename T>
-inline constexpr bool kIsResult<T*> = std::is_same_v<T, VARIANT> ||
-                                      (std::is_arithmetic_v<T> && !std::is_same_v<T, OLECHAR>) || std::is_pointer_v<T>;
+inline constexpr bool kIsPlace<T*> = std::is_same_v<T, VARIANT> ||
+                                     (std::is_arithmetic_v<T> && !std::is_same_v<T, OLECHAR>) || std::is_pointer_v<T>;
 
 /// The place in a value where a C++ type stands.
 template <typename T>
@@ -50,9 +50,15 @@ decltype(auto) Place(VARIANT& value) {
         return (value.dblVal);
     } else if constexpr (std::is_same_v<T, BSTR>) {
         return (value.bstrVal);
+    } else if constexpr (std::is_same_v<T, IUnknown*>) {
+        return (value.punkVal);
     } else if constexpr (std::is_pointer_v<T>) {
         static_assert(std::is_same_v<T, IDispatch*>);
         return (value.pdispVal);
+    } else if constexpr (sizeof(T) == 8) {
+        return (value.llVal);
+    } else if constexpr (sizeof(T) == 1) {
+        return (value.bVal);
     } else if constexpr (sizeof(T) == 2) {
         return (value.iVal);
     } else if constexpr (std::is_same_v<T, decltype(value.lVal)>) {
@@ -68,8 +74,8 @@ T Argument(VARIANT& value) {
     if constexpr (std::is_reference_v<T>) {
         static_assert(std::is_same_v<T, const VARIANT&>);
         return value;
-    } else if constexpr (kIsResult<T>) {
-        return reinterpret_cast<T>(&Place<std::remove_pointer_t<T>>(value));
+    } else if constexpr (std::is_same_v<T, VARIANT*>) {  // something more that is handed out, where the caller has room
+        return value.vt == (VT_BYREF | VT_VARIANT) ? value.pvarVal : nullptr;
     } else {
         return static_cast<T>(Place<T>(value));
     }
@@ -85,7 +91,14 @@ struct Thunk<Function> {
     template <std::size_t... At>
     static HRESULT CallWith(Class& self, [[maybe_unused]] VARIANT* arguments, [[maybe_unused]] VARIANT& result,
                             std::index_sequence<At...>) {
-        return (self.*Function)(Argument<Types>(kIsResult<Types> ? result : arguments[At])...);
+        constexpr std::size_t kLast = sizeof...(Types) - 1;
+        return (self.*Function)([&]() -> Types {
+            if constexpr (At == kLast && kIsPlace<Types>) {
+                return reinterpret_cast<Types>(&Place<std::remove_pointer_t<Types>>(result));
+            } else {
+                return Argument<Types>(arguments[At]);
+            }
+        }()...);
     }
 };
 
@@ -112,6 +125,11 @@ template <auto Function>
 constexpr Member Put(std::string_view name, DISPID id, VARTYPE type) {
     return detail::Make<Function>(DISPATCH_PROPERTYPUT, name, id, VT_EMPTY, {{"Value", type}});
 }
+/// A property of elements, each found by an index.
+template <auto Function>
+constexpr Member PutAt(std::string_view name, DISPID id, VARTYPE type) {
+    return detail::Make<Function>(DISPATCH_PROPERTYPUT, name, id, VT_EMPTY, {{"Index"}, {"Value", type}});
+}
 /// `interfaceId` null takes any object.
 template <auto Function>
 constexpr Member PutRef(std::string_view name, DISPID id, const GUID* interfaceId = nullptr) {
@@ -130,10 +148,12 @@ struct Call {
     VARIANT* result;       // may be null
     EXCEPINFO* exception;  // may be null
     UINT* argument;        // may be null; gets the place in `given` of an argument that is wrong
+    LCID locale = 0;       // of the texts among the arguments
 };
 
 /// IDispatch::Invoke. A member that fails gives DISP_E_EXCEPTION with its code and its error object's texts; an object
-/// put by value into a property that takes references is taken as a reference.
+/// put by value into a property that takes references is taken as a reference. A result of 64 bits is handed out in 32
+/// where it fits: the languages of scripts know no wider one.
 HRESULT Invoke(std::span<const Member> members, IDispatch& self, const Call& call) noexcept;
 
 }  // namespace vlm::com

@@ -63,10 +63,10 @@ public:
         if (!Same(reserved, kNoId)) return DISP_E_UNKNOWNINTERFACE;
         return FindIds(Members(), names, count, ids);
     }
-    HRESULT STDMETHODCALLTYPE Invoke(DISPID id, REFIID reserved, LCID, WORD flags, DISPPARAMS* parameters,
+    HRESULT STDMETHODCALLTYPE Invoke(DISPID id, REFIID reserved, LCID locale, WORD flags, DISPPARAMS* parameters,
                                      VARIANT* result, EXCEPINFO* exception, UINT* argument) override {
         if (!Same(reserved, kNoId)) return DISP_E_UNKNOWNINTERFACE;
-        return com::Invoke(Members(), *this, {id, flags, parameters, result, exception, argument});
+        return com::Invoke(Members(), *this, {id, flags, parameters, result, exception, argument, locale});
     }
 
 protected:

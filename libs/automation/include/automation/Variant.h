@@ -65,9 +65,13 @@ Variant FromValue(const data::Value& value);
 /// In the column's own width: SmallInt VT_I2, Integer VT_I4, BigInt VT_I8.
 Variant FromValue(const data::Value& value, data::FieldType type);
 
-/// As automation converts, with Italian number and date forms, halves rounded to even. Target types are the numbers
-/// but VT_DECIMAL, VT_BOOL, VT_DATE, VT_BSTR, VT_DISPATCH, VT_UNKNOWN and VT_VARIANT (anything). DISP_E_TYPEMISMATCH,
-/// DISP_E_OVERFLOW or DISP_E_BADVARTYPE; `target` is then untouched.
-HRESULT Coerce(const VARIANT& source, VARTYPE type, Variant& target) noexcept;
+/// Italian, for Italy: how this library's texts have numbers and dates, and what its own calls say of theirs.
+inline constexpr LCID kItalian = 0x0410;
+
+/// As automation converts, halves rounded to even. Texts are Italian for every neutral `locale`, 0 among them; for
+/// another one they are the system's business where it has such a service, else Italian too. Target types are the
+/// numbers but VT_DECIMAL, VT_BOOL, VT_DATE, VT_BSTR, VT_DISPATCH, VT_UNKNOWN and VT_VARIANT (anything).
+/// DISP_E_TYPEMISMATCH, DISP_E_OVERFLOW or DISP_E_BADVARTYPE; `target` is then untouched.
+HRESULT Coerce(const VARIANT& source, VARTYPE type, Variant& target, LCID locale = kItalian) noexcept;
 
 }  // namespace vlm::com

@@ -82,6 +82,8 @@ public:
     /// Rows that the filter shows.
     std::int64_t RecordCount() const;
     bool AtStart() const { return position_ < 0; }
+    /// Whether there is a current row, one that is being added apart.
+    bool HasRow() const;
     void MoveFirst();
     /// Stands on a row among those that are shown, from 0; beyond them at the end, before them at the start.
     void MoveToRow(std::int64_t place);
@@ -138,7 +140,6 @@ private:
     std::uint32_t CurrentRow() const;
     /// Where the cells of the row in hand are, unless it is being changed.
     std::uint32_t RowInHand() const { return editing_ == Editing::Adding ? rows_->count : CurrentRow(); }
-    bool HasRow() const;
 
     void RequireCells() const;
     void StoreAdded();

@@ -64,6 +64,16 @@ protected:
     ~ISupportErrorInfo() = default;
 };
 
+struct IEnumVARIANT : IUnknown {
+    virtual HRESULT Next(ULONG count, VARIANT* items, ULONG* fetched) = 0;
+    virtual HRESULT Skip(ULONG count) = 0;
+    virtual HRESULT Reset() = 0;
+    virtual HRESULT Clone(IEnumVARIANT** copy) = 0;
+
+protected:
+    ~IEnumVARIANT() = default;
+};
+
 struct IConnectionPoint;
 struct IConnectionPointContainer;
 

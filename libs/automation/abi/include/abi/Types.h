@@ -87,6 +87,8 @@ inline constexpr HRESULT DISP_E_PARAMNOTOPTIONAL = MakeFailure(0x8002000F);
 inline constexpr DISPID DISPID_VALUE = 0;
 inline constexpr DISPID DISPID_UNKNOWN = -1;
 inline constexpr DISPID DISPID_PROPERTYPUT = -3;
+inline constexpr DISPID DISPID_NEWENUM = -4;
+inline constexpr DISPID DISPID_COLLECT = -8;
 
 inline constexpr WORD DISPATCH_METHOD = 1;
 inline constexpr WORD DISPATCH_PROPERTYGET = 2;
