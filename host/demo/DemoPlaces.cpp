@@ -28,7 +28,7 @@ constexpr const char* kServerDatabase = "master";
 
 }  // namespace
 
-DemoClinicFolder::DemoClinicFolder(fs::path folder, std::vector<std::string> files)
+DemoClinicFolder::DemoClinicFolder(const fs::path& folder, std::vector<std::string> files)
     : folder_(fs::absolute(folder)), files_(std::move(files)) {
     if (fs::exists(folder_) && !fs::is_directory(folder_))
         throw Error("\"" + folder_.string() + "\" non è una cartella.");

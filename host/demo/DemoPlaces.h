@@ -15,7 +15,7 @@ namespace vlm::host {
 class DemoClinicFolder {
 public:
     /// Throws Error naming the first of `files` that is in the folder already. The folder itself may be missing.
-    DemoClinicFolder(std::filesystem::path folder, std::vector<std::string> files);
+    DemoClinicFolder(const std::filesystem::path& folder, std::vector<std::string> files);
     DemoClinicFolder(const DemoClinicFolder&) = delete;
     DemoClinicFolder& operator=(const DemoClinicFolder&) = delete;
     /// Whatever was not delivered goes.

@@ -8,6 +8,10 @@ namespace vlm::com {
 
 namespace {
 
+[[noreturn]] void ThrowUntold(std::string_view member, HRESULT code) {
+    throw UntoldError(std::string(member) + " non è riuscito (" + CodeText(code) + ").", code);
+}
+
 /// What an object tells about a call that failed.
 class Exception {
 public:
@@ -21,12 +25,12 @@ public:
     }
     EXCEPINFO* Receive() noexcept { return &info_; }
 
-    Error ToError(std::string_view member) {
+    [[noreturn]] void Throw(std::string_view member) {
         if (info_.pfnDeferredFillIn != nullptr) info_.pfnDeferredFillIn(&info_);
         const HRESULT code = info_.scode != 0 ? static_cast<HRESULT>(info_.scode) : ResultOf(info_.wCode);
-        std::string description = ToUtf8(info_.bstrDescription);
-        if (description.empty()) description = std::string(member) + " non è riuscito (" + CodeText(code) + ").";
-        return Error(description, code, ToUtf8(info_.bstrSource));
+        const std::string description = ToUtf8(info_.bstrDescription);
+        if (description.empty()) ThrowUntold(member, code);
+        throw Error(description, code, ToUtf8(info_.bstrSource));
     }
 
 private:
@@ -70,8 +74,8 @@ Variant LateBound::Invoke(std::string_view name, DISPID id, WORD flags, std::vec
     Exception exception;
     const HRESULT done =
         object_->Invoke(id, kNoId, kItalian, flags, &parameters, result.Receive(), exception.Receive(), nullptr);
-    if (done == DISP_E_EXCEPTION) throw exception.ToError(name);
-    if (FAILED(done)) throw Error(std::string(name) + " non è riuscito (" + CodeText(done) + ").", done);
+    if (done == DISP_E_EXCEPTION) exception.Throw(name);
+    if (FAILED(done)) ThrowUntold(name, done);
     return result;
 }
 

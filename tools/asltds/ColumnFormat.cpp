@@ -178,7 +178,7 @@ void ColumnFormat::AddDateTime(const data::Recordset& rows, ByteString& out) con
     const sys_days day = year(civil.year) / civil.month / civil.day;
     out.Add(width_, 1);
     out.Add(static_cast<std::uint64_t>((day - sys_days(year(1900) / 1 / 1)).count()), 4);
-    out.Add(static_cast<std::uint64_t>(300 * ((civil.hour * 60 + civil.minute) * 60 + civil.second)), 4);
+    out.Add(std::uint64_t{300} * static_cast<std::uint64_t>((civil.hour * 60 + civil.minute) * 60 + civil.second), 4);
 }
 
 void ColumnFormat::AddText(const data::Recordset& rows, ByteString& out) const {

@@ -18,8 +18,8 @@ std::string AdoConnection::InitialCatalog() const {
 }
 
 RecordsetPtr AdoConnection::Open(std::string_view sql) {
-    com::LateBound rows =
-        AdoRecordset::FirstOpen(com::LateBound(connection_.Call("Execute", {com::Variant(sql)}).Object()));
+    com::LateBound rows = AdoRecordset::FirstOpen(com::LateBound(
+        Ask("Execute", {com::Variant(sql), com::Variant::Missing(), com::Variant(kCommandText)}).Object()));
     if (!rows) throw Error("L'istruzione SQL non dà righe: " + std::string(sql.substr(0, 80)));
     return std::make_unique<AdoRecordset>(std::move(rows));
 }
@@ -29,7 +29,7 @@ std::int64_t AdoConnection::Execute(std::string_view sql) {
     com::Variant place;
     place.Get().vt = VT_BYREF | VT_VARIANT;
     place.Get().pvarVal = &changed.Get();
-    connection_.Call("Execute", {com::Variant(sql), place, com::Variant(kCommandText | kExecuteNoRecords)});
+    Ask("Execute", {com::Variant(sql), place, com::Variant(kCommandText | kExecuteNoRecords)});
     const double count = NumberOf(changed.Value());
     return count > 0 ? static_cast<std::int64_t>(count) : 0;  // an engine that does not count gives -1
 }
@@ -37,8 +37,32 @@ std::int64_t AdoConnection::Execute(std::string_view sql) {
 UpdatableRecordsetPtr AdoConnection::OpenForUpdate(std::string_view sql) {
     com::LateBound rows = newRecordset_();
     rows.Call("Open", {com::Variant(sql), com::Variant(connection_.Object().Get()), com::Variant(kOpenKeyset),
-                       com::Variant(kLockOptimistic)});
+                       com::Variant(kLockOptimistic), com::Variant(kCommandText)});
     return std::make_unique<AdoUpdatableRecordset>(std::move(rows));
+}
+
+com::Variant AdoConnection::Ask(std::string_view member, std::vector<com::Variant> arguments) const {
+    try {
+        return connection_.Call(member, std::move(arguments));
+    } catch (const com::UntoldError& error) {
+        ThrowProviderError(error);
+    }
+}
+
+void AdoConnection::ThrowProviderError(const Error& error) const {
+    std::string description, source;
+    std::int32_t number = error.Number();
+    try {
+        const com::LateBound errors = connection_.ObjectOf("Errors");
+        if (NumberOf(errors.Get("Count").Value()) < 1) throw error;
+        const com::LateBound first(errors.Item(com::Variant(std::int32_t{0})).Object());
+        description = first.Get("Description").Text();
+        number = static_cast<std::int32_t>(NumberOf(first.Get("Number").Value()));
+        source = first.Get("Source").Text();
+    } catch (const Error&) {  // its code is all there is
+    }
+    if (description.empty()) throw error;
+    throw Error(description, number, source);
 }
 
 ConnectionPtr ConnectionOf(IUnknown* object) {

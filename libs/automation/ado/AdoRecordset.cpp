@@ -1,6 +1,7 @@
 #include "AdoRecordset.h"
 
 #include "ado/AdoTypes.h"
+#include "automation/ErrorReport.h"
 #include "values/ColumnConversion.h"
 #include "values/Error.h"
 
@@ -45,7 +46,13 @@ void AdoRecordset::Begin() {
     fetched_.assign(columns_.size(), com::Variant());
     isFetched_.assign(columns_.size(), false);
     atEnd_ = data::NumberOf(rows_.Get("EOF").Value()) != 0;
-    if (!atEnd_ && inBlocks_) FetchBlock();
+    if (atEnd_ || !inBlocks_) return;
+    try {
+        FetchBlock();
+    } catch (const Error& error) {  // a member that is there by name only
+        if (error.Number() != E_NOTIMPL && error.Number() != com::ResultOf(kNotSupported)) throw;
+        inBlocks_ = false;
+    }
 }
 
 void AdoRecordset::DropBlock() noexcept {

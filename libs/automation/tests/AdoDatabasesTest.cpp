@@ -38,16 +38,20 @@ private:
 
     std::span<const com::Member> Members() const noexcept override {
         static constexpr std::array kMembers = {
-            com::Method<&OpenableRows::Open>(
-                "Open", kOpen, VT_EMPTY,
-                {{"Source", VT_BSTR}, {"ActiveConnection", VT_DISPATCH}, {"CursorType", VT_I4}, {"LockType", VT_I4}}),
+            com::Method<&OpenableRows::Open>("Open", kOpen, VT_EMPTY,
+                                             {{"Source", VT_BSTR},
+                                              {"ActiveConnection", VT_DISPATCH},
+                                              {"CursorType", VT_I4},
+                                              {"LockType", VT_I4},
+                                              {"Options", VT_I4}}),
         };
         return kMembers;
     }
-    HRESULT STDMETHODCALLTYPE Open(BSTR sql, IDispatch* connection, std::int32_t cursor, std::int32_t lock) {
+    HRESULT STDMETHODCALLTYPE Open(BSTR sql, IDispatch* connection, std::int32_t cursor, std::int32_t lock,
+                                   std::int32_t options) {
         return com::Guarded("Provider", ado::kRecordsetId, [&] {
             const bool connected = static_cast<bool>(com::Query<IUnknown>(connection, ado::kConnectionId));
-            if (!connected || cursor != 1 || lock != 3) throw Error("not opened for update");
+            if (!connected || cursor != 1 || lock != 3 || options != 1) throw Error("not opened for update");
             rows_ = ado::MakeRecordsetObject(native_->OpenForUpdate(com::ToUtf8(sql)), native_);
         });
     }

@@ -11,7 +11,7 @@ namespace vlm::sicilia {
 namespace {
 
 void WriteHead(files::LineWriter& copy, ASLLineSicilia& record, std::uint64_t fileSize) {
-    const auto recordSize = static_cast<std::uint64_t>(record.LineLenght() + kLineEndLength);
+    const auto recordSize = static_cast<std::uint64_t>(record.LineLenght()) + kLineEndLength;
     copy.WriteLine("");
     copy.WriteLine("Nr. record elaborati: " + std::to_string(fileSize / recordSize));
     copy.WriteLine("");

@@ -6,11 +6,18 @@
 #include <vector>
 
 #include "automation/Variant.h"
+#include "values/Error.h"
 
 namespace vlm::com {
 
+/// A failure of which the object tells no more than its code.
+class UntoldError : public Error {
+public:
+    using Error::Error;
+};
+
 /// Calls an object's members by name. Whatever fails throws Error with the number, the source and the description that
-/// the object gives; for a name that it does not have the text names it.
+/// the object gives (UntoldError for want of a description); for a name that it does not have the text names it.
 class LateBound {
 public:
     LateBound() = default;

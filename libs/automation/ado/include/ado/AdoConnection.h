@@ -26,11 +26,15 @@ public:
     RecordsetPtr Open(std::string_view sql) override;
     std::int64_t Execute(std::string_view sql) override;
     UpdatableRecordsetPtr OpenForUpdate(std::string_view sql) override;
-    void BeginTransaction() override { connection_.Call("BeginTrans"); }
-    void CommitTransaction() override { connection_.Call("CommitTrans"); }
-    void RollbackTransaction() override { connection_.Call("RollbackTrans"); }
+    void BeginTransaction() override { Ask("BeginTrans"); }
+    void CommitTransaction() override { Ask("CommitTrans"); }
+    void RollbackTransaction() override { Ask("RollbackTrans"); }
 
 private:
+    /// Calls a member; a failure that the connection does not tell of is told in its provider's words.
+    com::Variant Ask(std::string_view member, std::vector<com::Variant> arguments = {}) const;
+    [[noreturn]] void ThrowProviderError(const Error& error) const;
+
     com::LateBound connection_;
     RecordsetMaker newRecordset_;
 };
