@@ -9,12 +9,15 @@ function(vlm_windows_library target)
   find_path(VLM_IDL_FOLDER oaidl.idl PATHS /usr/include/wine/wine/windows NO_CMAKE_FIND_ROOT_PATH REQUIRED)
   file(GLOB typelib_folders /usr/lib/*/wine/x86_64-windows) # where stdole2.tlb stands, for either word size
   list(TRANSFORM typelib_folders PREPEND -L)
-  add_custom_command(
-    OUTPUT ${VLM_TYPELIB}
-    COMMAND ${VLM_WIDL} -I${VLM_IDL_FOLDER} ${typelib_folders} ${VLM_TYPELIB_WORD} -t -o ${VLM_TYPELIB}
-            ${here}/VlmASLServicesLib.idl
-    DEPENDS ${here}/VlmASLServicesLib.idl
-    VERBATIM)
+  set(widl ${VLM_WIDL} -I${VLM_IDL_FOLDER} -I${here} ${typelib_folders} -L${CMAKE_BINARY_DIR} ${VLM_TYPELIB_WORD} -t)
+  foreach(library DataObjects VlmASLServicesLib) # the second imports the first
+    add_custom_command(
+      OUTPUT ${CMAKE_BINARY_DIR}/${library}.tlb
+      COMMAND ${widl} -o ${CMAKE_BINARY_DIR}/${library}.tlb ${here}/${library}.idl
+      DEPENDS ${here}/${library}.idl ${here}/DataObjectTypes.idl ${imported}
+      VERBATIM)
+    set(imported ${CMAKE_BINARY_DIR}/${library}.tlb)
+  endforeach()
   configure_file(${here}/VlmASLServicesLib.manifest.in ${VLM_MANIFEST} @ONLY)
   configure_file(${here}/VlmASLServicesLib.rc.in ${CMAKE_BINARY_DIR}/VlmASLServicesLib.rc @ONLY)
   set_source_files_properties(${CMAKE_BINARY_DIR}/VlmASLServicesLib.rc PROPERTIES

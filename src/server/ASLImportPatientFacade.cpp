@@ -39,21 +39,8 @@ void AppendColumns(IDispatch* data) {
 
 }  // namespace
 
-ASLImportPatientFacade::ASLImportPatientFacade() {
+ASLImportPatientFacade::ASLImportPatientFacade() : Facade(kASLImportPatientClass) {
     component_.ReadingFile = [this](std::int32_t percent) { events_.Fire(kReadingFileId, com::Variant(percent)); };
-}
-
-void* ASLImportPatientFacade::Find(const IID& iid) noexcept {
-    if (com::Same(iid, com::kIdOf<IProvideClassInfo>)) return static_cast<IProvideClassInfo*>(this);
-    return Facade::Find(iid);
-}
-
-HRESULT ASLImportPatientFacade::GetGUID(DWORD kind, GUID* guid) {
-    if (guid == nullptr) return E_POINTER;
-    *guid = com::kNoId;
-    if (kind != GUIDKIND_DEFAULT_SOURCE_DISP_IID) return E_INVALIDARG;
-    *guid = k__ASLImportPatientId;
-    return S_OK;
 }
 
 HRESULT ASLImportPatientFacade::InitDataStructure(IDispatch* data) {

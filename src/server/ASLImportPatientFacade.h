@@ -7,14 +7,14 @@
 namespace vlm::server {
 
 /// The patient import and its event.
-class ASLImportPatientFacade final : public Facade<_ASLImportPatient, IConnectionPointContainer, IProvideClassInfo2> {
+class ASLImportPatientFacade final : public Facade<_ASLImportPatient, IConnectionPointContainer> {
 public:
     ASLImportPatientFacade();
 
     HRESULT STDMETHODCALLTYPE get_Connection(IDispatch** result) override { return GiveConnection(result, component_); }
     HRESULT STDMETHODCALLTYPE putref_Connection(IDispatch* value) override { return TakeConnection(value, component_); }
     HRESULT STDMETHODCALLTYPE get_LockSrv(IDispatch** result) override {
-        return Give(result, [&] { return HostReference::ObjectOf(component_.LockSrv()); });
+        return GiveObject(result, kLockSrvId, [&] { return HostReference::ObjectOf(component_.LockSrv()); });
     }
     HRESULT STDMETHODCALLTYPE putref_LockSrv(IDispatch* value) override {
         return Do([&] { component_.SetLockSrv(HostReference::Of(value)); });
@@ -23,7 +23,7 @@ public:
         return Do([&] { component_.SetRights(HostReference::Of(value)); });
     }
     HRESULT STDMETHODCALLTYPE get_Rights(IDispatch** result) override {
-        return Give(result, [&] { return HostReference::ObjectOf(component_.Rights()); });
+        return GiveObject(result, kRightsId, [&] { return HostReference::ObjectOf(component_.Rights()); });
     }
     HRESULT STDMETHODCALLTYPE ShowDialog() override {
         return Do([&] { component_.ShowDialog(); });
@@ -43,13 +43,8 @@ public:
         return events_.Find(iid, point);
     }
 
-    HRESULT STDMETHODCALLTYPE GetClassInfo(ITypeInfo** info) override {
-        return GiveTypeInfo(kASLImportPatientClass, info);
-    }
-    HRESULT STDMETHODCALLTYPE GetGUID(DWORD kind, GUID* guid) override;
-
 private:
-    void* Find(const IID& iid) noexcept override;
+    GUID Events() const noexcept override { return k__ASLImportPatientId; }
 
     ASLImportPatient component_{Lib()};
     com::EventSource events_{*this, k__ASLImportPatientId};

@@ -13,7 +13,7 @@ HRESULT ASLPanoramicoLineFacade::put_DataRicetta(DATE value) {
 }
 
 HRESULT ASLPanoramicoLineFacade::get_Rs(IDispatch** result) {
-    return Give(result, [&] { return com::Ref<IDispatch>(rs_.Object()).Detach(); });
+    return GiveObject(result, data::ado::kRecordsetId, [&] { return com::Ref<IDispatch>(rs_.Object()).Detach(); });
 }
 
 HRESULT ASLPanoramicoLineFacade::putref_Rs(IDispatch* value) {

@@ -8,6 +8,8 @@ namespace vlm::server {
 
 class ASLPanoramicoLineFacade final : public Facade<_ASLPanoramicoLine> {
 public:
+    ASLPanoramicoLineFacade() : Facade(kASLPanoramicoLineClass) {}
+
     HRESULT STDMETHODCALLTYPE get_CodMed(BSTR* result) override { return GiveText(result, record_.CodMed); }
     HRESULT STDMETHODCALLTYPE put_CodMed(BSTR value) override { return TakeText(value, record_.CodMed); }
     HRESULT STDMETHODCALLTYPE get_AssCF(BSTR* result) override { return GiveText(result, record_.AssCF); }

@@ -24,6 +24,8 @@ constexpr RegionDescription kRegions[] = {
 
 class ASLExportFacade final : public Facade<_ASLExport> {
 public:
+    ASLExportFacade() : Facade(kASLExportClass) {}
+
     HRESULT STDMETHODCALLTYPE ShowDialog() override {
         return Do([&] { component_.ShowDialog(); });
     }
@@ -42,6 +44,8 @@ private:
 
 class ASLPanoramicoFacade final : public Facade<_ASLPanoramico> {
 public:
+    ASLPanoramicoFacade() : Facade(kASLPanoramicoClass) {}
+
     HRESULT STDMETHODCALLTYPE get_CHMObject(IDispatch** result) override { return GiveHelp(result, component_); }
     HRESULT STDMETHODCALLTYPE putref_CHMObject(IDispatch* value) override { return TakeHelp(value, component_); }
     HRESULT STDMETHODCALLTYPE ShowDialog() override {
@@ -60,6 +64,8 @@ private:
 
 class ExportProgettiFacade final : public Facade<_ExportProgetti> {
 public:
+    ExportProgettiFacade() : Facade(kExportProgettiClass) {}
+
     HRESULT STDMETHODCALLTYPE get_Connection(IDispatch** result) override { return GiveConnection(result, component_); }
     HRESULT STDMETHODCALLTYPE putref_Connection(IDispatch* value) override { return TakeConnection(value, component_); }
     HRESULT STDMETHODCALLTYPE get_CHMObject(IDispatch** result) override { return GiveHelp(result, component_); }

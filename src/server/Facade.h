@@ -4,6 +4,7 @@
 #include "MemberTables.h"
 #include "Module.h"
 #include "TypeLibrary.h"
+#include "ado/AdoTypes.h"
 #include "automation/ErrorReport.h"
 #include "automation/Object.h"
 #include "server/VlmASLServicesLib.h"
@@ -13,8 +14,11 @@ namespace vlm::server {
 /// A component as its host sees it: the interface in front of the component itself, which does the work. No exception
 /// comes out of it: a failure is a result code with an error object whose source is the library.
 template <typename Interface, typename... More>
-class Facade : public com::DispatchObject<Interface, ISupportErrorInfo, More...> {
+class Facade : public com::DispatchObject<Interface, ISupportErrorInfo, IProvideClassInfo2, More...> {
 public:
+    /// `classId` is that of the component's class.
+    explicit Facade(const GUID& classId) : classId_(classId) {}
+
     HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override {
         if (count == nullptr) return E_POINTER;
         *count = TypeInfoCount();
@@ -28,8 +32,23 @@ public:
         return com::Same(iid, Interface::kId) ? S_OK : S_FALSE;
     }
 
+    HRESULT STDMETHODCALLTYPE GetClassInfo(ITypeInfo** info) override { return GiveTypeInfo(classId_, info); }
+    /// Of the events, when the class has some.
+    HRESULT STDMETHODCALLTYPE GetGUID(DWORD kind, GUID* guid) override {
+        if (guid == nullptr) return E_POINTER;
+        *guid = com::kNoId;
+        if (kind != GUIDKIND_DEFAULT_SOURCE_DISP_IID) return E_INVALIDARG;
+        *guid = Events();
+        return com::Same(*guid, com::kNoId) ? E_UNEXPECTED : S_OK;
+    }
+
 protected:
     std::span<const com::Member> Members() const noexcept override { return MembersOf<Interface>(); }
+    virtual GUID Events() const noexcept { return com::kNoId; }
+    void* Find(const IID& iid) noexcept override {
+        if (com::Same(iid, com::kIdOf<IProvideClassInfo>)) return static_cast<IProvideClassInfo*>(this);
+        return com::DispatchObject<Interface, ISupportErrorInfo, IProvideClassInfo2, More...>::Find(iid);
+    }
 
     Library& Lib() const noexcept { return Module::Get().Lib(); }
 
@@ -43,6 +62,15 @@ protected:
         *result = Result{};
         return Do([&] { *result = static_cast<Result>(body()); });
     }
+    /// A host's object as the interface that its type names, where it offers that. `body` gives it with a reference.
+    template <typename Body>
+    static HRESULT GiveObject(IDispatch** result, const GUID& id, Body&& body) noexcept {
+        return Give(result, [&] {
+            auto object = com::Ref<IDispatch>::Adopt(body());
+            com::Ref<IDispatch> wanted = com::Query<IDispatch>(object.Get(), id);
+            return wanted ? wanted.Detach() : object.Detach();
+        });
+    }
     static HRESULT GiveText(BSTR* result, const std::string& text) noexcept {
         return Give(result, [&] { return com::Bstr(text).Detach(); });
     }
@@ -54,7 +82,8 @@ protected:
     // The connection and the help object of a component that has them.
     template <typename Component>
     static HRESULT GiveConnection(IDispatch** result, const Component& component) noexcept {
-        return Give(result, [&] { return HostConnection::ObjectOf(component.Connection()); });
+        return GiveObject(result, data::ado::kConnectionId,
+                          [&] { return HostConnection::ObjectOf(component.Connection()); });
     }
     template <typename Component>
     static HRESULT TakeConnection(IDispatch* value, Component& component) noexcept {
@@ -62,7 +91,7 @@ protected:
     }
     template <typename Component>
     static HRESULT GiveHelp(IDispatch** result, const Component& component) noexcept {
-        return Give(result, [&] { return HelpReference::ObjectOf(component.CHMObject()); });
+        return GiveObject(result, kCHMObjectId, [&] { return HelpReference::ObjectOf(component.CHMObject()); });
     }
     template <typename Component>
     static HRESULT TakeHelp(IDispatch* value, Component& component) noexcept {
@@ -70,6 +99,7 @@ protected:
     }
 
 private:
+    const GUID& classId_;
     Module::Alive alive_;
 };
 

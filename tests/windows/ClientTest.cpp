@@ -6,6 +6,7 @@
 #include "MemberTables.h"
 #include "automation/Object.h"
 #include "server/VlmASLServicesLib.h"
+#include "system/Registry.h"
 
 namespace vlm::server {
 namespace {
@@ -78,16 +79,16 @@ TEST(Client, EveryClassIsCreatedByItsName) {
         EXPECT_TRUE(com::Same(AttributesOf(*info).guid, known.interfaceId)) << known.name;
         EXPECT_EQ(object->GetTypeInfo(1, 0, info.Receive()), DISP_E_BADINDEX);
         EXPECT_FALSE(info);
-        if (const auto described = com::Query<IProvideClassInfo2>(object.Get())) {
-            withEvents += known.name;
-            EXPECT_TRUE(com::Query<IProvideClassInfo>(object.Get()));
-            GUID events{};
-            EXPECT_EQ(described->GetGUID(GUIDKIND_DEFAULT_SOURCE_DISP_IID, &events), S_OK);
-            EXPECT_TRUE(com::Same(events, k__ASLImportPatientId));
-            EXPECT_EQ(described->GetGUID(0, &events), E_INVALIDARG);
-            ASSERT_EQ(described->GetClassInfo(info.Receive()), S_OK);
-            EXPECT_TRUE(com::Same(AttributesOf(*info).guid, kASLImportPatientClass));
-        }
+        const auto described = com::Query<IProvideClassInfo2>(object.Get());
+        ASSERT_TRUE(described && com::Query<IProvideClassInfo>(object.Get())) << known.name;
+        ASSERT_EQ(described->GetClassInfo(info.Receive()), S_OK);
+        EXPECT_TRUE(com::Same(AttributesOf(*info).guid, known.classId));
+        GUID events{};
+        EXPECT_EQ(described->GetGUID(0, &events), E_INVALIDARG);
+        const HRESULT sourced = described->GetGUID(GUIDKIND_DEFAULT_SOURCE_DISP_IID, &events);
+        if (FAILED(sourced)) continue;
+        withEvents += known.name;
+        EXPECT_TRUE(com::Same(events, k__ASLImportPatientId));
     }
     EXPECT_EQ(withEvents, "ASLImportPatient");
 }
@@ -247,8 +248,7 @@ TEST(TypeLibrary, DescribesClassesEventsAndTheRecordKind) {
     EXPECT_EQ(values, "ttM=0 ttS=1 ");
 }
 
-/// Runs alone, after the library has been taken out of the registry.
-TEST(Unregistered, NothingOfTheLibraryIsLeft) {
+void ExpectNothingRegistered() {
     for (const KnownClass& known : KnownClasses()) {
         void* object = nullptr;
         CLSID classId{};
@@ -259,6 +259,47 @@ TEST(Unregistered, NothingOfTheLibraryIsLeft) {
             << known.name;
     }
     EXPECT_FALSE(RegisteredTypeLibrary());
+}
+
+// These run alone, after the library has been taken out of the registry.
+TEST(Unregistered, NothingOfTheLibraryIsLeft) { ExpectNothingRegistered(); }
+
+TEST(Unregistered, RegistrationStopsHalfWayWithoutATraceAndLeavesTheDataObjectsKeysAlone) {
+    namespace registry = sys::registry;
+    const char* const kDataObjects[] = {"Interface\\{00000550-0000-0010-8000-00AA006D2EA4}\\TypeLib",
+                                        "Interface\\{00000555-0000-0010-8000-00AA006D2EA4}\\TypeLib",
+                                        "TypeLib\\{00000201-0000-0010-8000-00AA006D2EA4}\\2.1\\0\\win32"};
+    std::vector<std::optional<std::string>> before;
+    for (const char* key : kDataObjects) {
+        before.push_back(registry::Read(HKEY_CLASSES_ROOT, key, ""));
+        ASSERT_EQ(registry::Write(HKEY_CLASSES_ROOT, key, "", "loro"), ERROR_SUCCESS);
+    }
+    // Below a key that does not last none can be made that does: the fourth class cannot be entered.
+    const wchar_t* const kFourth = L"VlmASLServicesLib.ExportProgetti";
+    HKEY fourth = nullptr;
+    ASSERT_EQ(RegCreateKeyExW(HKEY_CLASSES_ROOT, kFourth, 0, nullptr, REG_OPTION_VOLATILE, KEY_ALL_ACCESS, nullptr,
+                              &fourth, nullptr),
+              ERROR_SUCCESS);
+    RegCloseKey(fourth);
+    const HMODULE module = LoadLibraryW(kModule);
+    const auto call = [module](const char* name) {
+        return reinterpret_cast<HRESULT(STDAPICALLTYPE*)()>(reinterpret_cast<void*>(GetProcAddress(module, name)))();
+    };
+    EXPECT_EQ(call("DllRegisterServer"), SELFREG_E_CLASS);
+    RegDeleteTreeW(HKEY_CLASSES_ROOT, kFourth);
+    ExpectNothingRegistered();
+    EXPECT_EQ(call("DllRegisterServer"), S_OK);
+    EXPECT_EQ(call("DllUnregisterServer"), S_OK);
+    FreeLibrary(module);
+    for (std::size_t at = 0; at < before.size(); ++at) {
+        EXPECT_EQ(registry::Read(HKEY_CLASSES_ROOT, kDataObjects[at], ""), "loro") << kDataObjects[at];
+        if (before[at]) {
+            registry::Write(HKEY_CLASSES_ROOT, kDataObjects[at], "", *before[at]);
+        } else {
+            const std::string key = kDataObjects[at];
+            registry::Remove(HKEY_CLASSES_ROOT, key.substr(0, key.find('\\', key.find('\\') + 1)));
+        }
+    }
 }
 
 }  // namespace

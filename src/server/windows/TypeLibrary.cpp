@@ -84,7 +84,9 @@ HRESULT RegisterClasses() noexcept {
         const std::string typeLibrary = TextOf(AttributesOf(*library).guid);
         const std::string path = com::ToUtf8(com::WideView(ModulePath()));
         for (const ClassEntry& entry : Classes()) {
-            if (!WriteClass(entry, path, typeLibrary)) return SELFREG_E_CLASS;
+            if (WriteClass(entry, path, typeLibrary)) continue;
+            UnregisterClasses();  // a program that finds half of it is worse off than one that finds nothing
+            return SELFREG_E_CLASS;
         }
         return S_OK;
     } catch (...) {

@@ -19,8 +19,8 @@ std::string MonthFirst(int month, int year);  // 2/1/2003: the first of the mont
 std::optional<Date> ParseItalianDate(std::string_view value);
 
 /// A date as people write one and automation reads it: ISO form; day, month and year with "/", "-", "." or a blank
-/// between them, the month also by name, the year also of two digits (30 to 99 are of the last century), the month before
-/// the day where the other way round is no date; behind a blank a time of day, "10:30", "10.30" or with seconds.
+/// between them, the month also by name, the year also of two digits (30 to 99 are of the last century), the month
+/// before the day where the other way round is no date; behind a blank a time of day, "10:30", "10.30" or with seconds.
 std::optional<Date> ParseDateText(std::string_view value);
 
 }  // namespace vlm::text
