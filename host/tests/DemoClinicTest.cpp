@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 #include <set>
 
+#include "DemoClinicComuni.h"
 #include "demo/DemoClinic.h"
 #include "support/FakeServer.h"
 #include "support/RowText.h"
@@ -16,10 +17,17 @@ const Date kDay = *Date::FromYmd(2011, 4, 15);
 const Names kDatabases = {"Aldra", "Studio0012", "Studio0016"};
 const Names kOthers = {"master", "Altro"};  // what a server has
 
-/// Few services are enough for what is asked here.
+/// Few services, and comuni of the two regions alone, are enough for what is asked here.
 class DemoClinic : public testing::Test {
 protected:
-    DemoClinic() { options.serviceRows = 72; }
+    DemoClinic() {
+        options.serviceRows = 72;
+        options.comuniCsv = near / "comuni.csv";
+        std::ofstream list(options.comuniCsv);
+        for (const std::string_view line : EmbeddedComuni())
+            if (line.ends_with("Regione") || line.ends_with("Sicilia") || line.ends_with("Puglia"))
+                list << line << '\n';
+    }
 
     /// What making the demo in a folder says when it fails, and on the server.
     std::string InFolder(const std::string& folder) {
@@ -32,7 +40,7 @@ protected:
         });
     }
 
-    test::TempFolder temp;
+    test::TempFolder temp, near;
     DemoOptions options;
     test::FakeServer server;
     std::function<std::string(const std::string&)> leadsTo = [](const std::string& name) { return name; };

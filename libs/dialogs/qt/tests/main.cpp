@@ -1,3 +1,4 @@
+#include <QIcon>
 #include <gtest/gtest.h>
 
 #include "qt/QtApplication.h"
@@ -10,5 +11,8 @@ int main(int argc, char** argv) {
     QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
     QApplication::setEffectEnabled(Qt::UI_AnimateCombo, false);
     QApplication::setDoubleClickInterval(0);  // a list takes no click that comes as quickly as the one that opened it
+    // Signs keep the style's own pictures: looking for those of a theme took longer than all the tests.
+    QIcon::setThemeSearchPaths({":/none"});
+    QIcon::setFallbackSearchPaths({":/none"});
     return RUN_ALL_TESTS();
 }
