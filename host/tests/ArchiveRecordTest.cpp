@@ -2,6 +2,7 @@
 
 #include "ArchiveRecord.h"
 #include "support/ArchiveHost.h"
+#include "support/FakeConnection.h"
 #include "support/RowText.h"
 #include "values/Error.h"
 
@@ -95,20 +96,15 @@ TEST_F(ArchiveRecordTest, ARecordOfAnotherUserIsRefused) {
 }
 
 /// Another user takes the record between this one's look and his own taking, as on a server where both may look first.
-class OvertakenConnection final : public data::Connection {
+class OvertakenConnection final : public test::FakeConnection {
 public:
     explicit OvertakenConnection(data::ConnectionPtr inner) : inner_(std::move(inner)) {}
 
-    bool IsOpen() const override { return true; }
-    std::string InitialCatalog() const override { return inner_->InitialCatalog(); }
     data::RecordsetPtr Open(std::string_view sql) override { return inner_->Open(sql); }
     std::int64_t Execute(std::string_view sql) override {
         inner_->Execute("INSERT INTO BloccoRecord VALUES ('Paziente', 12, 'ROSSI', '2026-11-23')");
         return inner_->Execute(sql.substr(0, sql.find(" WHERE NOT EXISTS")));
     }
-    void BeginTransaction() override {}
-    void CommitTransaction() override {}
-    void RollbackTransaction() override {}
 
 private:
     data::ConnectionPtr inner_;
@@ -136,18 +132,17 @@ TEST_F(ArchiveRecordTest, TheLockGoesWithTheLastOfItsHolders) {
 }
 
 TEST_F(ArchiveRecordTest, LocksEndWellHoweverTheTransactionEnds) {
-    enum End { CommitBefore, CommitAfter, RollBackBefore, RollBackAfter };
-    for (const End end : {CommitBefore, CommitAfter, RollBackBefore, RollBackAfter}) {
+    for (const auto& [commits, letGoBefore] : {std::pair{true, false}, {true, true}, {false, false}, {false, true}}) {
         host.connection->BeginTransaction();
         auto patient = Patient();
         patient->Load(12, true);
-        patient->SetField("Nome", std::string(end <= CommitAfter ? "tenuto" : "perso"));
+        patient->SetField("Nome", std::string(commits ? "tenuto" : "perso"));
         EXPECT_TRUE(patient->Save());
-        if (end == CommitAfter || end == RollBackAfter) patient.reset();
-        end <= CommitAfter ? host.connection->CommitTransaction() : host.connection->RollbackTransaction();
+        if (letGoBefore) patient.reset();
+        commits ? host.connection->CommitTransaction() : host.connection->RollbackTransaction();
         patient.reset();
-        EXPECT_EQ(Locks(), "") << end;
-        EXPECT_EQ(Query("SELECT Nome FROM Paziente WHERE IDPaziente = 12"), "tenuto") << end;
+        EXPECT_EQ(Locks(), "") << commits << letGoBefore;
+        EXPECT_EQ(Query("SELECT Nome FROM Paziente WHERE IDPaziente = 12"), "tenuto") << commits << letGoBefore;
     }
 }
 
@@ -188,14 +183,13 @@ TEST(SpecialistParameters, AreThoseOfTheOneWhoWasLoaded) {
     EXPECT_THROW(parameters->Load(7, 0), Error);
     parameters->SetConnection(host.connection);
     EXPECT_TRUE(data::IsNull(parameters->Parameter("INPSUtente")));
-    const struct {
-        int specialist;
-        const char *name, *value;
-    } cases[] = {
-        {7, "inpsutente", "anna"}, {7, "Vuoto", ""}, {7, "Altro", ""}, {8, "INPSUtente", "ugo"}, {9, "INPSUtente", ""}};
-    for (const auto& each : cases) {
-        parameters->Load(each.specialist, 0);
-        EXPECT_EQ(data::TextOf(parameters->Parameter(each.name)), each.value) << each.specialist << each.name;
+    for (const auto& [specialist, name, value] : {std::tuple{7, "inpsutente", "anna"},
+                                                  {7, "Vuoto", ""},
+                                                  {7, "Altro", ""},
+                                                  {8, "INPSUtente", "ugo"},
+                                                  {9, "INPSUtente", ""}}) {
+        parameters->Load(specialist, 0);
+        EXPECT_EQ(data::TextOf(parameters->Parameter(name)), value) << specialist << name;
     }
 }
 

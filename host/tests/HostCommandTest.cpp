@@ -2,10 +2,12 @@
 #include <sstream>
 
 #include "host/AslHost.h"
+#include "support/Words.h"
 
 namespace vlm::host {
 namespace {
 
+using test::operator+;
 using Words = std::vector<std::string>;
 
 /// A desktop that says why it cannot show windows, or that nobody should open.
@@ -23,13 +25,8 @@ private:
 
 TEST(HostCommand, WindowsOpenWhereAPersonSitsAndNowhereElse) {
     const Words at{"--data", "/niente", "--settings", "/niente/set.ini", "--work", "/tmp"};
-    const struct {
-        Words arguments;
-        bool terminal;
-        const char* hindrance;  // null: no desktop at all
-        int status;
-        const char* says;
-    } cases[] = {
+    // Whether a person sits there, what hinders the desktop (null: there is none), what comes of it.
+    const std::tuple<Words, bool, const char*, int, const char*> cases[] = {
         {{"ASLExport"}, true, "", kFailed, "opened"},
         {{}, true, "", kFailed, "opened"},
         {{"--ui", "qt", "ASLExport"}, false, "", kFailed, "opened"},
@@ -49,23 +46,19 @@ TEST(HostCommand, WindowsOpenWhereAPersonSitsAndNowhereElse) {
         {{"--today", "31/03/2011"}, true, "", kCannotDo, "--today vuole una data"},
         {{"--odbc", "Driver={nessuno};Server=x;PWD=segreto", "ASLExport"}, false, "", kFailed, "non è riuscito"},
     };
-    for (const auto& each : cases) {
-        Words arguments = at;
-        arguments.insert(arguments.end(), each.arguments.begin(), each.arguments.end());
-        NoDesktop desktop(each.hindrance != nullptr ? each.hindrance : "");
+    for (const auto& [words, terminal, hindrance, status, says] : cases) {
+        NoDesktop desktop(hindrance != nullptr ? hindrance : "");
         std::ostringstream out, err;
-        const int status = RunHost(arguments, out, err, each.terminal, each.hindrance != nullptr ? &desktop : nullptr);
-        EXPECT_EQ(status, each.status) << testing::PrintToString(each.arguments) << err.str();
-        EXPECT_NE(err.str().find(each.says), std::string::npos) << testing::PrintToString(each.arguments) << err.str();
+        EXPECT_EQ(RunHost(at + words, out, err, terminal, hindrance != nullptr ? &desktop : nullptr), status)
+            << testing::PrintToString(words) << err.str();
+        EXPECT_NE(err.str().find(says), std::string::npos) << testing::PrintToString(words) << err.str();
         EXPECT_EQ(err.str().find("segreto"), std::string::npos) << err.str();
     }
 }
 
 TEST(HostCommand, InitMakesItsDatabasesInAFolderOrOnAServer) {
-    const struct {
-        Words arguments;
-        std::string read;  // what it is to connect to and the words, or the error
-    } cases[] = {
+    // What it is to connect to and the words, or the error.
+    const std::pair<Words, std::string> cases[] = {
         {{"init", "demo"}, ":demo"},
         {{"init", "--odbc", "DSN=a"}, "DSN=a:"},
         {{"init", "--odbc", "DSN=a", "demo"}, "DSN=a:demo"},
@@ -80,16 +73,16 @@ TEST(HostCommand, InitMakesItsDatabasesInAFolderOrOnAServer) {
         {{"init", "--odbc=PWD=segreto"}, "Il valore di --odbc va scritto dopo uno spazio."},
         {{"init", "--obdc", "PWD=segreto"}, "Opzione sconosciuta: --obdc."},
     };
-    for (const auto& each : cases) {
+    for (const auto& [words, expected] : cases) {
         std::string read;
         try {
-            const HostOptions options = HostOptions::Parse(each.arguments);
+            const HostOptions options = HostOptions::Parse(words);
             read = options.odbcText + ":";
             for (const std::string& word : options.words) read += word;
         } catch (const UsageError& error) {
             read = error.what();
         }
-        EXPECT_EQ(read, each.read) << testing::PrintToString(each.arguments);
+        EXPECT_EQ(read, expected) << testing::PrintToString(words);
     }
 }
 

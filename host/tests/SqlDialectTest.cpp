@@ -81,30 +81,19 @@ using Cell = DatabaseWriter::Cell;
 constexpr Column kText = Text("C", 50), kMoment = Moment("C"), kMoney = Money("C"), kBit = Bit("C"), kInt = Int("C");
 
 TEST(TSqlLiteral, SaysEachValueAsItsColumnTakesIt) {
-    const auto units = [](std::int64_t count) { return Currency::FromUnits(count); };
-    const struct {
-        Cell cell;
-        Column column;
-        std::string literal;
-    } cases[] = {
-        {nullptr, kText, "NULL"},
-        {OrNull(0), kMoment, "NULL"},
-        {OrNull(""), kText, "NULL"},
-        {"", kText, "''"},
-        {"'", kText, "''''"},
-        {"Nicolò D'Angelo", kText, "N'Nicolò D''Angelo'"},
-        {"2011-03-01", kText, "'2011-03-01'"},
-        {82053, kText, "'82053'"},
-        {"2011-03-01 00:00:00", kMoment, "'20110301'"},
-        {"2011-03-31 08:05:09", kMoment, "'20110331 08:05:09'"},
-        {units(1), kMoney, "0.0001"},
-        {units(-361500), kMoney, "-36.1500"},
-        {units(std::numeric_limits<std::int64_t>::min()), kMoney, "-922337203685477.5808"},
-        {12, kMoney, "12.0000"},
-        {7, kBit, "1"},
-        {-5, kInt, "-5"},
+    const auto said = [](const Column& column, std::initializer_list<Cell> cells) {
+        std::string all;
+        for (const Cell& cell : cells) all += TSqlLiteral(cell, column) + ";";
+        return all;
     };
-    for (const auto& each : cases) EXPECT_EQ(TSqlLiteral(each.cell, each.column), each.literal);
+    const auto units = [](std::int64_t count) { return Currency::FromUnits(count); };
+    EXPECT_EQ(said(kText, {nullptr, OrNull(""), "", "'", "Nicolò D'Angelo", "2011-03-01", 82053}),
+              "NULL;NULL;'';'''';N'Nicolò D''Angelo';'2011-03-01';'82053';");
+    EXPECT_EQ(said(kMoment, {OrNull(0), "2011-03-01 00:00:00", "2011-03-31 08:05:09"}),
+              "NULL;'20110301';'20110331 08:05:09';");
+    EXPECT_EQ(said(kMoney, {units(1), units(-361500), units(std::numeric_limits<std::int64_t>::min()), 12}),
+              "0.0001;-36.1500;-922337203685477.5808;12.0000;");
+    EXPECT_EQ(said(kBit, {7}) + said(kInt, {-5}), "1;-5;");
     const std::pair<Cell, Column> refused[] = {{nullptr, Key("C")}, {"01/03/2011", kMoment}, {20110301, kMoment},
                                                {"12.50", kMoney},   {Currency(), kText},     {"12", kInt}};
     for (const auto& [cell, column] : refused) EXPECT_THROW(TSqlLiteral(cell, column), Error);

@@ -13,6 +13,7 @@
 #include "services/Security.h"
 #include "sqlite/SqliteConnection.h"
 #include "support/FakeServices.h"
+#include "support/RowText.h"
 #include "support/TempFolder.h"
 #include "values/Error.h"
 
@@ -84,17 +85,9 @@ public:
         return data::SqliteConnection::Connect("Provider=SQLite;Data Source=\"" + folder.Path().string() +
                                                "\";Initial Catalog=Studio0012;Busy Timeout=0");
     }
-    /// One text for each row of a query on another connection to the clinic's database, Null as "NULL".
+    /// One text for each row of a query on another connection to the clinic's database; see RowText.
     std::vector<std::string> Query(const std::string& sql) const {
-        std::vector<std::string> rows;
-        const data::ConnectionPtr reader = Connect();
-        for (const auto set = reader->Open(sql); !set->AtEnd(); set->MoveNext()) {
-            std::string& row = rows.emplace_back();
-            for (int i = 0; i < set->FieldCount(); ++i) {
-                row.append(i == 0 ? "" : "|").append(set->IsNull(i) ? "NULL" : set->TextOf(i));
-            }
-        }
-        return rows;
+        return data::testing::RowTexts(*Connect()->Open(sql));
     }
     /// The lock service of a user of this program.
     HostObjectPtr LockServiceOf(const std::string& user) const {

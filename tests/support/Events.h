@@ -58,9 +58,16 @@ inline std::string ErrorEvent(const std::string& description) {
         "Aldra", "critical");
 }
 
+inline std::string DoneEvent(const std::string& text, int lines) {
+    return MessageEvent(text + "\\r\\nElaborate " + std::to_string(lines) + " linee.", "Generazione file per ASL",
+                        "information");
+}
+
 inline const std::string kInvalidPathEvent = MessageEvent(
     "Impossibile proseguire! Il campo 'Destinazione' contiene un percorso non valido.", "Attenzione!", "critical");
 inline const std::string kNoDataEvent = MessageEvent("Nessun dato da elaborare.", "Attenzione!", "information");
+inline const std::string kHourglass = R"({"event":"pointer","shape":"hourglass"})";
+inline const std::string kNormal = R"({"event":"pointer","shape":"normal"})";
 inline const std::string kConcludedEvent = MessageEvent("Elaborazione conclusa.", "Aldra", "information");
 
 inline std::string FocusEvent(const std::string& control) { return R"({"event":"focus","name":")" + control + "\"}"; }

@@ -34,13 +34,14 @@ inline data::RecordsetPtr RowsOf(const FakeTable& table) {
 
 class FakeConnection : public data::Connection {
 public:
-    std::map<std::string, FakeTable> tables;
+    std::map<std::string, FakeTable> tables;  // by the query
+    std::vector<std::string> asked;
 
     bool IsOpen() const override { return true; }
     std::string InitialCatalog() const override { return "Studio0012"; }
     data::RecordsetPtr Open(std::string_view sql) override {
-        const auto table = tables.find(std::string(sql));
-        if (table == tables.end()) throw Error("Nessuna tabella per " + std::string(sql));
+        const auto table = tables.find(asked.emplace_back(sql));
+        if (table == tables.end()) throw Error("Nessuna tabella per " + asked.back());
         return RowsOf(table->second);
     }
     std::int64_t Execute(std::string_view) override { return 0; }

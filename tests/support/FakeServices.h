@@ -10,6 +10,8 @@
 namespace vlm::test {
 
 struct FakeServices {
+    explicit FakeServices(const data::ConnectionPtr& connection = nullptr) { library.SetConnection(connection); }
+
     struct Settings : sys::SettingsStore {
         std::map<std::string, std::string> values;
         std::string Get(const std::string&, const std::string&, const std::string& key,

@@ -19,7 +19,7 @@ inline std::string InsertionInto(const std::string& table, const SqlRow& row) {
     return "INSERT INTO " + table + " (" + names + ") VALUES (" + values + ");";
 }
 
-/// "Cognome='Rossi'; Nome=NULL": columns with the literals of their values.
+/// "Cognome='Rossi'; Nome=NULL": columns with the literals of their values; the later one counts.
 inline SqlRow ColumnsOf(const std::string& text) {
     SqlRow row;
     for (std::size_t at = 0; at < text.size();) {

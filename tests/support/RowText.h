@@ -4,6 +4,7 @@
 #include <string>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 #include "database/Connection.h"
 
@@ -23,17 +24,22 @@ std::string ErrorText(Action action) {
 /// For EXPECT_PRED2, which shows both.
 inline bool Holds(const std::string& text, const std::string& part) { return text.find(part) != std::string::npos; }
 
-/// The rows from the current one on, as text: cells parted by "|", rows by ";", Null as "NULL".
-inline std::string RowText(Recordset& rows) {
-    std::string text;
+/// The rows from the current one on, as texts: cells parted by "|", Null as "NULL".
+inline std::vector<std::string> RowTexts(Recordset& rows) {
+    std::vector<std::string> texts;
     for (; !rows.AtEnd(); rows.MoveNext()) {
-        if (!text.empty()) text += ';';
-        for (int ordinal = 0; ordinal < rows.FieldCount(); ++ordinal) {
-            if (ordinal > 0) text += '|';
-            text += rows.IsNull(ordinal) ? "NULL" : rows.TextOf(ordinal);
+        std::string& text = texts.emplace_back();
+        for (int i = 0; i < rows.FieldCount(); ++i) {
+            text.append(i == 0 ? "" : "|").append(rows.IsNull(i) ? "NULL" : rows.TextOf(i));
         }
     }
-    return text;
+    return texts;
+}
+/// The same as one text, the rows parted by ";".
+inline std::string RowText(Recordset& rows) {
+    std::string all;
+    for (const std::string& text : RowTexts(rows)) all.append(all.empty() ? "" : ";").append(text);
+    return all;
 }
 /// The rows that a statement gives, or what its error says.
 inline std::string RowText(Connection& connection, std::string_view sql) {

@@ -6,7 +6,7 @@
 #include "databases/SqliteWriter.h"
 #include "host/AslHost.h"
 #include "sqlite/SqliteConnection.h"
-#include "support/Insertion.h"
+#include "support/RowText.h"
 #include "support/Words.h"
 #include "values/Number.h"
 
@@ -83,7 +83,7 @@ ServiceClinic::ServiceClinic()
       out(folder.Folder("out")),
       settings(folder / "set.ini") {}
 
-void ServiceClinic::Create(const std::vector<Row>& services) {
+void ServiceClinic::Create(const std::vector<SqlRow>& services) {
     host::SqliteWriter master(data + "/Aldra.sqlite");
     master.CreateTables(host::MasterSchema());
     master.CreateIndices(host::MasterSchema());
@@ -98,7 +98,7 @@ void ServiceClinic::Create(const std::vector<Row>& services) {
     host::SqliteWriter database(data + "/" + DatabaseOf(clinic) + ".sqlite");
     database.Execute(kClinic);
     database.Execute(kServices);
-    for (const Row& service : services) database.Execute(InsertionInto("VwPrestazionePerASL", service));
+    for (const SqlRow& service : services) database.Execute(InsertionInto("VwPrestazionePerASL", service));
     database.Execute(
         "INSERT OR IGNORE INTO Parcella SELECT IDParcella, DataAiFiniConvenzione, ElaborataASL, IDPosizioneContabile,"
         " IDTipoOperazione, IDSpecialista_Parcella, IDBrancaPerStudio_Parcella, NULL FROM VwPrestazionePerASL;");
@@ -138,14 +138,7 @@ vlm::data::ConnectionPtr ServiceClinic::Connect() const {
 }
 
 std::vector<std::string> ServiceClinic::Query(const std::string& sql) const {
-    const auto connection = Connect();
-    std::vector<std::string> rows;
-    for (const auto set = connection->Open(sql); !set->AtEnd(); set->MoveNext()) {
-        std::string row;
-        for (int i = 0; i < set->FieldCount(); ++i) row.append(i == 0 ? "" : "|").append(set->TextOf(i));
-        rows.push_back(row);
-    }
-    return rows;
+    return data::testing::RowTexts(*Connect()->Open(sql));
 }
 
 }  // namespace vlm::test

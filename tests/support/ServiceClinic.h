@@ -1,10 +1,10 @@
 #pragma once
 
-#include <map>
 #include <string>
 #include <vector>
 
 #include "database/Connection.h"
+#include "support/Insertion.h"
 #include "support/TempFolder.h"
 
 namespace vlm::test {
@@ -22,16 +22,14 @@ struct HostRun {
 /// Runs the reference host as its command line says.
 HostRun RunReferenceHost(const std::vector<std::string>& arguments);
 
+/// A row of the services view; every column has a value of its own, but for the changes; see ColumnsOf.
+inline SqlRow Service(const std::string& changes = {}) { return ColumnsOf("IDPaziente=1; " + changes); }
+/// For a clinic with none of what it is a clinic of.
+inline const std::vector<SqlRow> kNoRows;
+
 /// A clinic with a handful of billed services, and the host that runs on it.
 class ServiceClinic {
 public:
-    /// A row of the services view; every column has a value of its own, but for `changes`, SQL literals by column name.
-    using Row = std::map<std::string, std::string>;
-    static Row Service(Row changes = {}) {
-        changes.try_emplace("IDPaziente", "1");
-        return changes;
-    }
-
     std::string numeroASL = "'201'";
     std::string codiceDistretto = "'03'";
     int idRegioneTariffario = 19;
@@ -41,8 +39,9 @@ public:
     std::string today = "2011-04-10";
 
     ServiceClinic();
+    explicit ServiceClinic(const std::vector<SqlRow>& services) : ServiceClinic() { Create(services); }
     /// Writes the databases; once.
-    void Create(const std::vector<Row>& services);
+    void Create(const std::vector<SqlRow>& services);
 
     /// Writes the database of another clinic beside them, made by statements.
     void CreateDatabase(int number, const std::string& sql) const;
@@ -53,7 +52,7 @@ public:
     HostRun Run(const std::vector<std::string>& steps, const std::string& component = "ASLExport") const;
     /// A connection of somebody else's to the clinic's database.
     vlm::data::ConnectionPtr Connect() const;
-    /// One row of texts for each row of a query in the clinic's database, joined by "|".
+    /// One row of texts for each row of a query in the clinic's database, joined by "|"; see RowText.
     std::vector<std::string> Query(const std::string& sql) const;
 
     TempFolder folder;

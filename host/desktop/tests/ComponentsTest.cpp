@@ -76,8 +76,7 @@ void ExpectTheSame(const Words& steps, const std::vector<int>& regions = {kSicil
         ServiceClinic clinic;
         clinic.idRegioneTariffario = region;
         clinic.masterSql = masterSql;
-        clinic.Create(
-            {ServiceClinic::Service(), ServiceClinic::Service({{"IDParcella", "2"}, {"NumeroDocumento", "126"}})});
+        clinic.Create({Service(), Service("IDParcella=2; NumeroDocumento=126")});
         WriteBytes(clinic.out + "/altro.txt", "x");
         ExpectTheSameIn(clinic, steps, "ASLExport");
     }

@@ -162,10 +162,8 @@ TEST(ConsoleToolkit, ControlsInAHiddenOrDisabledFrameAreOutOfReach) {
 }
 
 TEST(ConsoleToolkit, EveryStepRunsItsHandlersAndEveryWayOfClosingRunsClosedOnce) {
-    struct Case {
-        const char *steps, *calls;
-    };
-    for (const Case& each :
+    using Case = std::pair<const char*, const char*>;
+    for (const auto& [steps, calls] :
          {Case{"", "FrameClose Closed"}, Case{"cmdOk!", "cmdOk FrameClose Closed"}, Case{"cmdChiudi!", "Closed"},
           Case{"grdElenco!2 grdElenco!2 grdElenco!", "grdElenco grdElenco FrameClose Closed"},
           Case{"key:=Escape", "Closed"}, Case{"key:=Esc", "Closed"}, Case{"key:=Alt+F4", "FrameClose Closed"},
@@ -181,9 +179,9 @@ TEST(ConsoleToolkit, EveryStepRunsItsHandlersAndEveryWayOfClosingRunsClosedOnce)
           // With another modifier these are no keys of every dialog's.
           Case{"key:=F4", "up:-:115:0 FrameClose Closed"}, Case{"key:=Alt+Esc", "up:-:27:4 FrameClose Closed"},
           Case{"key:=Ctrl+Enter", "up:-:13:2 FrameClose Closed"}}) {
-        Desk desk(each.steps);
+        Desk desk(steps);
         EXPECT_EQ(desk.Show(), "");
-        EXPECT_EQ(desk.dialog.calls, WordsOf(each.calls)) << each.steps;
+        EXPECT_EQ(desk.dialog.calls, WordsOf(calls)) << steps;
         EXPECT_EQ(desk.Events(), "");
         EXPECT_EQ(desk.Unused(), "");
     }

@@ -80,8 +80,7 @@ protected:
 
     void SetUp() override {
         clinic.idRegioneTariffario = 77;
-        clinic.Create({ServiceClinic::Service({{"ElaborataASL", "1"}}),
-                       ServiceClinic::Service({{"ElaborataASL", "1"}, {"IDParcella", "2"}, {"NumeroDocumento", "9"}})});
+        clinic.Create({Service("ElaborataASL=1"), Service("ElaborataASL=1; IDParcella=2; NumeroDocumento=9")});
         services.utility = PlainHostUtility(clinic.work);
         for (const std::string& folder : {clinic.out, clinic.work}) WriteBytes(folder + "/700007.txt", "earlier");
         WriteBytes(clinic.work + "/700007Err.txt", "earlier too");
@@ -128,8 +127,7 @@ TEST_F(RegionTest, TheDialogOffersWhatTheRegionSaysAndRunsIt) {
     EXPECT_EQ(FlagsOf(run, "enabled"), "---+-+++-+");
     EXPECT_EQ(FlagsOf(run, "visible"), "++-+-++++-");
     EXPECT_EQ(StateOf(run, "optTipoExport", "value") + StateOf(run, "cboBranca", "value"), "10");
-    EXPECT_EQ(run.Of("message"),
-              std::vector{MessageEvent("Fatto\\r\\nElaborate 2 linee.", "Generazione file per ASL", "information")});
+    EXPECT_EQ(run.Of("message"), std::vector{DoneEvent("Fatto", 2)});
     EXPECT_EQ(Files(), kWritten + "|" + kWritten + "|");
 }
 

@@ -42,8 +42,7 @@ TEST(ServiceExportDialogTest, ShowsAndEnablesWhatTypeAndRegionAllow) {
 }
 
 TEST(ServiceExportDialogTest, TheBranchFillsTheSpecialists) {
-    ServiceClinic clinic;
-    clinic.Create({});
+    ServiceClinic clinic(kNoRows);
     const HostRun first = clinic.Run({"cboSpecialista?"});
     EXPECT_EQ(StateOf(first, "cboSpecialista", "items"),
               R"([{"key":8,"text":"Bianchi Ugo"},{"key":7,"text":"Rossi Anna"})");
@@ -56,8 +55,7 @@ TEST(ServiceExportDialogTest, TheBranchFillsTheSpecialists) {
 }
 
 TEST(ServiceExportDialogTest, EveryFailingCheckIsToldAndMovesTheFocus) {
-    ServiceClinic clinic;
-    clinic.Create({});
+    ServiceClinic clinic(kNoRows);
     const std::string path = FocusEvent("txtPath");
     const std::pair<std::vector<std::string>, std::vector<std::string>> cases[] = {
         {{"cboBranca=#-1", "txtPath=", "cmdConferma!"},
@@ -85,13 +83,9 @@ TEST(ServiceExportDialogTest, KeepsTheDestinationThoughAStepCannotBeDoneOrATable
 }
 
 TEST(FileSelectionTest, ProposesTheFileOfThePeriodAndTellsOfIt) {
-    ServiceClinic clinic;
-    clinic.Create({});
+    ServiceClinic clinic(kNoRows);
     WriteBytes(clinic.out + "/2010111S.txt", std::string(1234567, 'x'));
-    struct Case {
-        std::vector<std::string> before;
-        std::string path, visible;
-    };
+    using Case = std::tuple<std::vector<std::string>, std::string, std::string>;
     for (const auto& [before, path, visible] :
          {Case{{"optTipoExport=1", "txtPath=" + clinic.out}, clinic.out + "\\\\2010111S.txt", "+-++++"},
           Case{{"cboMese=7", "numAnno=2009", "txtPath= " + clinic.out + "\\ "},
@@ -110,8 +104,7 @@ TEST(FileSelectionTest, ProposesTheFileOfThePeriodAndTellsOfIt) {
 }
 
 TEST(FileSelectionTest, OnlyConfirmingShowsTheFile) {
-    ServiceClinic clinic;
-    clinic.Create({});
+    ServiceClinic clinic(kNoRows);
     WriteBytes(clinic.out + "/2010311M.txt", "");
     // F3 goes nowhere: the dialog takes its next step.
     for (const auto& [steps, shown] :
@@ -130,8 +123,7 @@ TEST(FileSelectionTest, OnlyConfirmingShowsTheFile) {
 }
 
 TEST(FileSelectionTest, BrowsesForTextFilesFromTheDestination) {
-    ServiceClinic clinic;
-    clinic.Create({});
+    ServiceClinic clinic(kNoRows);
     const HostRun run = clinic.Run({"txtPath=" + clinic.out, "answer:/some/file.txt", "in:frmSelectFile",
                                     "key:txtPath=Ctrl+R", "txtPath?", "end:", "cmdVisualizza!"});
     EXPECT_EQ(

@@ -14,11 +14,7 @@ TEST(ServiceSelectionTest, BuildsTheConditionOfEveryFilter) {
     const std::string quarter =
         "(YEAR(DataAiFiniConvenzione) = 2011 AND CEILING(CAST(MONTH(DataAiFiniConvenzione) AS FLOAT) / 3) = 2 AND (NOT "
         "ElaborataASL IS NULL AND ElaborataASL <> 0))";
-    struct Case {
-        ServiceSelection selection;
-        bool parcella;
-        std::string condition;
-    };
+    using Case = std::tuple<ServiceSelection, bool, std::string>;
     const std::vector<Case> cases = {
         {{false, 0, 0, 3, 2011, false, false, 0}, false, "(" + month + unsent + ")"},
         {{false, 0, 0, 3, 2011, false, true, 0}, false, "(" + month + ")"},
@@ -35,7 +31,7 @@ TEST(ServiceSelectionTest, BuildsTheConditionOfEveryFilter) {
          "(" + month + unsent + ") AND IDSpecialista = 7 AND IDBrancaPerStudio = 2"},
         {{true, 0, 0, 2, 2011, true, true, 0}, false, quarter},
     };
-    for (const Case& c : cases) EXPECT_EQ(c.selection.GetWhereSQL(c.parcella), c.condition);
+    for (const auto& [selection, parcella, condition] : cases) EXPECT_EQ(selection.GetWhereSQL(parcella), condition);
 }
 
 TEST(ServiceSelectionTest, JoinsTownAndTicketPositionAndOrdersByDocument) {

@@ -49,10 +49,8 @@ TEST(ModSysTablesTest, PickListsThatCannotLoadAreEmpty) {
 }
 
 TEST(ModGeneralTest, LooksUpTheClinicAndGivesNothingWhereThereIsNone) {
-    ServiceClinic clinic;
-    clinic.Create({});
-    FakeServices services;
-    services.library.SetConnection(clinic.Connect());
+    ServiceClinic clinic(test::kNoRows);
+    FakeServices services(clinic.Connect());
     data::Connection& connection = services.library.RequireConnection();
     EXPECT_EQ(GetIDStudio(services.library), 12);
     EXPECT_EQ(GetNumeroASL(services.library, connection), "201");
@@ -76,21 +74,16 @@ TEST(ModGeneralTest, NewKeysKeepOutOfTheReservedRange) {
         "(2, 10), (3, 8), (4, NULL); CREATE TABLE Vuota (ID INT); CREATE TABLE Piena (ID INT); INSERT INTO Piena VALUES"
         " (41), (1000005), (-3);  CREATE TABLE Bassa (ID INT); INSERT INTO Bassa VALUES (41);";
     clinic.Create({});
-    FakeServices services;
-    services.library.SetConnection(clinic.Connect());
-    struct Case {
-        const char* table;
-        std::int32_t menuItem;
-        const char* owner;
-        double key;
-    };
-    for (const Case& c : {Case{"Vuota", 0, "", 1}, Case{"Vuota", 1, "", 1000001}, Case{"Vuota", 2, "0", 1000001},
-                          Case{"Vuota", 1, "5", 1}, Case{"Vuota", 3, "", 1}, Case{"Vuota", 4, "", 1},
-                          Case{"Vuota", 99, "", 1}, Case{"Piena", 0, "", 1000006}, Case{"Piena", 1, "", 1000006},
-                          Case{"Bassa", 0, "", 42}, Case{"Bassa", 1, "", 1000001}}) {
+    FakeServices services(clinic.Connect());
+    using Case = std::tuple<const char*, std::int32_t, const char*, double>;
+    for (const auto& [table, menuItem, owner, key] :
+         {Case{"Vuota", 0, "", 1}, Case{"Vuota", 1, "", 1000001}, Case{"Vuota", 2, "0", 1000001},
+          Case{"Vuota", 1, "5", 1}, Case{"Vuota", 3, "", 1}, Case{"Vuota", 4, "", 1}, Case{"Vuota", 99, "", 1},
+          Case{"Piena", 0, "", 1000006}, Case{"Piena", 1, "", 1000006}, Case{"Bassa", 0, "", 42},
+          Case{"Bassa", 1, "", 1000001}}) {
         services.settings.values.clear();
-        if (*c.owner != '\0') services.settings.values["Owner"] = c.owner;
-        EXPECT_EQ(GetNewID(services.library, c.table, "ID", c.menuItem), c.key) << c.table << c.menuItem << c.owner;
+        if (*owner != '\0') services.settings.values["Owner"] = owner;
+        EXPECT_EQ(GetNewID(services.library, table, "ID", menuItem), key) << table << menuItem << owner;
     }
 }
 
@@ -101,8 +94,7 @@ TEST(ModSysTablesTest, BindsEveryReferenceTable) {
         "(2,'Alfa','Due',1),(3,'Beta','Tre',0),(4,'Gamma','Quattro',NULL);"
         "INSERT INTO TipoRevocaPaziente VALUES (2,'Decesso'),(1,'Trasferimento');";
     clinic.Create({});
-    FakeServices services;
-    services.library.SetConnection(clinic.Connect());
+    FakeServices services(clinic.Connect());
     ui::Dialog dialog("d", "");
     ui::PickList list(dialog, "list");
     const auto shown = [&](PickListKind kind, const std::string& condition = {}) {

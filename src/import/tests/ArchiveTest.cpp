@@ -13,11 +13,9 @@ using MatchingTest = ImportTest;
 
 TEST_F(MatchingTest, ByCodeThenByFiscalCode) {
     ArchiveMatcher archive(library);
-    const struct {
-        const char* code;
-        int patient;
-    } codes[] = {{"T7", 7}, {"a7", 7}, {"T3", 3}, {"t3  ", 3}, {"", 0}, {"(NULLO)", 0}, {"X'; --", 0}, {"T", 0}};
-    for (const auto& each : codes) EXPECT_EQ(archive.FindPatientByCode(each.code), each.patient) << each.code;
+    const std::pair<const char*, int> codes[] = {{"T7", 7}, {"a7", 7},      {"T3", 3},     {"t3  ", 3},
+                                                 {"", 0},   {"(NULLO)", 0}, {"X'; --", 0}, {"T", 0}};
+    for (const auto& [code, patient] : codes) EXPECT_EQ(archive.FindPatientByCode(code), patient) << code;
     EXPECT_EQ(archive.FindPatientByFiscalCode("cntnna70a41b639q"), 7);
     EXPECT_EQ(archive.FindPatientByFiscalCode("DPPDPP70A01H501X"), 3);
     EXPECT_EQ(archive.FindPatientByFiscalCode(""), 0);
@@ -71,12 +69,10 @@ TEST_F(MatchingTest, ComuniByNameAndByIstatCode) {
         "'36060'), (21, 'Romagnano al Monte', '065110', '84020'), (22, 'CANTÙ ASNAGO', '1', '1'), "
         "(23, 'Z_%[x', '2', '2')");
     ComuneFinder comuni(library);
-    const struct {
-        const char* name;
-        int comune;
-    } names[] = {{"roma", 4}, {"ROMAG", 21}, {"romano d'ez", 20}, {"cantÙ", 1},  {"CANTÙ A", 22}, {"Cant", 1},
-                 {"", 0},     {"Z_", 0},     {"Z%", 0},           {"R[o]ma", 0}, {"Nessuno", 0},  {"D'X", 0}};
-    for (const auto& each : names) EXPECT_EQ(comuni.FindComuneByName(each.name), each.comune) << each.name;
+    const std::pair<const char*, int> names[] = {
+        {"roma", 4}, {"ROMAG", 21}, {"romano d'ez", 20}, {"cantÙ", 1},  {"CANTÙ A", 22}, {"Cant", 1},
+        {"", 0},     {"Z_", 0},     {"Z%", 0},           {"R[o]ma", 0}, {"Nessuno", 0},  {"D'X", 0}};
+    for (const auto& [name, comune] : names) EXPECT_EQ(comuni.FindComuneByName(name), comune) << name;
     EXPECT_EQ(comuni.PostalCodeOf(1), "22063");
     EXPECT_EQ(comuni.PostalCodeOf(4), "");
     EXPECT_EQ(comuni.FindComuneByIstat("082053")->name, "Palermo");
@@ -145,12 +141,7 @@ protected:
 TEST_F(CreationTest, PatientsAndTheirResidences) {
     const std::string known = "Codice=C7|Cognome=Nuovo|IDPaziente=7|DataNascita=03/02/1961|Sesso=F|Indirizzo=Via N";
     const std::string updated = "Nuovo|NULL|03/02/1961|F|NULL|C7|C7|NULL|01/01/2030|NULL|0|NULL|resta";
-    const struct {
-        std::string cells;
-        int id;
-        std::string patient;
-        Lines residences;
-    } cases[] = {
+    const std::tuple<std::string, int, std::string, Lines> cases[] = {
         {"Codice=C1|Cognome=D'Alò|Nome=Lia|DataNascita=01/01/1950|Sesso=M|CodiceFiscale=CNTNNA70A41B639X|"
          "Indirizzo=Via Roma, 1|CAP=22063|DataScelta=03/02/2020|IDComune=1|IDPaziente=0|Sospensione=04/03/2021|"
          "Telefono=031",
@@ -166,10 +157,10 @@ TEST_F(CreationTest, PatientsAndTheirResidences) {
          "X|NULL|NULL||CNTNNA70A41B639Q|NULL|NULL|NULL|NULL|NULL|0|0|NULL",
          {"7|1|0|||0"}},
     };
-    for (const auto& each : cases) {
-        EXPECT_EQ(component.CreatePatient(*Element(each.cells)), each.id);
-        EXPECT_EQ(Patient(each.id), Lines{each.patient});
-        EXPECT_EQ(Residences(each.id), each.residences);
+    for (const auto& [cells, id, patient, residences] : cases) {
+        EXPECT_EQ(component.CreatePatient(*Element(cells)), id);
+        EXPECT_EQ(Patient(id), Lines{patient});
+        EXPECT_EQ(Residences(id), residences);
     }
     EXPECT_EQ(host.Query("SELECT COUNT(*) FROM Paziente"), Lines{"7"});
     EXPECT_EQ(host.Query("SELECT * FROM BloccoRecord"), Lines{});
@@ -209,14 +200,12 @@ TEST_F(CreationTest, APatientWhomTheHostDoesNotStoreIsNotWritten) {
 TEST_F(CreationTest, ExemptionsByCodeAndAge) {
     const RecordSecurity security;
     const ExemptionCreation exemptions(library, security);
-    const struct {
-        const char* code;
-        int age, exemption;
-    } cases[] = {{"E01", 5, 1},  {"E01", 6, 1},  {"e01", 7, 0},  {"E01", 30, 0}, {"E01", 65, 1}, {"E01", 70, 1},
-                 {"E01", 0, 1},  {"E01", -1, 0}, {"E02", 30, 2}, {"E02", 60, 3}, {"E02", -1, 2}, {"E03", 10, 4},
-                 {"E03", 11, 0}, {"E04", 30, 0}, {"E05", 65, 6}, {"E05", 64, 0}, {"E99", 5, 0},  {"E'1", 5, 0}};
-    for (const auto& each : cases) {
-        EXPECT_EQ(exemptions.FindExemptionByCode(each.code, each.age), each.exemption) << each.code << each.age;
+    const std::tuple<const char*, int, int> cases[] = {
+        {"E01", 5, 1},  {"E01", 6, 1},  {"e01", 7, 0},  {"E01", 30, 0}, {"E01", 65, 1}, {"E01", 70, 1},
+        {"E01", 0, 1},  {"E01", -1, 0}, {"E02", 30, 2}, {"E02", 60, 3}, {"E02", -1, 2}, {"E03", 10, 4},
+        {"E03", 11, 0}, {"E04", 30, 0}, {"E05", 65, 6}, {"E05", 64, 0}, {"E99", 5, 0},  {"E'1", 5, 0}};
+    for (const auto& [code, age, exemption] : cases) {
+        EXPECT_EQ(exemptions.FindExemptionByCode(code, age), exemption) << code << age;
     }
     EXPECT_EQ(exemptions.FindPatientExemption(2, 10), 21);
     EXPECT_EQ(exemptions.FindPatientExemption(2, 7), 0);

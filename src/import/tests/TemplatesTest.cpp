@@ -27,24 +27,23 @@ protected:
 };
 
 TEST_F(TemplatesTest, Grammar) {
-    const struct {
-        const char *text, *type, *key, *value;
-    } cases[] = {{"[FILETYPE]=TD\r\n[Nome]=2", "TD", "NOME", "2"},
-                 {"[FILETYPE] = TF ", "TF", "filetype", "TF"},
-                 {"= [FILETYPE] = E =", "E", "FILETYPE", ""},
-                 {"[filetype]=TD", "[filetype]TD", "FILETYPE", "TD"},
-                 {"remark [FILETYPE] = TD\nx[FILETYPE]TF", "xTF", "", ""},
-                 {"[FILETYPE]=td", "td", "FILETYPE", "td"},
-                 {"[Cognome]=", "", "Cognome", ""},
-                 {"Cognome=2\n [Cognome]=3\n[Cognome 4", "", "Cognome", ""},
-                 {"[Data[Nascita] = 3 = 4 ", "", "DataNascita", "3 = 4"},
-                 {"[DELIMITER]=\t\r\n", "", "delimiter", "\t"},
-                 {"[DELIMITER]=TAB", "", "delimiter", "TAB"},
-                 {"[Nome]= \r\n[Nome]=5", "", "Nome", "5"}};
-    for (const auto& each : cases) {
-        const ImportTemplate read = ImportTemplate::Load(Template(each.text));
-        EXPECT_EQ(read.FileType(), each.type) << each.text;
-        EXPECT_EQ(read.GetTemplateValue(each.key), each.value) << each.text;
+    const std::tuple<const char*, const char*, const char*, const char*> cases[] = {
+        {"[FILETYPE]=TD\r\n[Nome]=2", "TD", "NOME", "2"},
+        {"[FILETYPE] = TF ", "TF", "filetype", "TF"},
+        {"= [FILETYPE] = E =", "E", "FILETYPE", ""},
+        {"[filetype]=TD", "[filetype]TD", "FILETYPE", "TD"},
+        {"remark [FILETYPE] = TD\nx[FILETYPE]TF", "xTF", "", ""},
+        {"[FILETYPE]=td", "td", "FILETYPE", "td"},
+        {"[Cognome]=", "", "Cognome", ""},
+        {"Cognome=2\n [Cognome]=3\n[Cognome 4", "", "Cognome", ""},
+        {"[Data[Nascita] = 3 = 4 ", "", "DataNascita", "3 = 4"},
+        {"[DELIMITER]=\t\r\n", "", "delimiter", "\t"},
+        {"[DELIMITER]=TAB", "", "delimiter", "TAB"},
+        {"[Nome]= \r\n[Nome]=5", "", "Nome", "5"}};
+    for (const auto& [text, type, key, value] : cases) {
+        const ImportTemplate read = ImportTemplate::Load(Template(text));
+        EXPECT_EQ(read.FileType(), type) << text;
+        EXPECT_EQ(read.GetTemplateValue(key), value) << text;
     }
 }
 
@@ -169,29 +168,27 @@ TEST_F(TemplatesTest, WorkbookReadsSheetsByColumnLetters) {
 
 TEST_F(TemplatesTest, FailuresAreToldAndGiveNothing) {
     const std::string source = Source("a;b;c\r\n");
-    const std::string missing = host.folder / "manca.txt";
-    const struct {
-        std::string format, source, message;
-    } cases[] = {
+    const std::string reading = kReadingMessage, missing = host.folder / "manca.txt";
+    const std::tuple<std::string, std::string, std::string> cases[] = {
         {"[FILETYPE]=TD\n[CodiceFiscale]=1", source, "Nessun delimitatore di campo impostato!"},
         {"[FILETYPE]=TD\n[Nome]=2\n[NOME]=3", source,
-         std::string(kReadingMessage) + "La chiave NOME del modello è indicata più di una volta."},
+         reading + "La chiave NOME del modello è indicata più di una volta."},
         {"[FILETYPE]=TD\n[FILETYPE]=TF", source,
-         std::string(kReadingMessage) + "La chiave FILETYPE del modello è indicata più di una volta."},
+         reading + "La chiave FILETYPE del modello è indicata più di una volta."},
         {"[FILETYPE]=TF\n[Nome]=0,5", source,
-         std::string(kReadingMessage) + "La posizione '0,5' della chiave Nome del modello non è valida."},
+         reading + "La posizione '0,5' della chiave Nome del modello non è valida."},
         {"[FILETYPE]=E\n[Cognome]=A\n[Nome]=B2", source,
-         std::string(kReadingMessage) + "La posizione 'B2' della chiave Nome del modello non è valida."},
-        {"[FILETYPE]=E\n[Nome]=B", source, std::string(kReadingMessage) + "Nel modello manca la chiave Cognome."},
+         reading + "La posizione 'B2' della chiave Nome del modello non è valida."},
+        {"[FILETYPE]=E\n[Nome]=B", source, reading + "Nel modello manca la chiave Cognome."},
         {"[FILETYPE]=TF\n[Nome]=1,5", missing,
-         std::string(kReadingMessage) + "Impossibile aprire il file " + missing + ": percorso inesistente."},
+         reading + "Impossibile aprire il file " + missing + ": percorso inesistente."},
         {"[FILETYPE]=E\n[Cognome]=A", source,
-         std::string(kReadingMessage) + "Il file " + source +
+         reading + "Il file " + source +
              " non è una cartella di lavoro leggibile: il suo formato non è né xlsx né xls."},
         {"[FILETYPE]=XX\n", source, ""},
         {"nulla", source, ""},
     };
-    for (const auto& each : cases) EXPECT_EQ(MessageOf(each.format, each.source), each.message) << each.format;
+    for (const auto& [format, from, message] : cases) EXPECT_EQ(MessageOf(format, from), message) << format;
 }
 
 }  // namespace

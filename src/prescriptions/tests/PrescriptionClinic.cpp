@@ -1,5 +1,7 @@
 #include "PrescriptionClinic.h"
 
+#include "support/Words.h"
+
 namespace vlm::test {
 
 namespace {
@@ -15,24 +17,12 @@ constexpr const char* kMaster =
 
 }  // namespace
 
-SqlRow PrescriptionClinic::Prescription(const std::string& id, const SqlRow& changes) {
-    SqlRow row = changes;
-    row.insert({{"IDRicettaFarmaci", id},
-                {"IDBrancaPerStudio", "2"},
-                {"IDSpecialista", "9"},
-                {"DataRicetta", "'2011-03-15'"},
-                {"NumRicetta", "400" + id},
-                {"CodiceRegionale", "'900009'"},
-                {"PAZ_CodiceFiscale", "'NCLMGR70E41G273K'"},
-                {"IDTipoRichiesta", "3"},
-                {"CodiceAIC_1", "'0239930131'"},
-                {"IDPatologia_1", "1"},
-                {"Quantita_1", "2"},
-                {"CodiceAIC_2", "'028519015'"},
-                {"IDPatologia_2", "2"},
-                {"Quantita_2", id},
-                {"PrescrivibileSSN", "1"}});
-    return row;
+SqlRow Prescription(const std::string& id, const std::string& changes) {
+    return ColumnsOf("IDRicettaFarmaci=" + id + "; NumRicetta=400" + id + "; Quantita_2=" + id +
+                     "; IDBrancaPerStudio=2; IDSpecialista=9; DataRicetta='2011-03-15'; CodiceRegionale='900009'; "
+                     "PAZ_CodiceFiscale='NCLMGR70E41G273K'; IDTipoRichiesta=3; CodiceAIC_1='0239930131'; "
+                     "IDPatologia_1=1; Quantita_1=2; CodiceAIC_2='028519015'; IDPatologia_2=2; PrescrivibileSSN=1; " +
+                     changes);
 }
 
 void PrescriptionClinic::Create(const std::vector<SqlRow>& prescriptions) {
@@ -51,11 +41,8 @@ void PrescriptionClinic::Create(const std::vector<SqlRow>& prescriptions) {
 }
 
 HostRun PrescriptionClinic::Export(const std::vector<std::string>& more) const {
-    std::vector<std::string> steps = {"cboBranca=2", "dtFromDate=01/03/2011", "dtToDate=31/03/2011",
-                                      "txtPath=" + File()};
-    steps.insert(steps.end(), more.begin(), more.end());
-    steps.push_back("cmdConferma!");
-    return Show(steps);
+    return Show(WordsOf("cboBranca=2 dtFromDate=01/03/2011 dtToDate=31/03/2011 txtPath=" + File()) + more +
+                WordsOf("cmdConferma!"));
 }
 
 }  // namespace vlm::test

@@ -6,12 +6,15 @@
 
 namespace vlm::test {
 
+/// A row of the procedure: every column has a value of its own, but for the changes. Branch 2, specialist 9.
+SqlRow Prescription(const std::string& id, const std::string& changes = {});
+
 /// A clinic with a handful of drug prescriptions, and the host that runs on it. Branch 1 has the specialists 7 and 8,
 /// branch 2 the specialist 9.
 class PrescriptionClinic : public ServiceClinic {
 public:
-    /// A row of the procedure: every column has a value of its own. Branch 2, specialist 9, 15/03/2011.
-    static SqlRow Prescription(const std::string& id, const SqlRow& changes = {});
+    PrescriptionClinic() = default;
+    explicit PrescriptionClinic(const std::vector<SqlRow>& prescriptions) { Create(prescriptions); }
 
     /// The procedure's row sets, one for each statement.
     std::vector<std::string> procedure = {"SELECT * FROM RicettaFarmaci WHERE IDRicettaFarmaci = ?1"};

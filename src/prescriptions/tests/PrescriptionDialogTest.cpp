@@ -7,8 +7,7 @@ namespace vlm::test {
 namespace {
 
 TEST(PrescriptionDialogTest, OpensOnTheFirstBranchWithItsSpecialists) {
-    PrescriptionClinic clinic;
-    clinic.Create({});
+    PrescriptionClinic clinic(kNoRows);
     WriteBytes(clinic.settings, "[Aldra\\Settings]\nASLPathPanoramico=/kept/file.txt\n");
     const HostRun run = clinic.Show(
         WordsOf("cboBranca? cboSpecialista? dtFromDate? dtToDate? txtPath? chkVisualizza? cmdVisualizza! help:"));
@@ -24,8 +23,7 @@ TEST(PrescriptionDialogTest, OpensOnTheFirstBranchWithItsSpecialists) {
 }
 
 TEST(PrescriptionDialogTest, StopsAtTheFirstFieldThatIsNotRight) {
-    PrescriptionClinic clinic;
-    clinic.Create({PrescriptionClinic::Prescription("1")});
+    PrescriptionClinic clinic({Prescription("1")});
     // Dates in the wrong order and nobody chosen pass; they select nothing.
     const std::vector<std::string> confirmations =
         WordsOf(
@@ -44,8 +42,7 @@ TEST(PrescriptionDialogTest, StopsAtTheFirstFieldThatIsNotRight) {
 }
 
 TEST(PrescriptionDialogTest, BrowsesForAFileFromTheNameInTheField) {
-    PrescriptionClinic clinic;
-    clinic.Create({});
+    PrescriptionClinic clinic(kNoRows);
     const HostRun run = clinic.Show({"txtPath=/some/where/ricette.txt", "answer:/chosen/file.txt", "key:txtPath=R",
                                      "key:txtPath=Ctrl+R", "txtPath?", "cmdLink!", "txtPath?"});
     const auto choice = [](const std::string& name, const std::string& answer) {

@@ -8,9 +8,6 @@
 namespace vlm::test {
 namespace {
 
-const std::string kHourglass = R"({"event":"pointer","shape":"hourglass"})";
-const std::string kNormal = R"({"event":"pointer","shape":"normal"})";
-
 /// The line of a prescription of the clinic, with its line end.
 std::string LineOf(const std::string& id, const std::string& date) {
     return Positions(76,
@@ -19,19 +16,16 @@ std::string LineOf(const std::string& id, const std::string& date) {
         .WithLineEnd();
 }
 
-SqlRow On(const std::string& id, const std::string& date, const SqlRow& more = {}) {
-    SqlRow row = PrescriptionClinic::Prescription(id, more);
-    row["DataRicetta"] = "'" + date + "'";
-    return row;
+SqlRow On(const std::string& id, const std::string& date, const std::string& more = {}) {
+    return Prescription(id, "DataRicetta='" + date + "'; " + more);
 }
 
 TEST(PrescriptionRunTest, WritesTheSelectedOnesByDateAndReplacesTheFile) {
-    PrescriptionClinic clinic;
-    clinic.Create({On("1", "2011-03-31"), On("2", "2011-03-01"), On("3", "2011-03-16"), On("4", "2011-02-28"),
-                   On("5", "2011-04-01"), On("6", "2011-03-10", {{"IDBrancaPerStudio", "1"}}),
-                   On("7", "2011-03-10", {{"IDSpecialista", "8"}}), On("8", "2011-03-10", {{"NumRicetta", "0"}}),
-                   On("9", "2011-03-10", {{"PrescrivibileSSN", "0"}}),
-                   On("9", "2011-03-11", {{"NumRicetta", "NULL"}})});
+    PrescriptionClinic clinic({On("1", "2011-03-31"), On("2", "2011-03-01"), On("3", "2011-03-16"),
+                               On("4", "2011-02-28"), On("5", "2011-04-01"),
+                               On("6", "2011-03-10", "IDBrancaPerStudio=1"), On("7", "2011-03-10", "IDSpecialista=8"),
+                               On("8", "2011-03-10", "NumRicetta=0"), On("9", "2011-03-10", "PrescrivibileSSN=0"),
+                               On("9", "2011-03-11", "NumRicetta=NULL")});
     WriteBytes(clinic.File(), "what stood there before");
     const HostRun run = clinic.Export({"chkVisualizza=1"});
     EXPECT_EQ(ReadBytes(clinic.File()), LineOf("2", "01032011") + LineOf("3", "16032011") + LineOf("1", "31032011"));
@@ -49,10 +43,8 @@ TEST(PrescriptionRunTest, TakesTheFirstRowOfEveryRowSet) {
     PrescriptionClinic clinic;
     clinic.procedure.push_back("SELECT * FROM AltreRighe WHERE IDRicettaFarmaci = ?1 ORDER BY Quantita_2");
     clinic.procedure.push_back("SELECT * FROM RicettaFarmaci WHERE IDRicettaFarmaci = ?1 AND Quantita_2 = 2");
-    for (const char* quantity : {"8", "7"}) {
-        SqlRow row = On("1", "2011-03-02");
-        row["Quantita_2"] = quantity;
-        clinic.extraSql += InsertionInto("AltreRighe", row);
+    for (const char* other : {"Quantita_2=8", "Quantita_2=7"}) {
+        clinic.extraSql += InsertionInto("AltreRighe", On("1", "2011-03-02", other));
     }
     clinic.Create({On("1", "2011-03-02"), On("2", "2011-03-03")});
     clinic.Export();
@@ -61,19 +53,15 @@ TEST(PrescriptionRunTest, TakesTheFirstRowOfEveryRowSet) {
 }
 
 TEST(PrescriptionRunTest, AnErrorKeepsTheLinesSoFar) {
-    struct Case {
-        SqlRow changes;
-        const char* description;
-    };
-    for (const Case& c :
-         {Case{{{"CodiceRegionale", "NULL"}}, "Uso di Null non valido: colonna CodiceRegionale."},
-          Case{{{"Quantita_2", "NULL"}}, "Uso di Null non valido: colonna Quantita_2."},
-          Case{{{"Quantita_1", "'due'"}}, "Il valore 'due' della colonna Quantita_1 non è un numero."}}) {
-        PrescriptionClinic clinic;
-        clinic.Create({On("1", "2011-03-02"), On("2", "2011-03-03", c.changes), On("3", "2011-03-04")});
+    using Case = std::pair<const char*, const char*>;
+    for (const auto& [changes, description] :
+         {Case{"CodiceRegionale=NULL", "Uso di Null non valido: colonna CodiceRegionale."},
+          Case{"Quantita_2=NULL", "Uso di Null non valido: colonna Quantita_2."},
+          Case{"Quantita_1='due'", "Il valore 'due' della colonna Quantita_1 non è un numero."}}) {
+        PrescriptionClinic clinic({On("1", "2011-03-02"), On("2", "2011-03-03", changes), On("3", "2011-03-04")});
         WriteBytes(clinic.File(), "what stood there before");
         EXPECT_EQ(Inside(clinic.Export()),
-                  (std::vector{kHourglass, kNormal, ErrorEvent(c.description), kConcludedEvent}));
+                  (std::vector{kHourglass, kNormal, ErrorEvent(description), kConcludedEvent}));
         EXPECT_EQ(ReadBytes(clinic.File()), LineOf("1", "02032011"));
         EXPECT_EQ(NamesIn(clinic.out), std::vector<std::string>{"ricette.txt"});
         EXPECT_EQ(NamesIn(clinic.work + "/AldraPanoramico").size(), 1U);
@@ -86,8 +74,7 @@ TEST(PrescriptionRunTest, WhatIsMissingIsNamed) {
     unknown.Create({On("1", "2011-03-02")});
     EXPECT_NE(unknown.Export().Of("message").at(0).find("SP_RicettaFarmaci2005"), std::string::npos);
 
-    PrescriptionClinic clinic;
-    clinic.Create({On("1", "2011-03-02")});
+    PrescriptionClinic clinic({On("1", "2011-03-02")});
     const HostRun folder = clinic.Export({"txtPath=" + clinic.out});
     EXPECT_NE(folder.Of("message").at(0).find(clinic.out), std::string::npos);
     EXPECT_EQ(folder.Of("message").at(1), kConcludedEvent);
@@ -96,8 +83,7 @@ TEST(PrescriptionRunTest, WhatIsMissingIsNamed) {
 }
 
 TEST(PrescriptionRunTest, TellsWhatItCameTo) {
-    PrescriptionClinic clinic;
-    clinic.Create({On("1", "2011-03-02"), On("2", "2011-03-05", {{"Quantita_1", "NULL"}})});
+    PrescriptionClinic clinic({On("1", "2011-03-02"), On("2", "2011-03-05", "Quantita_1=NULL")});
     FakeServices services;
     services.utility = PlainHostUtility(clinic.work);
     services.library.SetConnection(clinic.Connect());
@@ -114,8 +100,7 @@ TEST(PrescriptionRunTest, TellsWhatItCameTo) {
 }
 
 TEST(PrescriptionRunTest, AnEmptySelectionCreatesNothing) {
-    PrescriptionClinic clinic;
-    clinic.Create({On("1", "2011-03-02")});
+    PrescriptionClinic clinic({On("1", "2011-03-02")});
     WriteBytes(clinic.out + "/old.txt", "old");
     // Nobody chosen selects nobody.
     for (const std::string filter : {"cboSpecialista=#-1", "dtFromDate=03/03/2011"}) {
@@ -128,9 +113,8 @@ TEST(PrescriptionRunTest, AnEmptySelectionCreatesNothing) {
 }
 
 TEST(PrescriptionRunTest, ARunTakesWhatTheDialogShowsNow) {
-    PrescriptionClinic clinic;
-    clinic.Create({On("1", "2011-03-02"), On("2", "2011-04-02"),
-                   On("3", "2011-04-02", {{"IDBrancaPerStudio", "1"}, {"IDSpecialista", "8"}})});
+    PrescriptionClinic clinic(
+        {On("1", "2011-03-02"), On("2", "2011-04-02"), On("3", "2011-04-02", "IDBrancaPerStudio=1; IDSpecialista=8")});
     clinic.Export({"cmdConferma!", "dtFromDate=01/04/2011", "dtToDate=02/04/2011", "cmdConferma!", "cboBranca=1",
                    "cboSpecialista=8", "txtPath=" + clinic.out + "/due.txt"});
     EXPECT_EQ(ReadBytes(clinic.File()), LineOf("2", "02042011"));

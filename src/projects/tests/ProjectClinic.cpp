@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include "support/Words.h"
+
 namespace vlm::test {
 
 namespace {
@@ -53,20 +55,13 @@ std::string ViewOf(const std::vector<SqlRow>& rows) {
 
 }  // namespace
 
-SqlRow ProjectClinic::Project(const std::string& project, const SqlRow& changes) {
-    SqlRow row = changes;
-    row.try_emplace("NumeroAutorizzazione", "'" + project + "'");
+SqlRow Project(const std::string& project, const std::string& changes) {
+    SqlRow row = ColumnsOf("NumeroAutorizzazione='" + project + "'; " + changes);
     for (const Column& column : kColumns) row.try_emplace(column.name, column.value);
     return row;
 }
 
-SqlRow ProjectClinic::State(const std::string& project, const std::string& state, const std::string& accesses,
-                            const std::string& amount) {
-    return Project(project,
-                   {{"IDStatoPrestazioneErogata", state}, {"NumeroAccessi", accesses}, {"ImportoTotale", amount}});
-}
-
-void ProjectClinic::Create(const std::map<int, std::vector<SqlRow>>& centres) {
+void ProjectClinic::Create(const Centres& centres) {
     for (const auto& [centre, rows] : centres) {
         if (centre == clinic) continue;
         masterSql += "INSERT INTO Studi (IDStudio) VALUES (" + std::to_string(centre) + ");";
@@ -80,10 +75,8 @@ void ProjectClinic::Create(const std::map<int, std::vector<SqlRow>>& centres) {
 }
 
 HostRun ProjectClinic::Export(const std::vector<std::string>& more) const {
-    std::vector<std::string> steps = {"numAnno=2011", "cboDaTrimestre=#0", "cboATrimestre=#1", "txtPath=" + out};
-    steps.insert(steps.end(), more.begin(), more.end());
-    steps.push_back("cmdConferma!");
-    return Show(steps);
+    return Show(WordsOf("numAnno=2011 cboDaTrimestre=#0 cboATrimestre=#1 txtPath=" + out) + more +
+                WordsOf("cmdConferma!"));
 }
 
 std::string ProjectClinic::Projects(const std::string& centre) const {

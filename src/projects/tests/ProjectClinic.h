@@ -6,19 +6,22 @@
 
 namespace vlm::test {
 
+/// A row of the projects' view: every column has a value of its own, but for the changes. `project` is the
+/// authorisation's number.
+SqlRow Project(const std::string& project, const std::string& changes = {});
+
 /// Centres with a handful of projects, and the host that runs on the one of clinic 12.
 class ProjectClinic : public ServiceClinic {
 public:
-    /// A row of the projects' view: every column has a value of its own. `project` is the authorisation's number.
-    static SqlRow Project(const std::string& project, const SqlRow& changes = {});
-    /// The same without other changes than state, accesses and amount.
-    static SqlRow State(const std::string& project, const std::string& state, const std::string& accesses,
-                        const std::string& amount);
+    using Centres = std::map<int, std::vector<SqlRow>>;
+
+    ProjectClinic() = default;
+    explicit ProjectClinic(const Centres& centres) { Create(centres); }
 
     std::string teamless;  // centres without a team, as a list for SQL
 
     /// Writes the databases of the centres; clinic 12 is always one of them.
-    void Create(const std::map<int, std::vector<SqlRow>>& centres);
+    void Create(const Centres& centres);
 
     HostRun Show(const std::vector<std::string>& steps) const { return Run(steps, "ExportProgetti"); }
     /// Exports the first two quarters of 2011 to `out`, after further steps.

@@ -23,8 +23,7 @@ TEST(ProjectDialogTest, OpensWithItsListsAndTheLastDestination) {
 }
 
 TEST(ProjectDialogTest, StopsAtTheFirstFieldThatIsNotRight) {
-    ProjectClinic clinic;
-    clinic.Create({});
+    ProjectClinic clinic(ProjectClinic::Centres{});
     const HostRun run = clinic.Show(
         {"txtPath=  ", "cmdConferma!", "txtPath=" + clinic.out + "/none", "cmdConferma!", "txtPath= " + clinic.out,
          "cmdConferma!", "numAnno=2011", "cmdConferma!", "cboDaTrimestre=#3", "cmdConferma!", "txtPath=" + clinic.out,
@@ -40,8 +39,7 @@ TEST(ProjectDialogTest, StopsAtTheFirstFieldThatIsNotRight) {
 
 TEST(ExportDialogsTest, BrowseForAFolderOnCtrlRAlone) {
     for (const char* component : {"ASLExport", "ExportProgetti"}) {
-        ServiceClinic clinic;
-        clinic.Create({});
+        ServiceClinic clinic(kNoRows);
         const HostRun run =
             clinic.Run(std::vector{std::string("txtPath= /start ")} +
                            WordsOf("answer:/chosen key:txtPath=R key:txtPath=Ctrl+R txtPath? cmdLink! txtPath?"),
@@ -59,8 +57,7 @@ TEST(ExportDialogsTest, KeepTheDestinationHoweverTheyClose) {
     for (const auto& [component, key] : dialogs) {
         for (const std::string close : {"cmdAnnulla!", "key:=Escape", "key:=Alt+F4", "txtPath?"}) {
             SCOPED_TRACE(component + close);
-            ServiceClinic clinic;
-            clinic.Create({});
+            ServiceClinic clinic(kNoRows);
             clinic.Run({"txtPath=C:\\Dati ASL\\r.txt", close}, component);
             EXPECT_NE(ReadBytes(clinic.settings).find(key), std::string::npos);
             EXPECT_EQ(StateOf(clinic.Run({"txtPath?"}, component), "txtPath", "value"), "\"C:\\\\Dati ASL\\\\r.txt\"");

@@ -8,8 +8,7 @@ namespace {
 
 /// The file of one centre with these rows.
 std::string FileOf(const std::vector<SqlRow>& rows) {
-    ProjectClinic clinic;
-    clinic.Create({{12, rows}});
+    ProjectClinic clinic({{12, rows}});
     clinic.Export();
     return clinic.Content();
 }
@@ -23,56 +22,50 @@ TEST(ProjectLineTest, WritesEveryFieldAtItsPositions) {
                    At(124, "43890"), At(129, "50001"), At(135, "15012011"), At(143, "060"), At(146, "2"),
                    At(147, "28022011"), At(155, "008"), At(161, "0"), At(162, "038,06"), At(174, "000,00"),
                    At(180, "00304,50"), At(188, "18012011")});
-    EXPECT_EQ(FileOf({ProjectClinic::Project("50001")}), line.WithLineEnd());
+    EXPECT_EQ(FileOf({Project("50001")}), line.WithLineEnd());
 }
 
 TEST(ProjectLineTest, WritesWhatAColumnHolds) {
-    struct Case {
-        SqlRow changes;
-        std::size_t position;
-        const char* text;
-    };
-    const std::vector<Case> cases = {
-        {{{"Sesso", "'F'"}}, 92, "2"},
-        {{{"Sesso", "'m'"}}, 92, "2"},
-        {{{"Sesso", "NULL"}}, 92, "2"},
-        {{{"CodiceIstatCittadinanza", "0"}}, 110, "100"},
-        {{{"CodiceIstatCittadinanza", "NULL"}}, 110, "100"},
-        {{{"CodiceIstatCittadinanza", "-5"}}, 110, "100"},
-        {{{"CodiceIstatCittadinanza", "20"}}, 110, "020"},
-        {{{"DataRevoca", "NULL"}}, 146, "         008"},
-        {{{"DataRevoca", "NULL"}, {"TipoDimissione", "NULL"}}, 146, "         008"},
-        {{{"TipoDimissione", "NULL"}}, 146, "028022011"},
-        {{{"DataAutorizzazione", "NULL"}}, 135, "        060"},
-        {{{"DataInizio", "NULL"}}, 188, "        \r\n"},
-        {{{"DataNascita", "NULL"}, {"DataScelta", "''"}}, 93, "        0820530062764        35"},
-        {{{"DataScelta", "'7/4/2003'"}}, 114, "07042003"},
-        {{{"Cognome", "'Ã12345678901234567890123456789012'"}},
-         26,
+    const std::vector<std::tuple<const char*, std::size_t, std::string>> cases = {
+        {"Sesso='F'", 92, "2"},
+        {"Sesso='m'", 92, "2"},
+        {"Sesso=NULL", 92, "2"},
+        {"CodiceIstatCittadinanza=0", 110, "100"},
+        {"CodiceIstatCittadinanza=NULL", 110, "100"},
+        {"CodiceIstatCittadinanza=-5", 110, "100"},
+        {"CodiceIstatCittadinanza=20", 110, "020"},
+        {"DataRevoca=NULL", 146, "         008"},
+        {"DataRevoca=NULL; TipoDimissione=NULL", 146, "         008"},
+        {"TipoDimissione=NULL", 146, "028022011"},
+        {"DataAutorizzazione=NULL", 135, "        060"},
+        {"DataInizio=NULL", 188, "        \r\n"},
+        {"DataNascita=NULL; DataScelta=''", 93, "        0820530062764        35"},
+        {"DataScelta='7/4/2003'", 114, "07042003"},
+        {"Cognome='Ã12345678901234567890123456789012'", 26,
          "\xC3"
          "12345678901234567890123456789Maria"},
-        {{{"Cognome", "NULL"}, {"Nome", "'X'"}}, 26, "                              X                   NCLMGR"},
-        {{{"CodiceFiscale", "'abcdefghijklmnopqrs'"}}, 76, "ABCDEFGHIJKLMNOP1"},
-        {{{"Protocollo", "7654321"}}, 20, "654321"},
-        {{{"Protocollo", "-12"}}, 20, "000-12"},
-        {{{"NumeroAslPaziente", "'x'"}, {"CodiceISTAT", "NULL"}}, 101, "000000000276"},
-        {{{"NumeroAccessi", "0"}}, 155, "000   0000,00      000,0000304,50"},
-        {{{"NumeroAccessi", "NULL"}}, 155, "000   0000,00      000,0000304,50"},
-        {{{"ImportoTotale", "NULL"}}, 155, "008   0000,00      000,0000000,00"},
-        {{{"ImportoTotale", "100"}, {"NumeroAccessi", "3"}}, 162, "033,33"},
-        {{{"ImportoTotale", "0.25"}, {"NumeroAccessi", "2"}}, 162, "000,13"},
-        {{{"ImportoTotale", "8000"}, {"NumeroAccessi", "1"}}, 162, "000,00      000,0008000,00"},
-        {{{"ImportoTotale", "-300"}, {"NumeroAccessi", "8"}}, 162, "-37,50      000,00-0300,00"},
+        {"Cognome=NULL; Nome='X'", 26, "                              X                   NCLMGR"},
+        {"CodiceFiscale='abcdefghijklmnopqrs'", 76, "ABCDEFGHIJKLMNOP1"},
+        {"Protocollo=7654321", 20, "654321"},
+        {"Protocollo=-12", 20, "000-12"},
+        {"NumeroAslPaziente='x'; CodiceISTAT=NULL", 101, "000000000276"},
+        {"NumeroAccessi=0", 155, "000   0000,00      000,0000304,50"},
+        {"NumeroAccessi=NULL", 155, "000   0000,00      000,0000304,50"},
+        {"ImportoTotale=NULL", 155, "008   0000,00      000,0000000,00"},
+        {"ImportoTotale=100; NumeroAccessi=3", 162, "033,33"},
+        {"ImportoTotale=0.25; NumeroAccessi=2", 162, "000,13"},
+        {"ImportoTotale=8000; NumeroAccessi=1", 162, "000,00      000,0008000,00"},
+        {"ImportoTotale=-300; NumeroAccessi=8", 162, "-37,50      000,00-0300,00"},
     };
     std::vector<SqlRow> rows;
-    for (std::size_t i = 0; i < cases.size(); ++i) {
-        rows.push_back(ProjectClinic::Project(std::to_string(100 + i), cases[i].changes));
+    for (const auto& [changes, position, text] : cases) {
+        rows.push_back(Project(std::to_string(100 + rows.size()), changes));
     }
     const std::string file = FileOf(rows);
     ASSERT_EQ(file.size(), cases.size() * 197);
-    for (std::size_t i = 0; i < cases.size(); ++i) {
-        const std::string text = cases[i].text;
-        EXPECT_EQ(file.substr(i * 197 + cases[i].position - 1, text.size()), text) << "case " << i;
+    for (std::size_t at = 0; const auto& [changes, position, text] : cases) {
+        EXPECT_EQ(file.substr(at + position - 1, text.size()), text) << changes;
+        at += 197;
     }
 }
 
@@ -85,7 +78,11 @@ std::vector<std::string> AmountsOf(const std::vector<SqlRow>& rows) {
 }
 
 TEST(ProjectLineTest, EveryRowOfAProjectCompletesItsLine) {
-    const auto state = ProjectClinic::State;
+    const auto state = [](const char* project, const std::string& of, const std::string& accesses,
+                          const std::string& amount) {
+        return Project(project,
+                       "IDStatoPrestazioneErogata=" + of + "; NumeroAccessi=" + accesses + "; ImportoTotale=" + amount);
+    };
     const auto lines = [](std::vector<std::string> amounts) { return amounts; };
     EXPECT_EQ(AmountsOf({state("1", "1", "10", "250"), state("1", "10", "4", "100")}),
               lines({"0100040025,00025,00000,0000350,00"}));
@@ -106,16 +103,16 @@ TEST(ProjectLineTest, EveryRowOfAProjectCompletesItsLine) {
 
 TEST(ProjectLineTest, AnyPartOfTheKeyStartsAnotherProject) {
     const SqlRow rows[] = {
-        ProjectClinic::Project("1"),
-        ProjectClinic::Project("1", {{"NumeroAutorizzazione", "'01'"}}),
-        ProjectClinic::Project("1", {{"NumeroAutorizzazione", "'01'"}, {"Periodo", "2"}}),
-        ProjectClinic::Project("1", {{"NumeroAutorizzazione", "'01'"}, {"Periodo", "2"}, {"CodiceFiscale", "'B'"}}),
-        ProjectClinic::Project("1", {{"CodiceFiscale", "'b'"}}),
-        ProjectClinic::Project("1", {{"CodiceFiscale", "'b'"}, {"DataAutorizzazione", "'2011-01-15 08:00:00'"}}),
-        ProjectClinic::Project("1", {{"CodiceFiscale", "'b'"}, {"DataAutorizzazione", "NULL"}}),
+        Project("1"),
+        Project("1", "NumeroAutorizzazione='01'"),
+        Project("1", "NumeroAutorizzazione='01'; Periodo=2"),
+        Project("1", "NumeroAutorizzazione='01'; Periodo=2; CodiceFiscale='B'"),
+        Project("1", "CodiceFiscale='b'"),
+        Project("1", "CodiceFiscale='b'; DataAutorizzazione='2011-01-15 08:00:00'"),
+        Project("1", "CodiceFiscale='b'; DataAutorizzazione=NULL"),
         // These belong to the row before.
-        ProjectClinic::Project("1", {{"CodiceFiscale", "'b'"}, {"DataAutorizzazione", "NULL"}, {"Cognome", "'Altro'"}}),
-        ProjectClinic::Project("1", {{"CodiceFiscale", "'b'"}, {"DataAutorizzazione", "NULL"}, {"DataRevoca", "NULL"}}),
+        Project("1", "CodiceFiscale='b'; DataAutorizzazione=NULL; Cognome='Altro'"),
+        Project("1", "CodiceFiscale='b'; DataAutorizzazione=NULL; DataRevoca=NULL"),
     };
     const std::string file = FileOf({std::begin(rows), std::end(rows)});
     ASSERT_EQ(file.size(), 7U * 197);

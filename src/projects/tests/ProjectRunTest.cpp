@@ -10,18 +10,13 @@
 namespace vlm::test {
 namespace {
 
-const std::string kHourglass = R"({"event":"pointer","shape":"hourglass"})";
-const std::string kNormal = R"({"event":"pointer","shape":"normal"})";
-
-SqlRow Of(const std::string& project, const SqlRow& changes) { return ProjectClinic::Project(project, changes); }
-
 TEST(ProjectRunTest, WritesEveryCentreWithATeamInTheirOrder) {
     ProjectClinic clinic;
     clinic.teamless = "20";
-    clinic.Create({{12, {Of("121", {}), Of("122", {})}},
-                   {7, {Of("71", {})}},
-                   {123, {Of("1231", {})}},
-                   {20, {Of("201", {})}},
+    clinic.Create({{12, {Project("121"), Project("122")}},
+                   {7, {Project("71")}},
+                   {123, {Project("1231")}},
+                   {20, {Project("201")}},
                    {13, {}}});
     WriteBytes(clinic.File(), "what stood there before");
     const HostRun run = clinic.Export();
@@ -41,27 +36,23 @@ TEST(ProjectRunTest, WritesEveryCentreWithATeamInTheirOrder) {
 }
 
 TEST(ProjectRunTest, TakesWhatTheFiltersLetThrough) {
-    ProjectClinic clinic;
-    clinic.Create(
+    ProjectClinic clinic(
         {{12,
-          {Of("1", {{"DataAutorizzazione", "'2011-01-31'"}, {"IDStatoProgetto", "4"}}),
-           Of("2", {{"DataAutorizzazione", "'2011-02-01'"}, {"IDStatoProgetto", "NULL"}}),
-           Of("3", {{"DataAutorizzazione", "'2011-02-28 23:59:00'"}, {"IDStatoProgetto", "1"}}),
-           Of("4", {{"DataAutorizzazione", "'2011-02-28 23:59:30'"}}), Of("5", {{"DataAutorizzazione", "NULL"}}),
-           Of("6", {{"Periodo", "2"}}), Of("7", {{"Periodo", "3"}}), Of("8", {{"Anno", "2010"}}),
-           Of("9", {{"Anno", "NULL"}}), Of("10", {{"Periodo", "4"}})}}});
-    struct Case {
-        std::vector<std::string> steps;
-        const char* projects;
-    };
-    for (const Case& c :
+          {Project("1", "DataAutorizzazione='2011-01-31'; IDStatoProgetto=4"),
+           Project("2", "DataAutorizzazione='2011-02-01'; IDStatoProgetto=NULL"),
+           Project("3", "DataAutorizzazione='2011-02-28 23:59:00'; IDStatoProgetto=1"),
+           Project("4", "DataAutorizzazione='2011-02-28 23:59:30'"), Project("5", "DataAutorizzazione=NULL"),
+           Project("6", "Periodo=2"), Project("7", "Periodo=3"), Project("8", "Anno=2010"), Project("9", "Anno=NULL"),
+           Project("10", "Periodo=4")}}});
+    using Case = std::pair<std::vector<std::string>, const char*>;
+    for (const auto& [steps, projects] :
          {Case{{}, "1 2 3 4 5 6"}, Case{{"cboStatoProgetto=#0"}, "2 3 4 5 6"}, Case{{"cboStatoProgetto=#1"}, "1"},
           Case{{"cboStatoProgetto=#-1"}, "1 2 3 4 5 6"}, Case{{"dtFromDate=01/02/2011"}, "2 3 4"},
           Case{{"dtToDate=28/02/2011"}, "1 2 3 6"}, Case{{"dtFromDate=01/02/2011", "dtToDate=28/02/2011"}, "2 3"},
           // The end dates are no filter.
           Case{{"dtFromDataFine=01/01/2020", "dtToDataFine=01/01/2020"}, "1 2 3 4 5 6"}}) {
-        clinic.Export(c.steps);
-        EXPECT_EQ(clinic.Projects(), c.projects);
+        clinic.Export(steps);
+        EXPECT_EQ(clinic.Projects(), projects);
     }
     clinic.Export({"cboDaTrimestre=#2", "cboATrimestre=#3"});
     EXPECT_EQ(ReadBytes(clinic.out + "/S20110320110400.txt").size(), 2U * 197);
@@ -70,8 +61,7 @@ TEST(ProjectRunTest, TakesWhatTheFiltersLetThrough) {
 }
 
 TEST(ProjectRunTest, AnEmptiedDateStillFilters) {
-    ProjectClinic clinic;
-    clinic.Create({{12, {Of("1", {{"DataAutorizzazione", "'2011-01-31'"}}), Of("2", {})}}});
+    ProjectClinic clinic({{12, {Project("1", "DataAutorizzazione='2011-01-31'"), Project("2")}}});
     clinic.Export({"dtFromDate=20/01/2011", "cmdConferma!", "dtFromDate="});
     EXPECT_EQ(clinic.Projects(), "1");
     clinic.Export();  // another component
@@ -97,8 +87,7 @@ TEST(ProjectRunTest, AnEmptiedDateStillFilters) {
 }
 
 TEST(ProjectRunTest, OpensTheFileWhenAsked) {
-    ProjectClinic clinic;
-    clinic.Create({{12, {Of("1", {}), Of("1", {{"CodiceFiscale", "'ALTRO'"}})}}});
+    ProjectClinic clinic({{12, {Project("1"), Project("1", "CodiceFiscale='ALTRO'")}}});
     const HostRun run = clinic.Export({"chkVisualizza=1"});
     EXPECT_EQ(clinic.Projects(), "1 1");  // of two patients
     EXPECT_EQ(Inside(run),
@@ -108,8 +97,8 @@ TEST(ProjectRunTest, OpensTheFileWhenAsked) {
 }
 
 TEST(ProjectRunTest, AnErrorKeepsTheLinesSoFar) {
-    ProjectClinic clinic;
-    clinic.Create({{7, {Of("71", {})}}, {12, {Of("1", {}), Of("2", {{"DataScelta", "'domani'"}}), Of("3", {})}}});
+    ProjectClinic clinic(
+        {{7, {Project("71")}}, {12, {Project("1"), Project("2", "DataScelta='domani'"), Project("3")}}});
     WriteBytes(clinic.File(), "what stood there before");
     EXPECT_EQ(
         Inside(clinic.Export({"chkVisualizza=1"})),
@@ -122,7 +111,7 @@ TEST(ProjectRunTest, AnErrorKeepsTheLinesSoFar) {
 TEST(ProjectRunTest, ACentreWithoutItsDatabaseIsNamed) {
     ProjectClinic clinic;
     clinic.masterSql = "INSERT INTO Studi (IDStudio) VALUES (9), (3);";
-    clinic.Create({{7, {Of("71", {})}}, {12, {Of("121", {})}}});
+    clinic.Create({{7, {Project("71")}}, {12, {Project("121")}}});
     const HostRun first = clinic.Export();
     EXPECT_NE(first.Of("message").at(0).find("Studio0003"), std::string::npos);
     EXPECT_EQ(first.Of("message").at(1), kConcludedEvent);

@@ -12,15 +12,10 @@ constexpr FieldFormat kPuglia(kPugliaFields);
 data::Value Money(double value) { return Currency::FromDouble(value); }
 
 TEST(FieldFormatTest, WritesEveryKindInBothVariants) {
-    struct Case {
-        data::Value value;
-        int width;
-        FieldMode mode;
-        const char *common, *puglia;
-    };
+    using Case = std::tuple<data::Value, int, FieldMode, const char*, const char*>;
     const data::Value day = *Date::FromYmd(2003, 2, 1);
     const data::Value none;
-    for (const Case& c : std::vector<Case>{
+    for (const auto& [value, width, mode, common, puglia] : std::vector<Case>{
              {std::int64_t{7}, 2, FieldMode::Number, "07", "07"},
              {std::int64_t{123}, 2, FieldMode::Number, "23", "23"},
              {std::int64_t{0}, 3, FieldMode::Number, "000", "000"},
@@ -39,8 +34,8 @@ TEST(FieldFormatTest, WritesEveryKindInBothVariants) {
              {Money(1234.5), 7, FieldMode::Amount, "1234,50", "1234500"},
              {Money(0.0055), 6, FieldMode::Amount, "000,01", "000006"},
          }) {
-        EXPECT_EQ(kCommon.FormatField(c.value, c.width, c.mode), c.common);
-        EXPECT_EQ(kPuglia.FormatField(c.value, c.width, c.mode), c.puglia);
+        EXPECT_EQ(kCommon.FormatField(value, width, mode), common);
+        EXPECT_EQ(kPuglia.FormatField(value, width, mode), puglia);
     }
     EXPECT_EQ(kCommon.FormatAmount(Currency::FromDouble(1234.5)), "1.234,50");
     EXPECT_EQ(kPuglia.FormatAmount(Currency::FromDouble(1234.5)), "1.234,500");

@@ -30,10 +30,8 @@ TEST_F(Windows, TabGoesThroughTheControlsInTheirOrder) {
 }
 
 TEST_F(Windows, FieldsTakeWhatIsTyped) {
-    struct Case {
-        const char *control, *keys, *shown;
-    };
-    for (const Case& each :
+    using Case = std::tuple<const char*, const char*, const char*>;
+    for (const auto& [name, keys, shown] :
          {Case{"dtData", "'01022012 Tab", "01/02/2012"}, Case{"dtData", "'1-2-2012 Tab", "01/02/2012"},
           Case{"dtData", "'1.2.2012 Tab", "01/02/2012"}, Case{"dtData", "'x1/2/2012 Tab", "01/02/2012"},
           Case{"dtData", "'1/2/2012 Tab Shift+Tab '3/4/2013 Tab", "03/04/2013"},  // replaces what stands there
@@ -41,14 +39,14 @@ TEST_F(Windows, FieldsTakeWhatIsTyped) {
           Case{"cboBranca", "Down", "Cardiologia"}, Case{"cboBranca", "'r", "Radiologia \"A\""},
           Case{"cboBranca", "'r Del", ""}, Case{"lstTipi", "Space Down Down Space", "Inserimento, Cancellazione"},
           Case{"txtNome", "'uno Return 'tre", "uno\r\ntre"}, Case{"txtParola", "'12", "set"}}) {
-        SCOPED_TRACE(std::string(each.control) + " " + each.keys);
+        SCOPED_TRACE(std::string(name) + " " + keys);
         SampleDialog form;
         form.txtNome.multiLine = form.txtParola.password = true;
         Show(form, [&](QWidget&) {
-            const Control& control = *form.Find(each.control);
+            const Control& control = *form.Find(name);
             Of(control).TakeFocus();
-            Keys(each.keys);
-            EXPECT_EQ(control.ShownText(), each.shown);
+            Keys(keys);
+            EXPECT_EQ(control.ShownText(), shown);
             const auto* line = qobject_cast<QLineEdit*>(QApplication::focusWidget());
             EXPECT_TRUE(line == nullptr || line->displayText() != "12") << "a password is hidden";
             EXPECT_FALSE(form.IsClosing());
@@ -57,20 +55,19 @@ TEST_F(Windows, FieldsTakeWhatIsTyped) {
 }
 
 TEST_F(Windows, WhatIsNoValueHoldsTheButtonsUpAndStaysToBeMended) {
-    struct Case {
-        const char *control, *wrong, *right;
-    };
-    for (const Case& each : {Case{"numAnno", "201", "End '2"}, Case{"numAnno", "2101", "Ctrl+A Del"},
-                             Case{"numPeso", "1,234", "Ctrl+A Del"}, Case{"dtData", "31/02/2012", "Ctrl+A Del"},
-                             Case{"dtData", "1/2/", "End '2012"}}) {
-        SCOPED_TRACE(each.wrong);
+    using Case = std::tuple<const char*, const char*, const char*>;
+    for (const auto& [control, wrong, right] :
+         {Case{"numAnno", "201", "End '2"}, Case{"numAnno", "2101", "Ctrl+A Del"},
+          Case{"numPeso", "1,234", "Ctrl+A Del"}, Case{"dtData", "31/02/2012", "Ctrl+A Del"},
+          Case{"dtData", "1/2/", "End '2012"}}) {
+        SCOPED_TRACE(wrong);
         SampleDialog form;
         form.Fill();
         form.numPeso.SetValue(3);
         Show(form, [&](QWidget&) {
-            const Control& field = *form.Find(each.control);
+            const Control& field = *form.Find(control);
             Of(field).TakeFocus();
-            TypeOver(each.wrong);
+            TypeOver(wrong);
             Keys("Tab");
             form.calls.clear();
             Click(form.cmdOk);
@@ -80,11 +77,11 @@ TEST_F(Windows, WhatIsNoValueHoldsTheButtonsUpAndStaysToBeMended) {
             Click(form.cmdApri);
             EXPECT_EQ(Runs(form), Calls{"cmdApri"}) << "a button beside a field is free";
             Of(field).TakeFocus();
-            Keys(each.right);
+            Keys(right);
             form.calls.clear();
             Keys("Return");
             EXPECT_EQ(Runs(form), Calls{"cmdOk"});
-            TypeOver(each.wrong);
+            TypeOver(wrong);
             Click(form.cmdChiudi);
             EXPECT_TRUE(form.IsClosing()) << "as is the one that closes";
         });

@@ -12,50 +12,36 @@
 namespace vlm::test {
 namespace {
 
-using Row = ServiceClinic::Row;
+using Files = std::map<std::string, std::string>;
 
-std::string Done(int lines) {
-    return MessageEvent("Elaborazione terminata\\r\\nElaborate " + std::to_string(lines) + " linee.",
-                        "Generazione file per ASL", "information");
-}
+std::string Done(int lines) { return DoneEvent("Elaborazione terminata", lines); }
 
 /// The same patient's document number `id`.
-Row Document(int id, Row changes = {}) {
-    changes["IDParcella"] = std::to_string(id);
-    return ServiceClinic::Service(changes);
+SqlRow Document(int id, const std::string& changes = {}) {
+    return Service("IDParcella=" + std::to_string(id) + "; " + changes);
 }
 
 /// A service that is no part of a cycle, with every date as it should be.
-Row Single(Row changes = {}) {
-    for (const auto& [column, value] : Row{{"PrestazioneCiclica", "0"},
-                                           {"DataInizioCiclo", "NULL"},
-                                           {"DataAssegnata", "'2011-03-15'"},
-                                           {"DataRefertazione", "'2011-03-15'"}}) {
-        changes.try_emplace(column, value);
-    }
-    return ServiceClinic::Service(changes);
+SqlRow Single(const std::string& changes) {
+    return Service(
+        "PrestazioneCiclica=0; DataInizioCiclo=NULL; DataAssegnata='2011-03-15'; DataRefertazione='2011-03-15'; " +
+        changes);
 }
 
 TEST(PugliaRunTest, WritesEveryFieldAtItsPositionAndMarksTheDocument) {
-    PugliaClinic clinic;
-    clinic.Create({ServiceClinic::Service()});
+    PugliaClinic clinic({Service()});
     const HostRun run = clinic.Export();
     EXPECT_EQ(run.errors, "");
     EXPECT_EQ(run.Of("message"), std::vector{Done(1)});
     EXPECT_EQ(clinic.Marks(), std::vector<std::string>{"1|True|1"});
-    EXPECT_EQ(FilesIn(clinic.work), (Row{{"C700007.txt", PugliaLine().WithLineEnd()}, {"C700007Err.txt", ""}}));
+    EXPECT_EQ(FilesIn(clinic.work), (Files{{"C700007.txt", PugliaLine().WithLineEnd()}, {"C700007Err.txt", ""}}));
     EXPECT_NE(clinic.Export().Of("message").at(0).find("Nessun dato da elaborare."), std::string::npos);
     EXPECT_EQ(clinic.Out(), PugliaLine().WithLineEnd());
 }
 
 TEST(PugliaRunTest, WritesTheRulesOfSingleFields) {
     const std::string zeros(24, '0');
-    struct Case {
-        const char* what;
-        std::string change;
-        std::size_t position;
-        std::string written;
-    };
+    using Case = std::tuple<const char*, std::string, std::size_t, std::string>;
     const std::vector<Case> cases = {
         {"structure trimmed, rightmost kept", "CodiceRegionale=' 9876543 '", 1, "876543077001"},
         {"structure filled", "CodiceRegionale='98'", 1, "000098"},
@@ -103,30 +89,27 @@ TEST(PugliaRunTest, WritesTheRulesOfSingleFields) {
         {"access 3: no booking", "IDTipoAccesso=3", 278, "03" + zeros + "16032011"},
         {"no access", "IDTipoAccesso=NULL", 278, "0001032011"},
     };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.what);
-        PugliaClinic one;
-        one.Create({ServiceClinic::Service(ColumnsOf(c.change))});
+    for (const auto& [what, change, position, written] : cases) {
+        SCOPED_TRACE(what);
+        PugliaClinic one({Service(change)});
         one.Export();
         const std::string file = one.Out();
         ASSERT_EQ(file.size(), 343U);
-        EXPECT_EQ(file.substr(c.position - 1, c.written.size()), c.written);
+        EXPECT_EQ(file.substr(position - 1, written.size()), written);
     }
 }
 
 TEST(PugliaRunTest, APrescriptionHasRoomForEightServices) {
-    PugliaClinic clinic;
-    clinic.Create(std::vector<Row>(8, ServiceClinic::Service()));
+    PugliaClinic clinic(std::vector<SqlRow>(8, Service()));
     EXPECT_EQ(clinic.Export().Of("message"), std::vector{Done(1)});
 }
 
 TEST(PugliaRunTest, NumbersPrescriptionsAndKeepsTheirServicesApart) {
-    PugliaClinic clinic;
-    clinic.Create({Document(4, {{"TotTicketEuro", "1"}, {"PAZ_Nome", "'Prima'"}}),
-                   Document(4, {{"CodicePrestazioneTariffario", "'89.01.2'"}, {"Quantita", "12"}}),
-                   Document(4, {{"CodicePrestazioneTariffario", "'1'"}, {"Quantita", "0"}}),
-                   Document(6, {{"CodicePrestazioneTariffario", "'95.02'"}}),
-                   Document(5, {{"DataAiFiniConvenzione", "'2011-03-16'"}})});
+    PugliaClinic clinic({Document(4, "TotTicketEuro=1; PAZ_Nome='Prima'"),
+                         Document(4, "CodicePrestazioneTariffario='89.01.2'; Quantita=12"),
+                         Document(4, "CodicePrestazioneTariffario='1'; Quantita=0"),
+                         Document(6, "CodicePrestazioneTariffario='95.02'"),
+                         Document(5, "DataAiFiniConvenzione='2011-03-16'")});
     const HostRun run = clinic.Export();
     EXPECT_EQ(clinic.Out(), PugliaLine().At(175, "8901212").At(182, "    101").WithLineEnd() +
                                 PugliaLine().At(158, "00002").At(168, " 950202").WithLineEnd() +
@@ -136,11 +119,10 @@ TEST(PugliaRunTest, NumbersPrescriptionsAndKeepsTheirServicesApart) {
 }
 
 TEST(PugliaRunTest, ASimulationDeliversAndMarksNothingAndShowsTheFileWhenAsked) {
-    PugliaClinic clinic;
-    clinic.Create({ServiceClinic::Service()});
+    PugliaClinic clinic({Service()});
     EXPECT_EQ(clinic.Export("chkSimulazione=1").Of("message"), std::vector{Done(1)});
     EXPECT_EQ(clinic.Out(), PugliaLine().WithLineEnd());
-    EXPECT_EQ(clinic.Marks(), std::vector<std::string>{"1|False|"});
+    EXPECT_EQ(clinic.Marks(), std::vector<std::string>{"1|False|NULL"});
     const HostRun shown = clinic.Export("chkVisualizza=1");
     EXPECT_TRUE(shown.Of("message").empty());
     EXPECT_EQ(shown.Of("dialog").at(1), R"({"event":"dialog","name":"frmViewData","title":"Esportazione ASL"})");
@@ -155,45 +137,35 @@ TEST(PugliaRunTest, ChecksTheDates) {
     const auto starts = [&](const std::string& date) {
         return first + "Data di inizio ciclo " + date + " incongruente con la data di spedizione 15/03/2011\r\n";
     };
-    struct Case {
-        const char* what;
-        Row service;
-        std::string report;
-    };
+    using Case = std::tuple<const char*, SqlRow, std::string>;
     const std::vector<Case> cases = {
-        {"cyclic, sound", ServiceClinic::Service(), ""},
-        {"single, sound", Single(), ""},
-        {"not reported", ServiceClinic::Service({{"DataRefertazione", "NULL"}}),
-         label + "Data refertazione mancante\r\n"},
-        {"no start", ServiceClinic::Service({{"DataInizioCiclo", "NULL"}}),
-         first + "Data di inizio ciclo mancante\r\n"},
-        {"start on the day", ServiceClinic::Service({{"DataInizioCiclo", "'2011-03-15 08:00:00'"}}),
-         starts("15/03/2011")},
-        {"start in the next year", ServiceClinic::Service({{"DataInizioCiclo", "'2012-01-01'"}}), starts("01/01/2012")},
-        {"start in the month before", ServiceClinic::Service({{"DataInizioCiclo", "'2011-02-28'"}}), ""},
-        {"single with a start", Single({{"DataInizioCiclo", "'2011-03-01'"}}), notCyclic},
-        {"single, other dates missing", Single(ColumnsOf("DataAssegnata=NULL; DataRefertazione=NULL")),
+        {"cyclic, sound", Service(), ""},
+        {"single, sound", Single(""), ""},
+        {"not reported", Service("DataRefertazione=NULL"), label + "Data refertazione mancante\r\n"},
+        {"no start", Service("DataInizioCiclo=NULL"), first + "Data di inizio ciclo mancante\r\n"},
+        {"start on the day", Service("DataInizioCiclo='2011-03-15 08:00:00'"), starts("15/03/2011")},
+        {"start in the next year", Service("DataInizioCiclo='2012-01-01'"), starts("01/01/2012")},
+        {"start in the month before", Service("DataInizioCiclo='2011-02-28'"), ""},
+        {"single with a start", Single("DataInizioCiclo='2011-03-01'"), notCyclic},
+        {"single, other dates missing", Single("DataAssegnata=NULL; DataRefertazione=NULL"),
          label + "Data refertazione mancante\r\n" + reported + assigned},
         {"single, all three",
-         Single(ColumnsOf("DataInizioCiclo='2011-03-01'; DataAssegnata='2011-03-14'; DataRefertazione='2011-03-16'")),
+         Single("DataInizioCiclo='2011-03-01'; DataAssegnata='2011-03-14'; DataRefertazione='2011-03-16'"),
          notCyclic + reported + assigned},
         {"a service without code is not looked at",
-         Single(ColumnsOf("DataAssegnata=NULL; CodicePrestazioneTariffario=NULL; CodicePrestazione=''")), ""},
+         Single("DataAssegnata=NULL; CodicePrestazioneTariffario=NULL; CodicePrestazione=''"), ""},
     };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.what);
-        PugliaClinic one;
-        one.Create({c.service});
+    for (const auto& [what, service, report] : cases) {
+        SCOPED_TRACE(what);
+        PugliaClinic one({service});
         one.Export("chkSimulazione=1");
-        EXPECT_EQ(one.Report(), c.report.empty() ? "" : c.report + "\r\n");
+        EXPECT_EQ(one.Report(), report.empty() ? "" : report + "\r\n");
     }
 }
 
 /// No period selects such a row.
 TEST(PugliaRunTest, ADocumentWithoutDispatchDateIsToldOnce) {
-    PugliaClinic clinic;
-    clinic.Create({ServiceClinic::Service({{"DataAiFiniConvenzione", "NULL"}}),
-                   ServiceClinic::Service({{"DataAiFiniConvenzione", "NULL"}})});
+    PugliaClinic clinic({Service("DataAiFiniConvenzione=NULL"), Service("DataAiFiniConvenzione=NULL")});
     const auto connection = clinic.Connect();
     const auto rows = connection->Open("SELECT *, 72006 AS CodiceISTAT FROM VwPrestazionePerASL");
     ASLLInePuglia record(ttM);
@@ -208,8 +180,8 @@ TEST(PugliaRunTest, ADocumentWithoutDispatchDateIsToldOnce) {
 TEST(PugliaRunTest, AFileWithAnomaliesGoesOutAndIsMarked) {
     PugliaClinic clinic;
     // The document is checked after every row, with what the row says of it.
-    clinic.Create({Single({{"DataAssegnata", "NULL"}}),
-                   Single(ColumnsOf("DataAssegnata=NULL; NumeroDocumento=9; IDTipoDocumento=2")), Document(2)});
+    clinic.Create({Single("DataAssegnata=NULL"), Single("DataAssegnata=NULL; NumeroDocumento=9; IDTipoDocumento=2"),
+                   Document(2)});
     const HostRun run = clinic.Export("chkVisualizza=1 answer:yes");
     const std::string message = "Data assegnata incongruente con data di spedizione\r\n";
     const std::string receipt = "Ricevuta A-9 del 16/03/2011:  - Prestazione ";
@@ -239,25 +211,20 @@ TEST(PugliaRunTest, ExportsMonthsOnlyUnderTheSpecialistsCode) {
 TEST(PugliaRunTest, AFailureIsNamedAndTakesEverythingBack) {
     struct Case {
         std::string reason;
-        std::vector<Row> services;
+        std::vector<SqlRow> services;
         const char* extraSql = "";
     };
     std::vector<Case> cases = {
-        {"Indice non compreso nell'intervallo: Fattura A-125 del 16/03/2011: ", std::vector<Row>(9, Document(2))},
+        {"Indice non compreso nell'intervallo: Fattura A-125 del 16/03/2011: ", std::vector<SqlRow>(9, Document(2))},
         {"vietato",
          {Document(1), Document(2)},
          "CREATE TRIGGER Vieta BEFORE UPDATE ON Parcella WHEN NEW.IDParcella = 2 BEGIN SELECT RAISE(ABORT, 'vietato');"
          " END;"}};
     cases.front().services.push_back(Document(1));
-    for (const auto& [column, value] : Row{{"NumeroDocumento", "'12x'"},
-                                           {"DataDocumento", "'2011-02-30'"},
-                                           {"DataRefertazione", "'ieri'"},
-                                           {"DataInizioCiclo", "'15/15/2011'"},
-                                           {"DataPrenotazione", "'x'"},
-                                           {"TotTicketEuro", "'molto'"},
-                                           {"TotQuotaPazienteTicketEuro", "'poco'"},
-                                           {"Quantita", "70000"}}) {
-        cases.push_back({column, {Document(1), Document(2, {{column, value}})}});
+    for (const std::string cell : {"NumeroDocumento='12x'", "DataDocumento='2011-02-30'", "DataRefertazione='ieri'",
+                                   "DataInizioCiclo='15/15/2011'", "DataPrenotazione='x'", "TotTicketEuro='molto'",
+                                   "TotQuotaPazienteTicketEuro='poco'", "Quantita=70000"}) {
+        cases.push_back({cell.substr(0, cell.find('=')), {Document(1), Document(2, cell)}});
     }
     for (const Case& c : cases) {
         SCOPED_TRACE(c.reason);
@@ -271,7 +238,7 @@ TEST(PugliaRunTest, AFailureIsNamedAndTakesEverythingBack) {
         EXPECT_NE(message.find("Si è verificato un errore durante la generazione del file."), std::string::npos);
         EXPECT_NE(message.find(c.reason), std::string::npos) << message;
         for (const std::string& folder : {clinic.out, clinic.work}) {
-            EXPECT_EQ(FilesIn(folder), (Row{{"C700007.txt", "earlier"}}));
+            EXPECT_EQ(FilesIn(folder), (Files{{"C700007.txt", "earlier"}}));
         }
         EXPECT_EQ(clinic.Query("SELECT COUNT(*) FROM Parcella WHERE ElaborataASL <> 0 OR ProgressivoRicetta > 0"),
                   std::vector<std::string>{"0"});

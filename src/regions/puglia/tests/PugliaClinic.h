@@ -12,6 +12,7 @@ struct PugliaClinic : ServiceClinic {
         idRegioneTariffario = 13;
         clinic = 16;
     }
+    explicit PugliaClinic(const std::vector<SqlRow>& services) : PugliaClinic() { Create(services); }
     HostRun Export(const std::string& before = {}) const {
         return Run(WordsOf(before) + std::vector{"txtPath=" + out, std::string("cmdConferma!")});
     }

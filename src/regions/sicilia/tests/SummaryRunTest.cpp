@@ -6,17 +6,10 @@
 namespace vlm::test {
 namespace {
 
-using Row = ServiceClinic::Row;
-
-Row Sent(int parcella, const std::string& date, const std::string& quantity, const std::string& amount,
-         const Row& more = {}) {
-    Row row = more;
-    row["IDParcella"] = std::to_string(parcella);
-    row["DataAiFiniConvenzione"] = "'" + date + "'";
-    row["Quantita"] = quantity;
-    row["TotaleEuro"] = amount;
-    row.try_emplace("ElaborataASL", "1");
-    return ServiceClinic::Service(row);
+SqlRow Sent(int parcella, const std::string& date, const std::string& quantity, const std::string& amount,
+            const std::string& more = {}) {
+    return Service("IDParcella=" + std::to_string(parcella) + "; DataAiFiniConvenzione='" + date +
+                   "'; Quantita=" + quantity + "; TotaleEuro=" + amount + "; ElaborataASL=1; " + more);
 }
 
 HostRun Export(const ServiceClinic& clinic) {
@@ -35,16 +28,15 @@ std::string LinesIn(const ServiceClinic& clinic) {
 }
 
 TEST(SummaryRunTest, WritesALineForEachMonthAtItsPositions) {
-    ServiceClinic clinic;
-    clinic.Create({
+    ServiceClinic clinic({
         Sent(1, "2011-01-10", "2", "1234.5"),
         Sent(1, "2011-01-10", "0", "10.25"),
         // The document goes on in February: its ticket counts in January only. No minimum of one here.
         Sent(1, "2011-02-01", "NULL", "3"),
-        Sent(2, "2011-02-02", "3", "4", {{"TotQuotaPazienteTicketEuro", "36.15"}, {"QuotaRicettaEuro", "NULL"}}),
-        Sent(3, "2011-03-02", "7", "100", {{"ElaborataASL", "0"}}),  // not sent yet
-        Sent(4, "2011-04-01", "7", "100"),                           // another quarter
-        Sent(5, "2011-03-31 18:00:00", "12", "-0.5", {{"CodiceRegionale", "'98'"}}),
+        Sent(2, "2011-02-02", "3", "4", "TotQuotaPazienteTicketEuro=36.15; QuotaRicettaEuro=NULL"),
+        Sent(3, "2011-03-02", "7", "100", "ElaborataASL=0"),  // not sent yet
+        Sent(4, "2011-04-01", "7", "100"),                    // another quarter
+        Sent(5, "2011-03-31 18:00:00", "12", "-0.5", "CodiceRegionale='98'"),
     });
     const HostRun run = Export(clinic);
     const auto line = [](const char* month, const char* gross, const char* ticket, const char* count,
@@ -62,14 +54,13 @@ TEST(SummaryRunTest, WritesALineForEachMonthAtItsPositions) {
 }
 
 TEST(SummaryRunTest, BranchesMeetInOneLineWhenTheirMonthsDoAndATicketCountsAgainWhenItsDocumentComesBack) {
-    ServiceClinic branches;
-    branches.Create({Sent(1, "2011-01-10", "1", "1"), Sent(2, "2011-01-11", "2", "2", {{"CodiceBranca", "'09'"}}),
-                     Sent(3, "2011-02-11", "4", "4", {{"CodiceBranca", "'09'"}}),
-                     Sent(4, "2011-01-11", "8", "8", {{"CodiceBranca", "'10'"}})});
+    ServiceClinic branches({Sent(1, "2011-01-10", "1", "1"), Sent(2, "2011-01-11", "2", "2", "CodiceBranca='09'"),
+                            Sent(3, "2011-02-11", "4", "4", "CodiceBranca='09'"),
+                            Sent(4, "2011-01-11", "8", "8", "CodiceBranca='10'")});
     Export(branches);
     EXPECT_EQ(LinesIn(branches), "08 00000301 0000007,00; 09 00000402 0000003,50; 10 00000801 0000003,50; ");
-    ServiceClinic tickets;
-    tickets.Create({Sent(0, "2011-01-10", "1", "1"), Sent(2, "2011-01-11", "1", "1"), Sent(0, "2011-01-12", "1", "1")});
+    ServiceClinic tickets(
+        {Sent(0, "2011-01-10", "1", "1"), Sent(2, "2011-01-11", "1", "1"), Sent(0, "2011-01-12", "1", "1")});
     Export(tickets);
     EXPECT_EQ(LinesIn(tickets), "08 00000301 0000010,50; ");
 }
@@ -78,8 +69,8 @@ TEST(SummaryRunTest, ChecksTheRunOnceAndOnItsFirstRow) {
     ServiceClinic clinic;
     clinic.numeroASL = "' '";
     clinic.codiceDistretto = "NULL";
-    clinic.Create({Sent(1, "2011-01-10", "1", "1", {{"CodiceRegionale", "' '"}, {"CodiceBranca", "NULL"}}),
-                   Sent(2, "2011-02-10", "1", "1")});
+    clinic.Create(
+        {Sent(1, "2011-01-10", "1", "1", "CodiceRegionale=' '; CodiceBranca=NULL"), Sent(2, "2011-02-10", "1", "1")});
     const HostRun run = Export(clinic);
     EXPECT_EQ(ReadBytes(clinic.work + "/0000111SErr.txt"),
               "[1] Codice Azienda ASL mancante\r\n[2] Distretto ASL mancante\r\n"
@@ -88,18 +79,15 @@ TEST(SummaryRunTest, ChecksTheRunOnceAndOnItsFirstRow) {
     EXPECT_TRUE(NamesIn(clinic.out).empty());
     EXPECT_NE(run.Of("message").at(0).find(R"("icon":"question","buttons":"yesno","answer":"no")"), std::string::npos);
 
-    ServiceClinic later;
-    later.Create({Sent(1, "2011-01-10", "1", "1"), Sent(2, "2011-02-10", "1", "1", {{"CodiceRegionale", "NULL"}})});
+    ServiceClinic later({Sent(1, "2011-01-10", "1", "1"), Sent(2, "2011-02-10", "1", "1", "CodiceRegionale=NULL")});
     Export(later);
     EXPECT_EQ(ReadBytes(later.work + "/2010111SErr.txt"), "");
     EXPECT_EQ(ReadBytes(later.out + "/2010111S.txt").substr(62 + 5, 6), "      ");
 }
 
 TEST(SummaryRunTest, ACountBeyondItsWidthIsAnErrorAndAnEmptyQuarterSaysSo) {
-    for (const auto& [sent, told] : Row{{"0", "Nessun dato da elaborare."}, {"1", "Overflow"}}) {
-        ServiceClinic clinic;
-        clinic.Create({Sent(1, "2011-01-10", "30000", "1", {{"ElaborataASL", sent}}),
-                       Sent(2, "2011-01-10", "30000", "1", {{"ElaborataASL", sent}})});
+    for (const auto& [sent, told] : {std::pair{"ElaborataASL=0", "Nessun dato da elaborare."}, {"", "Overflow"}}) {
+        ServiceClinic clinic({Sent(1, "2011-01-10", "30000", "1", sent), Sent(2, "2011-01-10", "30000", "1", sent)});
         EXPECT_NE(Export(clinic).Of("message").at(0).find(told), std::string::npos);
         EXPECT_TRUE(NamesIn(clinic.out).empty());
         EXPECT_TRUE(NamesIn(clinic.work).empty());
