@@ -70,7 +70,6 @@ TEST_F(FiscalCodeDecoderTest, ReadsWhatACodeSays) {
     };
     for (const auto& [code, person, why] : cases) EXPECT_EQ(Decoded(Checked(code)), person) << code << ": " << why;
 
-    // The century turns with the day.
     Connect(1999, 12, 31);
     EXPECT_EQ(Decoded(Checked("RSSMRA00A01H501")), "01/01/1900 M 4");
     EXPECT_THROW(decoder->SetFiscalCode(Checked("RSSMRA00B29H501")), Error) << "1900 was no leap year";

@@ -1,6 +1,5 @@
 #include <cstdlib>
 #include <gtest/gtest.h>
-#include <map>
 #include <sqlite3.h>
 #include <sstream>
 
@@ -48,15 +47,8 @@ public:
         return said;
     }
 
-    /// What stands in a folder after the runs, but for the files whose names are made up anew each time.
-    std::map<std::string, std::string> Files(const std::string& place) const {
-        std::map<std::string, std::string> files;
-        for (const std::string& name : test::NamesIn(folder_.Path() / place)) {
-            const std::string path = folder_ / (place + "/" + name);
-            if (std::filesystem::is_regular_file(path)) files[name] = test::ReadBytes(path);
-        }
-        return files;
-    }
+    /// What stands in a folder after the runs; folders inside are empty texts, for the names in them are made up anew.
+    std::map<std::string, std::string> Files(const std::string& place) const { return test::FilesIn(folder_ / place); }
 
 private:
     TempFolder folder_;

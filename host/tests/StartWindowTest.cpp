@@ -14,7 +14,6 @@ namespace {
 
 using Words = std::vector<std::string>;
 
-/// The window with steps of a user, what it said and what it opened.
 struct Start {
     Start(HostOptions options, Words words) {
         ui::ConsoleToolkit toolkit(ui::ConsoleScript(std::move(words)), log);

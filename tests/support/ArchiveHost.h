@@ -39,7 +39,6 @@ public:
     std::vector<std::string> requests;  // "patients", "exemptions"
 
 private:
-    /// A patient that is there, whom the host does not store.
     struct Unsaved final : HostRecord {
         void SetConnection(const data::ConnectionPtr&) override {}
         void SetSecurity(const HostObjectPtr&, const HostObjectPtr&) override {}
@@ -71,7 +70,6 @@ private:
 /// program it is: user MARIA.
 class ArchiveHost {
 public:
-    /// Scripts that fill the tables, run in plain SQLite.
     explicit ArchiveHost(const std::string& clinicSql = {}, const std::string& masterSql = {}) {
         Create("Aldra", host::MasterSchema(), kComuni + masterSql);
         Create("Studio0012", host::ClinicSchema(), clinicSql);
@@ -89,7 +87,6 @@ public:
     std::vector<std::string> Query(const std::string& sql) const {
         return data::testing::RowTexts(*Connect()->Open(sql));
     }
-    /// The lock service of a user of this program.
     HostObjectPtr LockServiceOf(const std::string& user) const {
         return server::HostReference::Of(com::Make<host::LockService>(connection, user, clock).Get());
     }

@@ -18,7 +18,6 @@ Error Caught(Action action) {
     return Error("");
 }
 
-/// What it says.
 template <typename Action>
 std::string CaughtText(Action action) {
     return Caught(action).what();

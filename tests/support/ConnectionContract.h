@@ -18,7 +18,6 @@ public:
     virtual ConnectionPtr Connect() = 0;
 };
 
-/// A test over such databases.
 template <typename Test>
 class OnDatabases : public Test {
 protected:

@@ -6,7 +6,6 @@
 
 namespace vlm::data::testing {
 
-/// A folder of databases that lives as long as the test.
 class DatabaseFolder final : public ConnectionFixture {
 public:
     DatabaseFolder() {
@@ -16,7 +15,6 @@ public:
 
     const std::filesystem::path& Path() const { return folder_.Path(); }
 
-    /// An empty file is an empty database.
     void CreateDatabase(const std::string& database) const { std::ofstream(Path() / (database + ".sqlite")); }
 
     std::string ConnectionText(const std::string& database = "Studio0012") const {
@@ -35,7 +33,6 @@ private:
     test::TempFolder folder_;
 };
 
-/// A test over such a folder.
 class DatabaseTest : public OnDatabases<::testing::Test> {
 protected:
     DatabaseTest() {

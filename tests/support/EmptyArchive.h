@@ -4,7 +4,6 @@
 
 namespace vlm::test {
 
-/// A connection to an archive without rows.
 class EmptyArchive final : public FakeConnection {
 public:
     data::RecordsetPtr Open(std::string_view) override {

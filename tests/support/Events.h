@@ -8,7 +8,6 @@
 /// Events of the reference host, as its log writes them.
 namespace vlm::test {
 
-/// One field of a state event.
 inline std::string FieldOf(const std::string& event, const std::string& key) {
     const std::size_t at = event.find("\"" + key + "\":");
     if (at == std::string::npos) return "<no " + key + ">";
@@ -72,8 +71,7 @@ inline const std::string kConcludedEvent = MessageEvent("Elaborazione conclusa."
 
 inline std::string FocusEvent(const std::string& control) { return R"({"event":"focus","name":")" + control + "\"}"; }
 
-/// What happened between the opening and the closing of the one dialog.
-inline std::vector<std::string> Inside(const HostRun& run) {
+inline Lines Inside(const HostRun& run) {
     if (run.events.size() < 2) return {"<no dialog>"};
     return {run.events.begin() + 1, run.events.end() - 1};
 }

@@ -11,7 +11,6 @@
 
 namespace vlm::test {
 
-/// The rows of one query, given by the test.
 struct FakeTable {
     std::vector<std::string> columns;
     std::vector<std::vector<data::Value>> rows;

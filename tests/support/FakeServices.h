@@ -52,7 +52,6 @@ struct FakeServices {
     sys::FixedInstallFolder installFolder;
     MissingComponents components;
     NoWorkbooks workbooks;
-    /// These services with another toolkit.
     Library::Services With(ui::Toolkit& shown) {
         return {shown, utility, settings, clock, programs, installFolder, components, workbooks};
     }

@@ -6,7 +6,6 @@
 
 namespace vlm::test {
 
-/// A row for a table: SQL literals by column name.
 using SqlRow = std::map<std::string, std::string>;
 
 inline std::string InsertionInto(const std::string& table, const SqlRow& row) {

@@ -5,7 +5,6 @@
 
 namespace vlm::test {
 
-/// What stands at a position of a line.
 struct Piece {
     std::size_t position;
     std::string text;

@@ -69,8 +69,8 @@ std::string DatabaseOf(int clinic) { return std::string("Studio").append(text::F
 
 }  // namespace
 
-std::vector<std::string> HostRun::Of(const std::string& kind) const {
-    std::vector<std::string> found;
+Lines HostRun::Of(const std::string& kind) const {
+    Lines found;
     for (const std::string& event : events) {
         if (event.rfind("{\"event\":\"" + kind + "\"", 0) == 0) found.push_back(event);
     }
@@ -110,19 +110,19 @@ void ServiceClinic::Create(const std::vector<SqlRow>& services) {
     database.Commit();
 }
 
-std::vector<std::string> ServiceClinic::Arguments(const std::string& component) const {
+Lines ServiceClinic::Arguments(const std::string& component) const {
     return {"--data",  data,  "--clinic", std::to_string(clinic), "--work", work, "--settings", settings,
             "--today", today, component};
 }
 
-HostRun RunReferenceHost(const std::vector<std::string>& arguments) {
+HostRun RunReferenceHost(const Lines& arguments) {
     std::ostringstream output;
     std::ostringstream errors;
     const int status = host::RunHost(arguments, output, errors, false);
     return {status, LinesOf(output.str()), errors.str()};
 }
 
-HostRun ServiceClinic::Run(const std::vector<std::string>& steps, const std::string& component) const {
+HostRun ServiceClinic::Run(const Lines& steps, const std::string& component) const {
     return RunReferenceHost(Arguments(component) + steps);
 }
 
@@ -137,8 +137,6 @@ vlm::data::ConnectionPtr ServiceClinic::Connect() const {
                                                 ";Initial Catalog=" + DatabaseOf(clinic));
 }
 
-std::vector<std::string> ServiceClinic::Query(const std::string& sql) const {
-    return data::testing::RowTexts(*Connect()->Open(sql));
-}
+Lines ServiceClinic::Query(const std::string& sql) const { return data::testing::RowTexts(*Connect()->Open(sql)); }
 
 }  // namespace vlm::test

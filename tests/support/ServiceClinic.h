@@ -6,21 +6,20 @@
 #include "database/Connection.h"
 #include "support/Insertion.h"
 #include "support/TempFolder.h"
+#include "support/Words.h"
 
 namespace vlm::test {
 
 /// What a run of the reference host gave.
 struct HostRun {
     int status = 0;
-    std::vector<std::string> events;  // JSON, one object a line
+    Lines events;  // JSON, one object a line
     std::string errors;
 
-    /// The events of one kind, in order.
-    std::vector<std::string> Of(const std::string& kind) const;
+    Lines Of(const std::string& kind) const;
 };
 
-/// Runs the reference host as its command line says.
-HostRun RunReferenceHost(const std::vector<std::string>& arguments);
+HostRun RunReferenceHost(const Lines& arguments);
 
 /// A row of the services view; every column has a value of its own, but for the changes; see ColumnsOf.
 inline SqlRow Service(const std::string& changes = {}) { return ColumnsOf("IDPaziente=1; " + changes); }
@@ -47,13 +46,12 @@ public:
     void CreateDatabase(int number, const std::string& sql) const;
 
     /// What the host is told before the steps, to run a component in this clinic.
-    std::vector<std::string> Arguments(const std::string& component) const;
-    /// Runs a component with steps.
-    HostRun Run(const std::vector<std::string>& steps, const std::string& component = "ASLExport") const;
+    Lines Arguments(const std::string& component) const;
+    HostRun Run(const Lines& steps, const std::string& component = "ASLExport") const;
     /// A connection of somebody else's to the clinic's database.
     vlm::data::ConnectionPtr Connect() const;
     /// One row of texts for each row of a query in the clinic's database, joined by "|"; see RowText.
-    std::vector<std::string> Query(const std::string& sql) const;
+    Lines Query(const std::string& sql) const;
 
     TempFolder folder;
     std::string data, work, out, settings;

@@ -11,7 +11,6 @@
 
 namespace vlm::test {
 
-/// A folder of a test's own that goes with it.
 class TempFolder {
 public:
     TempFolder() {
@@ -32,7 +31,6 @@ public:
         const std::u8string inside = (path_ / std::u8string(name.begin(), name.end())).u8string();
         return {inside.begin(), inside.end()};
     }
-    /// Creates a folder inside.
     std::string Folder(const std::string& name) const {
         std::filesystem::create_directories(path_ / name);
         return *this / name;
@@ -55,7 +53,6 @@ inline std::string ReadBytes(const std::string& path) {
     return {std::istreambuf_iterator<char>(file), {}};
 }
 
-/// Names in a folder, hidden ones too, in order.
 inline std::vector<std::string> NamesIn(const std::filesystem::path& folder) {
     std::vector<std::string> names;
     for (const auto& entry : std::filesystem::directory_iterator(folder)) {

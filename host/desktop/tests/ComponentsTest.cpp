@@ -15,7 +15,6 @@ namespace {
 
 using Words = std::vector<std::string>;
 
-/// A desktop with a user who does the steps.
 class UserDesktop : public host::Desktop {
 public:
     explicit UserDesktop(const Words& words) : words_(words) {}

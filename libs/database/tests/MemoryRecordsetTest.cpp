@@ -24,7 +24,6 @@ protected:
         Write(rows, {{"selezionato", selected}, {"COGNOME", surname}, {"IDPaziente", key}, {"Importo", amount}});
     }
 
-    /// The keys of the rows that a filter shows.
     std::string KeysOf(const std::string& filter) {
         rows.SetFilter(filter);
         std::string keys;

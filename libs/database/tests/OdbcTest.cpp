@@ -15,7 +15,6 @@ using odbc::ExactDecimal;
 using odbc::OdbcConnection;
 using odbc::OdbcText;
 
-/// Databases that are files, through the driver for them.
 class OdbcFiles final : public ConnectionFixture {
 public:
     void Run(const std::string& database, const std::string& sql) override { Open(database)->Execute(sql); }

@@ -154,7 +154,6 @@ TEST(DialogModel, MnemonicsStandBehindSingleAmpersands) {
     }
 }
 
-/// The only column's cells in the order shown.
 Calls Shown(const GridModel& model, const RowOrder& order) {
     Calls shown;
     for (int place = 0; place < model.RowCount(); ++place) {

@@ -5,11 +5,10 @@
 #include "XlsxFile.h"
 #include "detect/DetectingOpener.h"
 #include "support/TempFolder.h"
+#include "support/Words.h"
 #include "values/Error.h"
 
 namespace vlm::test {
-
-using Lines = std::vector<std::string>;
 
 /// A workbook that a library of somebody else's wrote.
 inline std::string DataFile(const std::string& name) {
@@ -50,7 +49,6 @@ protected:
         file.Write(path_);
         return files::DetectingOpener().Open(path_);
     }
-    /// The first sheet.
     template <typename File>
     Lines Read(const File& file, std::uint32_t columns) {
         return DumpOf(Open(file)->Sheet(1), columns);

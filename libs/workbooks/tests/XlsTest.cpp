@@ -6,7 +6,6 @@ namespace vlm::test {
 
 namespace {
 
-/// Numbers in the byte order of the file.
 std::string Le16(std::uint32_t value) {
     return {static_cast<char>(value & 0xFF), static_cast<char>((value >> 8) & 0xFF)};
 }
@@ -19,11 +18,9 @@ std::string LeDouble(double value) {
 std::string Record(std::uint16_t type, const std::string& data = {}) {
     return Le16(type) + Le16(static_cast<std::uint32_t>(data.size())) + data;
 }
-/// The beginning of a cell's record.
 std::string CellAt(std::uint32_t row, std::uint32_t column, std::uint32_t style = 0) {
     return Le16(row) + Le16(column) + Le16(style);
 }
-/// A cell with one of the shared texts.
 std::string Shared(std::uint32_t column) { return Record(0xFD, CellAt(0, column) + Le32(column)); }
 
 std::string Seed(const std::string& name) {
@@ -77,7 +74,6 @@ std::string Special(char kind, char value) { return std::string{kind, '\0', valu
 
 class XlsTest : public WorkbookTest {
 protected:
-    /// The first row of a sheet of records.
     std::string Row(const std::string& records, const std::string& globals = {}) {
         return Read(XlsOf({{records}}, globals), 3).at(0);
     }
@@ -86,7 +82,6 @@ protected:
         int at = 0;
         for (const std::string& bytes : {files...}) EXPECT_EQ(Fault(bytes), reason) << at++;
     }
-    /// The good file with a number of four bytes put in.
     std::string With(std::size_t at, std::uint32_t number) const {
         return std::string(good_).replace(at, 4, Le32(number));
     }

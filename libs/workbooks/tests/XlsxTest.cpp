@@ -9,7 +9,6 @@ namespace {
 
 class XlsxTest : public WorkbookTest {
 protected:
-    /// One row of cells given as XML.
     std::string Row(const std::string& cells) {
         XlsxFile file;
         file.SharedXml("<si><t>zero</t></si><si><t>uno</t></si>").SheetXml("F", "<row>" + cells + "</row>");

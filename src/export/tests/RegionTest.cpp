@@ -64,10 +64,8 @@ constexpr RegionDescription kRegions[] = {{.title = "every other"},
                                            .operationTypes = false,
                                            .needsBranch = false}};
 
-/// A clinic in the made-up region, with files of an earlier run.
 class RegionTest : public ::testing::Test {
 protected:
-    /// Notes what stands in the folders when something is said.
     struct Watching : FakeServices::Silent {
         explicit Watching(const RegionTest& region) : test(region) {}
         ui::Answer Show(const ui::Message& message) override {
@@ -96,7 +94,7 @@ protected:
         component.CodiceRegionale = "700007";
         return component.Export(clinic.out, ttS, false);
     }
-    HostRun Show(const std::vector<std::string>& steps) {
+    HostRun Show(const Lines& steps) {
         std::ostringstream log;
         ui::JsonEventLog events(log);
         ui::ConsoleToolkit toolkit(ui::ConsoleScript(steps), events);
@@ -109,7 +107,7 @@ protected:
         return ReadBytes(clinic.out + "/700007.txt") + "|" + ReadBytes(clinic.work + "/700007.txt") + "|" +
                ReadBytes(clinic.work + "/700007Err.txt");
     }
-    std::vector<std::string> Marked() const {
+    Lines Marked() const {
         return clinic.Query("SELECT IDParcella FROM Parcella WHERE ProgressivoRicetta = 1 ORDER BY IDParcella");
     }
 
@@ -164,7 +162,7 @@ TEST_F(RegionTest, OtherNumbersGoToTheRegionOfEveryOther) {
 
 TEST_F(RegionTest, ARunTellsWhatItCameTo) {
     EXPECT_EQ(Export(services.toolkit), 2);
-    EXPECT_EQ(Marked(), (std::vector<std::string>{"1", "2"}));
+    EXPECT_EQ(Marked(), (Lines{"1", "2"}));
     const auto connection = clinic.Connect();
     connection->Execute("UPDATE VwPrestazionePerASL SET IDTipoOperazione = 3 WHERE IDParcella = 2");
     EXPECT_EQ(Export(services.toolkit), 3);
@@ -177,7 +175,6 @@ TEST_F(RegionTest, ARunTellsWhatItCameTo) {
 TEST_F(RegionTest, ARunThatFailsHasFailedAndTakesEverythingBackFirst) {
     const std::pair<std::function<void()>, std::string> failures[] = {
         {[] { throw Error("vietato"); }, kEarlier},
-        // The destination goes away.
         {[this] { std::filesystem::remove_all(clinic.out); }, "<missing>|earlier|earlier too"}};
     for (const auto& [failure, files] : failures) {
         for (const char* type : {"1", "3"}) {

@@ -20,7 +20,7 @@ TEST(ServiceExportDialogTest, ProposesThePeriodBeforeToday) {
 }
 
 TEST(ServiceExportDialogTest, ShowsAndEnablesWhatTypeAndRegionAllow) {
-    const std::vector<std::string> controls = WordsOf(
+    const Lines controls = WordsOf(
         "fraTipoExport? optTipoExport? cboMese? numAnno? cboTrimestre? numAnnoTrimestre? chkIncludiElaborate? "
         "chkIncludiPrecedenti? cboBranca? cboSpecialista? lstTipoOperazione? txtPath? cmdLink? chkVisualizza? "
         "chkSimulazione? cmdConferma? cmdVisualizza? cmdAnnulla?");
@@ -57,7 +57,7 @@ TEST(ServiceExportDialogTest, TheBranchFillsTheSpecialists) {
 TEST(ServiceExportDialogTest, EveryFailingCheckIsToldAndMovesTheFocus) {
     ServiceClinic clinic(kNoRows);
     const std::string path = FocusEvent("txtPath");
-    const std::pair<std::vector<std::string>, std::vector<std::string>> cases[] = {
+    const std::pair<Lines, Lines> cases[] = {
         {{"cboBranca=#-1", "txtPath=", "cmdConferma!"},
          {MissingEvent("Branca"), FocusEvent("cboBranca"), MissingEvent("Destinazione"), path}},
         {{"txtPath=   ", "cmdConferma!"}, {MissingEvent("Destinazione"), path}},
@@ -85,7 +85,7 @@ TEST(ServiceExportDialogTest, KeepsTheDestinationThoughAStepCannotBeDoneOrATable
 TEST(FileSelectionTest, ProposesTheFileOfThePeriodAndTellsOfIt) {
     ServiceClinic clinic(kNoRows);
     WriteBytes(clinic.out + "/2010111S.txt", std::string(1234567, 'x'));
-    using Case = std::tuple<std::vector<std::string>, std::string, std::string>;
+    using Case = std::tuple<Lines, std::string, std::string>;
     for (const auto& [before, path, visible] :
          {Case{{"optTipoExport=1", "txtPath=" + clinic.out}, clinic.out + "\\\\2010111S.txt", "+-++++"},
           Case{{"cboMese=7", "numAnno=2009", "txtPath= " + clinic.out + "\\ "},

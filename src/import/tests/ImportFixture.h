@@ -8,11 +8,10 @@
 #include "import/ASLImportPatient.h"
 #include "support/ArchiveHost.h"
 #include "support/Caught.h"
+#include "support/Words.h"
 #include "values/CodePage1252.h"
 
 namespace vlm::test {
-
-using Lines = std::vector<std::string>;
 
 /// The fixed entries of the import dialog's list, each with a comma behind it.
 inline constexpr const char* kAuthorityNames =

@@ -40,7 +40,7 @@ void PrescriptionClinic::Create(const std::vector<SqlRow>& prescriptions) {
     ServiceClinic::Create({});
 }
 
-HostRun PrescriptionClinic::Export(const std::vector<std::string>& more) const {
+HostRun PrescriptionClinic::Export(const Lines& more) const {
     return Show(WordsOf("cboBranca=2 dtFromDate=01/03/2011 dtToDate=31/03/2011 txtPath=" + File()) + more +
                 WordsOf("cmdConferma!"));
 }

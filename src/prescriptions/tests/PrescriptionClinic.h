@@ -17,13 +17,13 @@ public:
     explicit PrescriptionClinic(const std::vector<SqlRow>& prescriptions) { Create(prescriptions); }
 
     /// The procedure's row sets, one for each statement.
-    std::vector<std::string> procedure = {"SELECT * FROM RicettaFarmaci WHERE IDRicettaFarmaci = ?1"};
+    Lines procedure = {"SELECT * FROM RicettaFarmaci WHERE IDRicettaFarmaci = ?1"};
 
     void Create(const std::vector<SqlRow>& prescriptions);
 
     /// Exports branch 2 from 01/03/2011 to 31/03/2011 to `File()`, after further steps.
-    HostRun Export(const std::vector<std::string>& more = {}) const;
-    HostRun Show(const std::vector<std::string>& steps) const { return Run(steps, "ASLPanoramico"); }
+    HostRun Export(const Lines& more = {}) const;
+    HostRun Show(const Lines& steps) const { return Run(steps, "ASLPanoramico"); }
     std::string File() const { return out + "/ricette.txt"; }
 };
 

@@ -25,7 +25,7 @@ TEST(PrescriptionDialogTest, OpensOnTheFirstBranchWithItsSpecialists) {
 TEST(PrescriptionDialogTest, StopsAtTheFirstFieldThatIsNotRight) {
     PrescriptionClinic clinic({Prescription("1")});
     // Dates in the wrong order and nobody chosen pass; they select nothing.
-    const std::vector<std::string> confirmations =
+    const Lines confirmations =
         WordsOf(
             "cboBranca=#-1 cmdConferma! cboBranca=1 cmdConferma! dtFromDate=31/03/2011 cmdConferma! "
             "dtToDate=01/03/2011 cmdConferma!") +
@@ -33,7 +33,7 @@ TEST(PrescriptionDialogTest, StopsAtTheFirstFieldThatIsNotRight) {
         WordsOf("cmdConferma! txtPath=ricette.txt cmdConferma! txtPath=" + clinic.out +
                 "/none/ricette.txt cmdConferma! txtPath=" + clinic.out + "\\ricette.txt cmdConferma!");
     const std::string path = FocusEvent("txtPath");
-    std::vector<std::string> events = Inside(clinic.Show(confirmations));
+    Lines events = Inside(clinic.Show(confirmations));
     std::erase_if(events, [](const std::string& event) { return event.find("\"pointer\"") != std::string::npos; });
     EXPECT_EQ(events, (std::vector{MissingEvent("Branca"), FocusEvent("cboBranca"), MissingEvent("Da data"),
                                    FocusEvent("dtFromDate"), MissingEvent("A data"), FocusEvent("dtToDate"),

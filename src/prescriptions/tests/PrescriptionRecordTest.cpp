@@ -12,7 +12,6 @@ namespace {
 
 using data::Value;
 
-/// A record over one row, the columns of which a test may change.
 class PrescriptionRecordTest : public testing::Test {
 protected:
     PrescriptionRecordTest() {

@@ -30,11 +30,11 @@ TEST(PrescriptionRunTest, WritesTheSelectedOnesByDateAndReplacesTheFile) {
     const HostRun run = clinic.Export({"chkVisualizza=1"});
     EXPECT_EQ(ReadBytes(clinic.File()), LineOf("2", "01032011") + LineOf("3", "16032011") + LineOf("1", "31032011"));
     EXPECT_EQ(Inside(run), (std::vector{kHourglass, kNormal, kConcludedEvent}));
-    EXPECT_EQ(NamesIn(clinic.out), std::vector<std::string>{"ricette.txt"});
+    EXPECT_EQ(NamesIn(clinic.out), Lines{"ricette.txt"});
 
     // An anomaly file of its own for each run; this record finds none.
     clinic.Export();
-    const std::vector<std::string> anomalies = NamesIn(clinic.work + "/AldraPanoramico");
+    const Lines anomalies = NamesIn(clinic.work + "/AldraPanoramico");
     ASSERT_EQ(anomalies.size(), 2U);
     for (const std::string& name : anomalies) EXPECT_EQ(ReadBytes(clinic.work + "/AldraPanoramico/" + name), "");
 }
@@ -63,7 +63,7 @@ TEST(PrescriptionRunTest, AnErrorKeepsTheLinesSoFar) {
         EXPECT_EQ(Inside(clinic.Export()),
                   (std::vector{kHourglass, kNormal, ErrorEvent(description), kConcludedEvent}));
         EXPECT_EQ(ReadBytes(clinic.File()), LineOf("1", "02032011"));
-        EXPECT_EQ(NamesIn(clinic.out), std::vector<std::string>{"ricette.txt"});
+        EXPECT_EQ(NamesIn(clinic.out), Lines{"ricette.txt"});
         EXPECT_EQ(NamesIn(clinic.work + "/AldraPanoramico").size(), 1U);
     }
 }
@@ -108,7 +108,7 @@ TEST(PrescriptionRunTest, AnEmptySelectionCreatesNothing) {
         EXPECT_EQ(Inside(run), (std::vector{kHourglass, kNormal, kNoDataEvent, kConcludedEvent}));
     }
     EXPECT_EQ(ReadBytes(clinic.out + "/old.txt"), "old");
-    EXPECT_EQ(NamesIn(clinic.out), std::vector<std::string>{"old.txt"});
+    EXPECT_EQ(NamesIn(clinic.out), Lines{"old.txt"});
     EXPECT_TRUE(NamesIn(clinic.work).empty());
 }
 

@@ -74,7 +74,7 @@ void ProjectClinic::Create(const Centres& centres) {
     ServiceClinic::Create({});
 }
 
-HostRun ProjectClinic::Export(const std::vector<std::string>& more) const {
+HostRun ProjectClinic::Export(const Lines& more) const {
     return Show(WordsOf("numAnno=2011 cboDaTrimestre=#0 cboATrimestre=#1 txtPath=" + out) + more +
                 WordsOf("cmdConferma!"));
 }

@@ -23,9 +23,9 @@ public:
     /// Writes the databases of the centres; clinic 12 is always one of them.
     void Create(const Centres& centres);
 
-    HostRun Show(const std::vector<std::string>& steps) const { return Run(steps, "ExportProgetti"); }
+    HostRun Show(const Lines& steps) const { return Run(steps, "ExportProgetti"); }
     /// Exports the first two quarters of 2011 to `out`, after further steps.
-    HostRun Export(const std::vector<std::string>& more = {}) const;
+    HostRun Export(const Lines& more = {}) const;
     std::string File(const std::string& centre = "00") const { return out + "/S201101201102" + centre + ".txt"; }
     std::string Content(const std::string& centre = "00") const { return ReadBytes(File(centre)); }
     /// The numbers of the projects in the file, joined by blanks.

@@ -29,7 +29,7 @@ TEST(ProjectDialogTest, StopsAtTheFirstFieldThatIsNotRight) {
          "cmdConferma!", "numAnno=2011", "cmdConferma!", "cboDaTrimestre=#3", "cmdConferma!", "txtPath=" + clinic.out,
          // Dates and quarters in the wrong order pass.
          "cboATrimestre=#0", "dtFromDate=02/01/2011", "dtToDate=01/01/2011", "cmdConferma!"});
-    std::vector<std::string> events = Inside(run);
+    Lines events = Inside(run);
     std::erase_if(events, [](const std::string& event) { return event.find("\"pointer\"") != std::string::npos; });
     EXPECT_EQ(events, (std::vector{MissingEvent("Destinazione"), FocusEvent("txtPath"), kInvalidPathEvent,
                                    FocusEvent("txtPath"), MissingEvent("Anno"), FocusEvent("numAnno"),

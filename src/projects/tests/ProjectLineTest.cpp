@@ -6,7 +6,6 @@
 namespace vlm::test {
 namespace {
 
-/// The file of one centre with these rows.
 std::string FileOf(const std::vector<SqlRow>& rows) {
     ProjectClinic clinic({{12, rows}});
     clinic.Export();
@@ -70,9 +69,9 @@ TEST(ProjectLineTest, WritesWhatAColumnHolds) {
 }
 
 /// Positions 155 to 187 of each line.
-std::vector<std::string> AmountsOf(const std::vector<SqlRow>& rows) {
+Lines AmountsOf(const std::vector<SqlRow>& rows) {
     const std::string file = FileOf(rows);
-    std::vector<std::string> amounts;
+    Lines amounts;
     for (std::size_t at = 0; at + 197 <= file.size(); at += 197) amounts.push_back(file.substr(at + 154, 33));
     return amounts;
 }
@@ -83,7 +82,7 @@ TEST(ProjectLineTest, EveryRowOfAProjectCompletesItsLine) {
         return Project(project,
                        "IDStatoPrestazioneErogata=" + of + "; NumeroAccessi=" + accesses + "; ImportoTotale=" + amount);
     };
-    const auto lines = [](std::vector<std::string> amounts) { return amounts; };
+    const auto lines = [](Lines amounts) { return amounts; };
     EXPECT_EQ(AmountsOf({state("1", "1", "10", "250"), state("1", "10", "4", "100")}),
               lines({"0100040025,00025,00000,0000350,00"}));
     // The last row of a state stands, all of them count; other states add to the total alone.

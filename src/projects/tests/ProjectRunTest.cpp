@@ -30,9 +30,8 @@ TEST(ProjectRunTest, WritesEveryCentreWithATeamInTheirOrder) {
     clinic.Export({"cboStudio=13"});  // nothing matches
     EXPECT_EQ(clinic.Content("13"), "");
     clinic.Export({"numAnno=900", "cboDaTrimestre=#3", "cboATrimestre=#2", "txtPath=" + clinic.out + "\\"});
-    EXPECT_EQ(NamesIn(clinic.out),
-              (std::vector<std::string>{"S20110120110200.txt", "S20110120110207.txt", "S201101201102123.txt",
-                                        "S20110120110213.txt", "S900049000300.txt"}));
+    EXPECT_EQ(NamesIn(clinic.out), (Lines{"S20110120110200.txt", "S20110120110207.txt", "S201101201102123.txt",
+                                          "S20110120110213.txt", "S900049000300.txt"}));
 }
 
 TEST(ProjectRunTest, TakesWhatTheFiltersLetThrough) {
@@ -44,7 +43,7 @@ TEST(ProjectRunTest, TakesWhatTheFiltersLetThrough) {
            Project("4", "DataAutorizzazione='2011-02-28 23:59:30'"), Project("5", "DataAutorizzazione=NULL"),
            Project("6", "Periodo=2"), Project("7", "Periodo=3"), Project("8", "Anno=2010"), Project("9", "Anno=NULL"),
            Project("10", "Periodo=4")}}});
-    using Case = std::pair<std::vector<std::string>, const char*>;
+    using Case = std::pair<Lines, const char*>;
     for (const auto& [steps, projects] :
          {Case{{}, "1 2 3 4 5 6"}, Case{{"cboStatoProgetto=#0"}, "2 3 4 5 6"}, Case{{"cboStatoProgetto=#1"}, "1"},
           Case{{"cboStatoProgetto=#-1"}, "1 2 3 4 5 6"}, Case{{"dtFromDate=01/02/2011"}, "2 3 4"},
@@ -70,10 +69,10 @@ TEST(ProjectRunTest, AnEmptiedDateStillFilters) {
     // One component, two dialogs.
     std::ostringstream log;
     ui::JsonEventLog events(log);
-    const std::vector<std::string> run = {"numAnno=2011", "cboDaTrimestre=#0", "cboATrimestre=#1",
-                                          "txtPath=" + clinic.out, "cmdConferma!"};
-    const std::vector<std::string> first = WordsOf("in:frmExportProgetti dtToDate=15/01/2011");
-    const std::vector<std::string> words = first + run + WordsOf("end: in:frmExportProgetti") + run + WordsOf("end:");
+    const Lines run = {"numAnno=2011", "cboDaTrimestre=#0", "cboATrimestre=#1", "txtPath=" + clinic.out,
+                       "cmdConferma!"};
+    const Lines first = WordsOf("in:frmExportProgetti dtToDate=15/01/2011");
+    const Lines words = first + run + WordsOf("end: in:frmExportProgetti") + run + WordsOf("end:");
     ui::ConsoleToolkit toolkit(ui::ConsoleScript(words), events);
     FakeServices services;
     Library library(services.With(toolkit));
@@ -105,7 +104,7 @@ TEST(ProjectRunTest, AnErrorKeepsTheLinesSoFar) {
         (std::vector{kHourglass, kNormal, ErrorEvent("Il valore 'domani' della colonna DataScelta non è una data."),
                      kConcludedEvent}));
     EXPECT_EQ(clinic.Projects(), "71 1");
-    EXPECT_EQ(NamesIn(clinic.out), std::vector<std::string>{"S20110120110200.txt"});
+    EXPECT_EQ(NamesIn(clinic.out), Lines{"S20110120110200.txt"});
 }
 
 TEST(ProjectRunTest, ACentreWithoutItsDatabaseIsNamed) {

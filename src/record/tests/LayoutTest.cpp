@@ -8,7 +8,6 @@
 namespace vlm {
 namespace {
 
-/// A parcel and its label: one field of every kind.
 struct Parcel {
     FixedText<5> Code;
     std::string Name;

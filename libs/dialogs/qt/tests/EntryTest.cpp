@@ -7,7 +7,6 @@
 #include "support/TempFolder.h"
 #include "support/WindowDesk.h"
 
-/// What a user types into fields, key by key.
 namespace vlm::ui::test {
 namespace {
 

@@ -5,13 +5,11 @@
 #include "support/Caught.h"
 #include "support/WindowDesk.h"
 
-/// Windows as wholes: how they open, close and answer.
 namespace vlm::ui::test {
 namespace {
 
 using Calls = std::vector<std::string>;
 
-/// How often a widget was painted.
 class PaintCounter : public QObject {
 public:
     explicit PaintCounter(QWidget& widget) { widget.installEventFilter(this); }

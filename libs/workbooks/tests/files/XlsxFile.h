@@ -20,7 +20,6 @@ public:
     XlsxFile& SheetXml(const std::string& name, const std::string& rows);
     /// Puts a part in place of the one that would be written, or beside it.
     XlsxFile& Part(const std::string& name, const std::string& content);
-    /// Leaves a part out.
     XlsxFile& Without(const std::string& name);
     /// Texts for cells of type "s", as XML of `si` elements, before those of Sheet.
     XlsxFile& SharedXml(const std::string& items);

@@ -9,7 +9,6 @@
 namespace vlm::test {
 namespace {
 
-/// Title and width of every column, in order.
 constexpr const char* kColumns =
     "Progr.:50;Cognome:100;Nome:100;Valuta:43;Tot. prestaz.:80;Tot. Ticket:80;Cod. assistito:100;"
     "Cod. Fisc. assistito:110;Num. ricetta:110;Data rilascio ricetta:115;Data spediz. ricetta:110;"
@@ -20,7 +19,6 @@ constexpr const char* kColumns =
     "Codice esenzione:65;Classe priorità:83;Tipo accesso:86;Data contatto:95;Data prima disp.:95;"
     "Data assegnata:95;Data refert.:95;Data inizio ciclo:95;Garantita:64;Suggerita:64;";
 
-/// The columns as a state prints them.
 std::string ColumnsShown() {
     std::string shown;
     std::istringstream columns(kColumns);
@@ -41,11 +39,11 @@ protected:
                            "end:", "in:frmViewData", "grdList?", "cmdAnnulla!", "end:", "cmdVisualizza!"});
     }
     /// The first `columns` cells of every row shown.
-    std::vector<std::string> RowsOf(const std::string& bytes, int columns) {
+    Lines RowsOf(const std::string& bytes, int columns) {
         WriteBytes(clinic.out + "/file.txt", bytes);
         files::LineReader file(clinic.out + "/file.txt");
         const ViewedFile shown(region, static_cast<std::int32_t>(bytes.size() / 343), file);
-        std::vector<std::string> rows;
+        Lines rows;
         for (int row = 0; row < shown.RowCount(); ++row) {
             rows.emplace_back();
             for (int column = 0; column < columns; ++column) rows.back() += shown.Cell(row, column) + "|";
@@ -90,12 +88,12 @@ TEST_F(PugliaPreviewTest, ShowsEveryColumnAndCell) {
 TEST_F(PugliaPreviewTest, FilesOfAnotherShapeShowWhatIsReadable) {
     const std::string line = PugliaLine().Line();
     const std::string whole = "1|NICOLÒ|";
-    EXPECT_EQ(RowsOf(line + "\r\n" + line, 2), (std::vector<std::string>{whole, whole}));
-    EXPECT_EQ(RowsOf(line + "\r\n" + line.substr(0, 15), 2), (std::vector<std::string>{whole, "|NIC|"}));
-    EXPECT_EQ(RowsOf(line + "\n" + line + "\n" + line + "\n", 2), (std::vector<std::string>{whole, whole, whole}));
-    EXPECT_EQ(RowsOf("\xEF\xBB\xBF" + std::string(12, '0') + "Nicolò\r\n", 2), std::vector<std::string>{"|Nicolò|"});
+    EXPECT_EQ(RowsOf(line + "\r\n" + line, 2), (Lines{whole, whole}));
+    EXPECT_EQ(RowsOf(line + "\r\n" + line.substr(0, 15), 2), (Lines{whole, "|NIC|"}));
+    EXPECT_EQ(RowsOf(line + "\n" + line + "\n" + line + "\n", 2), (Lines{whole, whole, whole}));
+    EXPECT_EQ(RowsOf("\xEF\xBB\xBF" + std::string(12, '0') + "Nicolò\r\n", 2), Lines{"|Nicolò|"});
     // Two records by the file's length, one line.
-    EXPECT_EQ(RowsOf(std::string(700, 'x'), 1), (std::vector<std::string>{"0|", "|"}));
+    EXPECT_EQ(RowsOf(std::string(700, 'x'), 1), (Lines{"0|", "|"}));
     for (const std::string& cell :
          RowsOf("\r\n\r\n" + std::string(4, '\0') + "\xFF\xFE\n" + std::string(1000, '-'), 46))
         EXPECT_LE(cell.size(), 500U);

@@ -18,7 +18,7 @@ struct PugliaClinic : ServiceClinic {
     }
     std::string Out() const { return ReadBytes(out + "/C700007.txt"); }
     std::string Report() const { return ReadBytes(work + "/C700007Err.txt"); }
-    std::vector<std::string> Marks() const {
+    Lines Marks() const {
         return Query("SELECT IDParcella, ElaborataASL, ProgressivoRicetta FROM Parcella ORDER BY IDParcella");
     }
 };

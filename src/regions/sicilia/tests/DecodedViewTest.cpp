@@ -86,7 +86,7 @@ TEST_F(DecodedViewTest, AnEmptyFileGivesAnEmptyCopyAndAMissingOneNone) {
         {"in:frmSelectFile", "txtPath=" + clinic.out + "/nothing.txt", "cmdConferma!", "end:", "cmdVisualizza!"});
     EXPECT_TRUE(run.Of("run").empty());
     EXPECT_TRUE(run.Of("message").empty());
-    EXPECT_EQ(NamesIn(clinic.work), std::vector<std::string>{"file.txt.tmp"});
+    EXPECT_EQ(NamesIn(clinic.work), Lines{"file.txt.tmp"});
 }
 
 TEST_F(DecodedViewTest, ANameTooLongForACopyIsTold) {

@@ -4,7 +4,6 @@
 
 namespace vlm::test {
 
-/// The service line of the service that ServiceClinic::Service describes.
 inline Positions ServiceLine() {
     return Positions(222,
                      {At(1, "190201"), At(7, "123456"), At(13, "08"), At(15, "MDCFSC60A01F205X"), At(31, "NICOL\xD2"),

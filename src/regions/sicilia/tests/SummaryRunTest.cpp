@@ -50,7 +50,7 @@ TEST(SummaryRunTest, WritesALineForEachMonthAtItsPositions) {
                                                            line("03", "-000000,50", "0000003,50", "000012", "98    "));
     EXPECT_EQ(run.Of("message").size(), 1U);
     EXPECT_NE(run.Of("message").at(0).find("con successo\\r\\nElaborate 3 linee."), std::string::npos);
-    EXPECT_EQ(clinic.Query("SELECT COUNT(*) FROM Parcella WHERE ElaborataASL = 0"), std::vector<std::string>{"1"});
+    EXPECT_EQ(clinic.Query("SELECT COUNT(*) FROM Parcella WHERE ElaborataASL = 0"), Lines{"1"});
 }
 
 TEST(SummaryRunTest, BranchesMeetInOneLineWhenTheirMonthsDoAndATicketCountsAgainWhenItsDocumentComesBack) {

@@ -110,7 +110,6 @@ std::string Seen(ControlWidget& control) {
     return {};
 }
 
-/// What there is to see, from the control.
 std::string Held(const Control& control) {
     const ControlKind kind = control.Kind();
     if (kind == ControlKind::Text) return As<TextField>(control).Text();

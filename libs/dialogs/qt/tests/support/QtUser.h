@@ -26,7 +26,6 @@ void WhenUp(const std::function<void(Window&)>& deeds) {
 
 /// Sets a control of any kind from a step's value ("#2", "0,2", "01/02/2012", ...) by mouse and keys.
 void Enter(ControlWidget& widget, const std::string& value);
-/// Types over what stands in the widget that has the focus.
 void TypeOver(const std::string& text);
 void ClickItem(QWidget& list, const QModelIndex& index);
 
@@ -44,7 +43,6 @@ public:
     void SetPointer(Pointer pointer) override;
     bool Print(const Grid& grid, const std::string& title) override { return toolkit_.Print(grid, title); }
 
-    /// The control that had the focus after the last step, "" for none.
     const std::string& Focus() const noexcept { return focus_; }
 
 protected:
