@@ -47,7 +47,6 @@ public:
         return said;
     }
 
-    /// What stands in a folder after the runs; folders inside are empty texts, for the names in them are made up anew.
     std::map<std::string, std::string> Files(const std::string& place) const { return test::FilesIn(folder_ / place); }
 
 private:

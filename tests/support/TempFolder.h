@@ -48,6 +48,7 @@ inline void WriteBytes(const std::string& path, const std::string& bytes) {
 
 /// "<missing>" when there is no such file, so that a comparison tells which of the two it is.
 inline std::string ReadBytes(const std::string& path) {
+    if (std::filesystem::is_directory(PathOf(path))) return "<folder>";
     std::ifstream file(PathOf(path), std::ios::binary);
     if (!file) return "<missing>";
     return {std::istreambuf_iterator<char>(file), {}};

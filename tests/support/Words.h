@@ -22,6 +22,14 @@ inline Lines LinesOf(const std::string& text) {
     return lines;
 }
 
+/// Values as one text: whole comparisons tell at once what is right and what is not.
+template <typename... Values>
+std::string Joined(const Values&... values) {
+    std::ostringstream all;
+    ((all << values << '|'), ...);
+    return all.str();
+}
+
 inline Lines operator+(Lines words, const Lines& more) {
     words.insert(words.end(), more.begin(), more.end());
     return words;

@@ -1,6 +1,7 @@
 #include <cmath>
 #include <gtest/gtest.h>
 
+#include "support/Words.h"
 #include "values/CodePage1252.h"
 #include "values/DateText.h"
 #include "values/Error.h"
@@ -12,25 +13,21 @@
 namespace vlm::text {
 namespace {
 
+using test::Joined;
+
 TEST(Utf8Test, SlicesCountCharacters) {
-    EXPECT_EQ(Left("àbcd", 2), "àb");
-    EXPECT_EQ(Left("abàd", 2), "ab");
-    EXPECT_EQ(Right("abcà€", 2), "à€");
-    EXPECT_EQ(Mid("perché no", 6, 2), "é ");
-    EXPECT_EQ(Mid("città", 9), "");
-    EXPECT_EQ(Length("Nicolò è qui €😀"), 15U);
-    EXPECT_EQ(Length("\xC3"), 1U);
-    EXPECT_EQ(Left("a\xFF\xC3z", 3), "a\xFF\xC3");
+    EXPECT_EQ(Joined(Left("àbcd", 2), Left("abàd", 2), Right("abcà€", 2), Mid("perché no", 6, 2), Mid("città", 9),
+                     Left("a\xFF\xC3z", 3), Length("Nicolò è qui €😀"), Length("\xC3")),
+              "àb|ab|à€|é ||a\xFF\xC3|15|1|");
 }
 
 TEST(Utf8Test, CapitalsOfAccentedLettersAndBack) {
     EXPECT_EQ(ToUpper("niccolò d'aà ñ ÿ š ß ÷ żółć ω ж"), "NICCOLÒ D'AÀ Ñ Ÿ Š ß ÷ ŻÓŁĆ Ω Ж");
     EXPECT_EQ(ToLower("NICCOLÒ Ÿ Š × ŻÓŁĆ Ω Ж"), "niccolò ÿ š × żółć ω ж");
     EXPECT_EQ(ToUpper("a\xFF"), "A\xFF");
-    EXPECT_TRUE(EqualNoCase("CANTÙ  ", "cantù"));
-    EXPECT_FALSE(EqualNoCase("cantu", "cantù"));
-    EXPECT_LT(CompareNoCase("abc", "ABD"), 0);
-    EXPECT_GT(CompareNoCase("abcd", "ABC"), 0);
+    EXPECT_EQ(Joined(EqualNoCase("CANTÙ  ", "cantù"), EqualNoCase("cantu", "cantù"), CompareNoCase("abc", "ABD") < 0,
+                     CompareNoCase("abcd", "ABC") > 0),
+              "1|0|1|1|");
 }
 
 TEST(CodePage1252Test, BothWaysAndWhatHasNoCode) {
@@ -62,21 +59,18 @@ TEST(NumberTest, ReadsItalianAndPlainForms) {
 }
 
 TEST(NumberTest, MoneyIsExactAndNeverWraps) {
-    EXPECT_EQ(Currency::FromDouble(0.00005).Units(), 0);
-    EXPECT_EQ(Currency::FromDouble(0.00025).Units(), 2);
-    EXPECT_EQ(Currency::FromDouble(0.00035).Units(), 4);
-    EXPECT_EQ(Currency::FromDouble(-20.66).Units(), -206600);
+    const auto units = [](double value) { return Currency::FromDouble(value).Units(); };
+    EXPECT_EQ(Joined(units(0.00005), units(0.00025), units(0.00035), units(-20.66)), "0|2|4|-206600|");
     EXPECT_THROW(Currency::FromDouble(1e15), OverflowError);
     EXPECT_THROW(Currency::FromInteger(922337203685478), OverflowError);
     EXPECT_THROW(Currency::FromUnits(INT64_MAX) + Currency::FromUnits(1), OverflowError);
     EXPECT_THROW(-Currency::FromUnits(INT64_MIN), OverflowError);
-    EXPECT_EQ(FormatDecimals(Currency::FromUnits(INT64_MIN), 2, true), "-922.337.203.685.477,58");
-    EXPECT_EQ(FormatDecimals(Currency::FromUnits(12345678950), 2, true), "1.234.567,90");
-    EXPECT_EQ(FormatDecimals(Currency::FromUnits(-50), 2, false), "-0,01");
-    EXPECT_EQ(FormatDecimals(Currency::FromUnits(-49), 2, false), "0,00");
-    EXPECT_EQ(NumberText(Currency::FromUnits(-125000)), "-12,5");
-    EXPECT_EQ(NumberText(1234567.25), "1234567,25");
-    EXPECT_EQ(NumberText(0.1 + 0.2), "0,3");
+    const auto shown = [](std::int64_t count, bool grouped) {
+        return FormatDecimals(Currency::FromUnits(count), 2, grouped);
+    };
+    EXPECT_EQ(Joined(shown(INT64_MIN, true), shown(12345678950, true), shown(-50, false), shown(-49, false),
+                     NumberText(Currency::FromUnits(-125000)), NumberText(1234567.25), NumberText(0.1 + 0.2)),
+              "-922.337.203.685.477,58|1.234.567,90|-0,01|0,00|-12,5|1234567,25|0,3|");
 }
 
 TEST(NumberTest, WidthsAreChecked) {
@@ -105,10 +99,8 @@ TEST(DateTest, SerialsAreAutomationDates) {
 
 TEST(DateTest, ItalianForms) {
     const Date date = *ParseIsoDate("2003-02-01 08:09:10");
-    EXPECT_EQ(DdMmYyyy(date), "01022003");
-    EXPECT_EQ(DdMmYyyySlashes(date), "01/02/2003");
-    EXPECT_EQ(LongDate(date), "sabato 01 febbraio 2003");
-    EXPECT_EQ(LongDate(Date(-1)), "venerdì 29 dicembre 1899");
+    EXPECT_EQ(Joined(DdMmYyyy(date), DdMmYyyySlashes(date), LongDate(date), LongDate(Date(-1))),
+              "01022003|01/02/2003|sabato 01 febbraio 2003|venerdì 29 dicembre 1899|");
     EXPECT_EQ(ParseItalianDate("1/2/2003"), Date::FromYmd(2003, 2, 1));
     for (const char* bad : {"31/02/2003", "1/2/03", "1//2003", "01022003", "2003/02/01", "1/2/2003/4"}) {
         EXPECT_FALSE(ParseItalianDate(bad)) << bad;

@@ -15,10 +15,9 @@ using test::FakeServices;
 using test::ServiceClinic;
 
 TEST(ModGeneralTest, PathsAndQuarters) {
-    EXPECT_EQ(PathCombine("C:\\Export\\", "a.txt"), "C:\\Export\\a.txt");
-    EXPECT_EQ(PathCombine("C:\\Export", "a.txt"), "C:\\Export\\a.txt");
-    EXPECT_EQ(FileNameOf("C:\\a\\b\\c.txt"), "c.txt");
-    EXPECT_EQ(FileNameOf("c.txt"), "c.txt");
+    EXPECT_EQ(test::Joined(PathCombine("C:\\Export\\", "a.txt"), PathCombine("C:\\Export", "a.txt"),
+                           FileNameOf("C:\\a\\b\\c.txt"), FileNameOf("c.txt")),
+              "C:\\Export\\a.txt|C:\\Export\\a.txt|c.txt|c.txt|");
     std::string quarters;
     for (std::int16_t month = 1; month <= 12; ++month) quarters += std::to_string(QuarterOfMonth(month));
     EXPECT_EQ(quarters, "111222333444");
@@ -52,15 +51,13 @@ TEST(ModGeneralTest, LooksUpTheClinicAndGivesNothingWhereThereIsNone) {
     ServiceClinic clinic(test::kNoRows);
     FakeServices services(clinic.Connect());
     data::Connection& connection = services.library.RequireConnection();
-    EXPECT_EQ(GetIDStudio(services.library), 12);
-    EXPECT_EQ(GetNumeroASL(services.library, connection), "201");
-    EXPECT_EQ(GetCodiceDistretto(services.library, connection), "03");
-    EXPECT_EQ(GetIDRegioneTariffario(services.library, connection, 0), 19);
-    EXPECT_EQ(GetIDRegioneTariffario(services.library, connection, 999), 0);
-    EXPECT_EQ(GetIDRegioneTariffario(services.library, connection, -1), 0);
-    EXPECT_EQ(LookupValue(&connection, "Aldra..Comune", "CodiceISTAT", "IDComune = 9"), "082053");
-    EXPECT_EQ(LookupValue(&connection, "Aldra..Comune", "CodiceISTAT", "IDComune = 10"), "");
-    EXPECT_EQ(LookupValue(nullptr, "Nowhere", "X", "1 = 1"), "");
+    const auto region = [&](int clinicId) { return GetIDRegioneTariffario(services.library, connection, clinicId); };
+    EXPECT_EQ(test::Joined(GetIDStudio(services.library), GetNumeroASL(services.library, connection),
+                           GetCodiceDistretto(services.library, connection), region(0), region(999), region(-1),
+                           LookupValue(&connection, "Aldra..Comune", "CodiceISTAT", "IDComune = 9"),
+                           LookupValue(&connection, "Aldra..Comune", "CodiceISTAT", "IDComune = 10"),
+                           LookupValue(nullptr, "Nowhere", "X", "1 = 1")),
+              "12|201|03|19|0|0|082053|||");
     EXPECT_THROW(LookupValue(&connection, "Nowhere", "X", "1 = 1"), Error);
     services.library.SetConnection(nullptr);
     EXPECT_THROW(GetIDStudio(services.library), Error);

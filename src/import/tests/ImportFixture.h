@@ -58,6 +58,13 @@ protected:
         return shown;
     }
 
+    /// What was told since the last time.
+    std::string Progress() {
+        std::string all;
+        for (const std::int32_t percent : std::exchange(progress, {})) all += std::to_string(percent) + " ";
+        return all;
+    }
+
     ArchiveHost host;
     Library library{host.Services()};
     ASLImportPatient component{library};

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "record/FieldFormat.h"
+#include "support/Words.h"
 #include "values/DateText.h"
 
 namespace vlm {
@@ -37,27 +38,22 @@ TEST(FieldFormatTest, WritesEveryKindInBothVariants) {
         EXPECT_EQ(kCommon.FormatField(value, width, mode), common);
         EXPECT_EQ(kPuglia.FormatField(value, width, mode), puglia);
     }
-    EXPECT_EQ(kCommon.FormatAmount(Currency::FromDouble(1234.5)), "1.234,50");
-    EXPECT_EQ(kPuglia.FormatAmount(Currency::FromDouble(1234.5)), "1.234,500");
+    const Currency amount = Currency::FromDouble(1234.5);
+    EXPECT_EQ(test::Joined(kCommon.FormatAmount(amount), kPuglia.FormatAmount(amount)), "1.234,50|1.234,500|");
 }
 
 TEST(FieldFormatTest, ShowsAndReadsBack) {
-    EXPECT_EQ(kCommon.DisplayField("01022003", 8, FieldMode::Date), "01/02/03");
-    EXPECT_EQ(kPuglia.DisplayField("01022003", 8, FieldMode::Date), "01/02/2003");
-    EXPECT_EQ(kCommon.DisplayField("        ", 8, FieldMode::Date), "  /  /  ");
-    EXPECT_EQ(kPuglia.DisplayField("00000000", 8, FieldMode::Date), "");
-    EXPECT_EQ(kCommon.DisplayField("1234,5", 10, FieldMode::Amount), "   1234,50");
-    EXPECT_EQ(kCommon.DisplayField("1234,5", 5, FieldMode::Amount), "34,50");
-    EXPECT_EQ(kCommon.DisplayField("-0,5", 0, FieldMode::Amount), "-0,50");
-    EXPECT_EQ(kCommon.DisplayField("x", 3, FieldMode::Text), "");
-    for (const auto& [field, units] : std::vector<std::pair<const char*, std::int64_t>>{{"0001234,50", 12345000},
-                                                                                        {"-0012,50", -125000},
-                                                                                        {"4567,89", 45678900},
-                                                                                        {"       ", 0},
-                                                                                        {"x", 0},
-                                                                                        {"5", 500}}) {
-        EXPECT_EQ(kCommon.ParseAmount(field).Units(), units) << field;
+    constexpr FieldMode kDate = FieldMode::Date, kAmount = FieldMode::Amount;
+    EXPECT_EQ(test::Joined(kCommon.DisplayField("01022003", 8, kDate), kPuglia.DisplayField("01022003", 8, kDate),
+                           kCommon.DisplayField("        ", 8, kDate), kPuglia.DisplayField("00000000", 8, kDate),
+                           kCommon.DisplayField("1234,5", 10, kAmount), kCommon.DisplayField("1234,5", 5, kAmount),
+                           kCommon.DisplayField("-0,5", 0, kAmount), kCommon.DisplayField("x", 3, FieldMode::Text)),
+              "01/02/03|01/02/2003|  /  /  ||   1234,50|34,50|-0,50||");
+    std::string units;
+    for (const char* field : {"0001234,50", "-0012,50", "4567,89", "       ", "x", "5"}) {
+        units += std::to_string(kCommon.ParseAmount(field).Units()) + " ";
     }
+    EXPECT_EQ(units, "12345000 -125000 45678900 0 0 500 ");
     EXPECT_EQ(kPuglia.ParseAmount("0000012500"), Currency::FromDouble(12.5));
     EXPECT_EQ(kPuglia.ParseAmount("-000012345"), Currency::FromDouble(-12.345));
 }
