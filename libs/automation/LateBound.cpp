@@ -107,6 +107,23 @@ Variant LateBound::Item(Variant index) const {
     return Invoke("Item", DISPID_VALUE, kRead, std::move(arguments));
 }
 
+std::vector<Variant> LateBound::Elements() const {
+    if (!object_) throw Error("Manca la raccolta di cui leggere gli elementi.");
+    const Variant given = Invoke("_NewEnum", DISPID_NEWENUM, DISPATCH_PROPERTYGET | DISPATCH_METHOD, {});
+    const bool object = given.Type() == VT_UNKNOWN || given.Type() == VT_DISPATCH;
+    const Ref<IEnumVARIANT> enumerator = Query<IEnumVARIANT>(object ? given.Get().punkVal : nullptr);
+    if (!enumerator) throw Error("La raccolta non si può scorrere.");
+    std::vector<Variant> elements;
+    for (;;) {
+        Variant element;
+        ULONG fetched = 0;
+        const HRESULT done = enumerator->Next(1, element.Receive(), &fetched);
+        if (FAILED(done)) throw Error("Lo scorrimento della raccolta non è riuscito (" + CodeText(done) + ").", done);
+        if (done != S_OK || fetched == 0) return elements;
+        elements.push_back(std::move(element));
+    }
+}
+
 LateBound LateBound::ObjectOf(std::string_view name, std::vector<Variant> arguments) const {
     Ref<IDispatch> object = Get(name, std::move(arguments)).Object();
     if (!object) throw Error(std::string(name) + " non dà un oggetto.");

@@ -33,6 +33,8 @@ public:
     Variant Call(std::string_view name, std::vector<Variant> arguments = {}) const;
     /// An element of a collection: its Item, else its default member.
     Variant Item(Variant index) const;
+    /// All elements of a collection, in its enumerator's order; throws Error for an object that cannot be enumerated.
+    std::vector<Variant> Elements() const;
     /// A member that gives an object; throws Error when it gives none.
     LateBound ObjectOf(std::string_view name, std::vector<Variant> arguments = {}) const;
 
