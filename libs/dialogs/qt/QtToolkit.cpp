@@ -12,9 +12,16 @@
 
 namespace vlm::ui {
 
+namespace {
+
+/// The application has one pointer, whichever toolkit in it set it.
+bool HasHourglass() { return QApplication::overrideCursor() != nullptr; }
+
+}  // namespace
+
 class QtToolkit::PointerLift {
 public:
-    explicit PointerLift(QtToolkit& toolkit) : toolkit_(toolkit), hourglass_(toolkit.hourglass_) {
+    explicit PointerLift(QtToolkit& toolkit) : toolkit_(toolkit), hourglass_(HasHourglass()) {
         toolkit_.SetPointer(Pointer::Normal);
     }
     ~PointerLift() { toolkit_.SetPointer(hourglass_ ? Pointer::Hourglass : Pointer::Normal); }
@@ -30,7 +37,10 @@ QtToolkit::QtToolkit(sys::SettingsStore& settings)
     : onPrinted([](const std::string& path) { QDesktopServices::openUrl(QUrl::fromLocalFile(ToQt(path))); }),
       settings_(settings) {}
 
-QWidget* QtToolkit::TopWindow() const { return shown_.empty() ? nullptr : shown_.back()->Window(); }
+/// Of another toolkit in the same program when this one shows none.
+QWidget* QtToolkit::TopWindow() const {
+    return shown_.empty() ? QApplication::activeModalWidget() : shown_.back()->Window();
+}
 
 ControlWidget* QtToolkit::Find(const Control& control) const {
     return shown_.empty() ? nullptr : shown_.back()->Find(control);
@@ -65,8 +75,7 @@ std::optional<std::string> QtToolkit::ChooseFolder(const std::string& startFolde
 /// Set and taken away, not counted: whoever sets the normal pointer means it.
 void QtToolkit::SetPointer(Pointer pointer) {
     const bool hourglass = pointer == Pointer::Hourglass;
-    if (hourglass == hourglass_) return;
-    hourglass_ = hourglass;
+    if (hourglass == HasHourglass()) return;
     hourglass ? QApplication::setOverrideCursor(Qt::WaitCursor) : QApplication::restoreOverrideCursor();
 }
 

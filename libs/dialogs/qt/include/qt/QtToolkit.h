@@ -42,7 +42,6 @@ private:
 
     sys::SettingsStore& settings_;
     std::vector<QtDialog*> shown_;
-    bool hourglass_ = false;
 };
 
 }  // namespace vlm::ui
