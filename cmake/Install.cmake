@@ -3,19 +3,18 @@
 include(GNUInstallDirs)
 
 set(installed ${CMAKE_INSTALL_DATADIR}/doc/vlm-asl-services-lib)
-install(TARGETS VlmASLServicesLib VlmAutomation DESTINATION ${CMAKE_INSTALL_LIBDIR})
+install(TARGETS VlmASLServicesLib VlmAutomation VlmDialogsQt DESTINATION ${CMAKE_INSTALL_LIBDIR})
 install(TARGETS aslhost asltds DESTINATION ${CMAKE_INSTALL_BINDIR})
 file(RELATIVE_PATH libraries ${CMAKE_INSTALL_FULL_BINDIR} ${CMAKE_INSTALL_FULL_LIBDIR})
 set_target_properties(aslhost PROPERTIES INSTALL_RPATH "$ORIGIN/${libraries}")
 set_target_properties(VlmASLServicesLib PROPERTIES INSTALL_RPATH "$ORIGIN")
 
-# server/VlmASLServicesLib.h, and every room that it is said in.
-foreach(room server frame automation automation/abi database dialogs files system values workbooks)
-  foreach(layer libs src)
-    install(DIRECTORY ${layer}/${room}/include/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/VlmASLServicesLib OPTIONAL
-            FILES_MATCHING PATTERN *.h)
-  endforeach()
+# server/VlmHost.h, all that a host of another compiler needs; server/VlmASLServicesLib.h, and what it is said in.
+set(headers ${CMAKE_INSTALL_INCLUDEDIR}/VlmASLServicesLib)
+foreach(room src/server libs/automation libs/automation/abi libs/values)
+  install(DIRECTORY ${room}/include/ DESTINATION ${headers} FILES_MATCHING PATTERN *.h)
 endforeach()
+install(FILES src/frame/include/frame/ExportTypes.h DESTINATION ${headers}/frame)
 
 install(FILES README.md DESTINATION ${installed})
 install(DIRECTORY docs DESTINATION ${installed} PATTERN screenshots EXCLUDE)

@@ -1,14 +1,11 @@
 #include "host/AslHost.h"
 
-#include <memory>
 #include <ostream>
 
 #include "HostSession.h"
-#include "console/ConsoleToolkit.h"
-#include "console/JsonEventLog.h"
-#include "console/TextEventLog.h"
 #include "demo/DemoClinic.h"
 #include "frmStart.h"
+#include "server/VlmHost.h"
 #include "values/Error.h"
 #include "values/Number.h"
 
@@ -16,31 +13,27 @@ namespace vlm::host {
 
 namespace {
 
-sys::IniSettingsStore SettingsOf(const HostOptions& options) {
-    return sys::IniSettingsStore(options.settingsFile.empty() ? sys::IniSettingsStore::DefaultPath()
-                                                              : options.settingsFile);
-}
-
 Date Today(const HostOptions& options) { return options.today.value_or(sys::SystemClock().Today()); }
 
 int PlayOnConsole(const HostOptions& options, std::ostream& out, std::ostream& err, bool terminal) {
     const bool json = options.json || (!terminal && !options.text);
-    const std::unique_ptr<ui::EventLog> log =
-        json ? std::unique_ptr<ui::EventLog>(std::make_unique<ui::JsonEventLog>(out))
-             : std::make_unique<ui::TextEventLog>(out);
-    ui::ConsoleToolkit toolkit(ui::ConsoleScript(options.words), *log);
-    ui::LoggedProgramStarter programs(*log);
-    sys::IniSettingsStore settings = SettingsOf(options);
-    HostSession session(options, {toolkit, programs, settings, [&log](std::int32_t context) { log->Help(context); }});
+    std::string failed, unused;
+    const auto tell = [&](std::int32_t kind, const std::string& text) {
+        if (kind == VLM_TELL_EVENT) {
+            out << text << std::flush;
+        } else {
+            (kind == VLM_TELL_FAILED ? failed : unused) = text;
+        }
+    };
     try {
-        session.Open();
+        HostSession(options, {"console", !json, tell, nullptr, [](std::int32_t) {}}).Open();
     } catch (const Error&) {
-        // A step that cannot be done comes back as the component's failure; the toolkit knows it better.
-        if (toolkit.Failure() == nullptr) throw;
+        // A step that cannot be done comes back as the component's failure; the library tells it better.
+        if (failed.empty()) throw;
     }
-    toolkit.ReportUnused(err);
-    if (toolkit.Failure() == nullptr) return kDone;
-    err << toolkit.Failure()->what() << '\n';
+    err << unused;
+    if (failed.empty()) return kDone;
+    err << failed << '\n';
     return kCannotDo;
 }
 
@@ -61,11 +54,15 @@ int ShowInWindows(const HostOptions& options, Desktop* desktop) {
     if (desktop == nullptr) throw UsageError("Questa versione non ha finestre: usare --ui console.");
     if (!options.words.empty()) throw UsageError("I passi si eseguono con --ui console.");
     if (const std::string hindrance = desktop->Hindrance(); !hindrance.empty()) throw Error(hindrance);
-    sys::IniSettingsStore settings = SettingsOf(options);
+    sys::IniSettingsStore settings(options.settingsFile.empty() ? sys::IniSettingsStore::DefaultPath()
+                                                                : options.settingsFile);
     desktop->Open(settings);
     ui::Toolkit& toolkit = desktop->Toolkit();
     const auto open = [&](const HostOptions& chosen) {
-        HostSession(chosen, {toolkit, desktop->Programs(), settings,
+        HostSession(chosen, {desktop->ToolkitName(),
+                             false,
+                             {},
+                             &desktop->Programs(),
                              [&toolkit](std::int32_t context) { ShowHelpIn(toolkit, context); }})
             .Open();
     };
@@ -122,9 +119,6 @@ int RunHost(const std::vector<std::string>& arguments, std::ostream& out, std::o
         return RunWith(HostOptions::Parse(arguments), out, err, terminal, desktop);
     } catch (const UsageError& error) {
         err << error.what() << "\n\n" << HostOptions::Usage();
-        return kCannotDo;
-    } catch (const ui::ScriptError& error) {
-        err << error.what() << '\n';
         return kCannotDo;
     } catch (const std::exception& error) {
         err << error.what() << '\n';

@@ -9,6 +9,7 @@
 #include "automation/Object.h"
 #include "demo/DemoClinic.h"
 #include "server/VlmASLServicesLib.h"
+#include "services/HealthCard.h"
 #include "services/Security.h"
 
 namespace vlm::host {
@@ -74,22 +75,24 @@ HRESULT LoggedHelp::ShowContext(std::int32_t context) {
     return com::Guarded("aslhost", server::kCHMObjectId, [&] { show_(context); });
 }
 
-/// The component library with this host's services, for as long as it lives. Everything that Create gave must be let go
-/// before.
+/// The component library with what this host hands in, for as long as it lives. Everything that Create gave must be let
+/// go before.
 class LoadedLibrary {
 public:
-    /// Throws Error when objects of an earlier use are still alive.
-    explicit LoadedLibrary(const Library::Services& services);
+    /// Throws Error when it cannot be had that way, or objects of an earlier use are still alive.
+    explicit LoadedLibrary(const VlmHost& host);
     LoadedLibrary(const LoadedLibrary&) = delete;
     LoadedLibrary& operator=(const LoadedLibrary&) = delete;
-    ~LoadedLibrary() { VlmSetServices(nullptr); }
+    ~LoadedLibrary() { VlmSetHost(nullptr); }
 
     /// A new component, from its class's factory.
     com::LateBound Create(const GUID& classId) const;
 };
 
-LoadedLibrary::LoadedLibrary(const Library::Services& services) {
-    if (VlmSetServices(&services) != S_OK) throw Error("La libreria dei componenti è già in uso.");
+LoadedLibrary::LoadedLibrary(const VlmHost& host) {
+    const HRESULT result = VlmSetHost(&host);
+    if (FAILED(result)) throw com::TakeError(result, "L'avvio della libreria");
+    if (result != S_OK) throw Error("La libreria dei componenti è già in uso.");
 }
 
 com::LateBound LoadedLibrary::Create(const GUID& classId) const {
@@ -101,6 +104,16 @@ com::LateBound LoadedLibrary::Create(const GUID& classId) const {
     }
     if (FAILED(result)) throw com::TakeError(result, "La creazione del componente");
     return com::LateBound(std::move(component));
+}
+
+void VLM_CALL Tell(void* context, std::int32_t kind, const char* text) noexcept {
+    const auto& face = *static_cast<const HostSession::Face*>(context);
+    if (face.tell) face.tell(kind, text);
+}
+
+std::int32_t VLM_CALL Start(void* context, const char* command) noexcept {
+    return com::Guarded("aslhost", com::kNoId,
+                        [&] { static_cast<const HostSession::Face*>(context)->programs->Start(command); });
 }
 
 /// Nothing for what is no component with a dialog to open.
@@ -117,10 +130,9 @@ std::optional<GUID> ClassOf(const std::string& component) {
 HostSession::HostSession(const HostOptions& options, const Face& face)
     : options_(options),
       face_(face),
-      utility_(WorkFolder(options)),
+      workFolder_(WorkFolder(options)),
       installFolder_(InstallationFolder(options)),
-      fixedClock_(options.today.value_or(Date{})),
-      components_(Clock()) {}
+      fixedClock_(options.today.value_or(Date{})) {}
 
 sys::Clock& HostSession::Clock() { return options_.today ? static_cast<sys::Clock&>(fixedClock_) : systemClock_; }
 
@@ -136,14 +148,30 @@ void HostSession::GiveServices(const com::LateBound& component, const data::Conn
 }
 
 void HostSession::Open() {
+    const std::string today = options_.today ? IsoDate(*options_.today) : std::string();
+    const com::Ref<IDispatch> components = MakeHealthCardServices([] { return std::make_unique<HealthCardFile>(); });
+    std::vector<const char*> steps;
+    for (const std::string& word : options_.words) steps.push_back(word.c_str());
+    VlmHost host{};
+    host.size = sizeof host;
+    host.toolkit = face_.toolkit.c_str();
+    host.steps = steps.data();
+    host.stepCount = static_cast<std::uint32_t>(steps.size());
+    host.readable = face_.readable ? 1 : 0;
+    host.tell = Tell;
+    host.start = face_.programs != nullptr ? Start : nullptr;
+    host.context = &face_;
+    host.workFolder = workFolder_.c_str();
+    host.installFolder = installFolder_.c_str();
+    host.settingsFile = options_.settingsFile.empty() ? nullptr : options_.settingsFile.c_str();
+    host.today = today.empty() ? nullptr : today.c_str();
+    host.components = components.Get();
+    const LoadedLibrary library(host);
     const std::optional<GUID> classId = ClassOf(options_.command);
     if (!classId) {
         throw UsageError("Componente sconosciuto: " + options_.command +
                          ". Si può aprire ASLExport, ASLPanoramico, ExportProgetti o ASLImportPatient.");
     }
-    const Library::Services services{face_.toolkit,  utility_,       face_.settings, Clock(),
-                                     face_.programs, installFolder_, components_,    workbooks_};
-    const LoadedLibrary library(services);
     const com::LateBound component = library.Create(*classId);
     GiveServices(component, OpenClinic(options_));
     component.Call("ShowDialog");

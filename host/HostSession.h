@@ -2,18 +2,13 @@
 
 #include <cstdint>
 #include <functional>
+#include <string>
 
 #include "automation/LateBound.h"
 #include "database/Connection.h"
-#include "detect/DetectingOpener.h"
-#include "dialogs/Toolkit.h"
-#include "frame/PlainHostUtility.h"
 #include "host/HostOptions.h"
-#include "services/ReferenceHostComponents.h"
 #include "system/Clock.h"
-#include "system/InstallFolder.h"
 #include "system/ProgramStarter.h"
-#include "system/SettingsStore.h"
 
 namespace vlm::host {
 
@@ -21,11 +16,12 @@ namespace vlm::host {
 /// needs and shows its dialog.
 class HostSession {
 public:
-    /// What shows dialogs and starts programs for this host, and outlives the session.
+    /// How the library meets the user. What it refers to outlives the session.
     struct Face {
-        ui::Toolkit& toolkit;
-        sys::ProgramStarter& programs;
-        sys::SettingsStore& settings;
+        std::string toolkit;    // by the library's name for it
+        bool readable = false;  // of the console: text for people
+        std::function<void(std::int32_t kind, const std::string& text)> tell;
+        sys::ProgramStarter* programs = nullptr;  // null: the library's own doing
         std::function<void(std::int32_t context)> showHelp;
     };
 
@@ -40,12 +36,9 @@ private:
 
     HostOptions options_;
     Face face_;
-    PlainHostUtility utility_;
-    sys::FixedInstallFolder installFolder_;
-    files::DetectingOpener workbooks_;
+    std::string workFolder_, installFolder_;
     sys::SystemClock systemClock_;
     sys::FixedClock fixedClock_;
-    ReferenceHostComponents components_;
 };
 
 }  // namespace vlm::host

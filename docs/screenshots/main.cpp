@@ -13,6 +13,7 @@
 #include "desktop/WindowedProgramStarter.h"
 #include "host/AslHost.h"
 #include "qt/QtApplication.h"
+#include "support/GivenToolkit.h"
 #include "support/QtUser.h"
 #include "support/TempFolder.h"
 
@@ -84,9 +85,11 @@ public:
         : folder_(std::move(folder)), steps_(std::move(steps)), names_(std::move(names)) {}
 
     std::string Hindrance() const override { return {}; }
+    std::string ToolkitName() const override { return test::kGivenToolkit; }
     void Open(sys::SettingsStore& settings) override {
         toolkit_ = std::make_unique<ui::QtToolkit>(settings);
         user_ = std::make_unique<Photographer>(*toolkit_, steps_, log_, folder_, names_);
+        VlmGiveToolkit(user_.get());
         programs_ = std::make_unique<host::WindowedProgramStarter>(*user_, machine_);
     }
     ui::Toolkit& Toolkit() override { return *user_; }

@@ -10,9 +10,9 @@
 #include "DemoClinicImport.h"
 #include "DemoClinicTreatments.h"
 #include "DemoPlaces.h"
+#include "archive/FiscalCode.h"
 #include "databases/SqliteWriter.h"
 #include "databases/TSqlWriter.h"
-#include "services/FiscalCode.h"
 #include "values/Error.h"
 
 namespace vlm::host {
@@ -45,8 +45,8 @@ void FillDoctors(DatabaseWriter& writer, std::span<const DemoPatient> namesakes)
     for (int id = 1; id <= kDoctors; ++id) {
         const DemoPatient& like = namesakes[static_cast<std::size_t>(id)];
         const Date birth = *Date::FromYmd(1950 + id % 30, id % 12 + 1, id % 28 + 1);
-        doctors.Add(
-            {id, like.surname, like.name, FiscalCode({like.surname, like.name, birth, like.sex == "F", "G273"})});
+        doctors.Add({id, like.surname, like.name,
+                     archive::FiscalCode({like.surname, like.name, birth, like.sex == "F", "G273"})});
     }
 }
 

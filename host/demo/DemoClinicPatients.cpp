@@ -3,7 +3,7 @@
 #include <set>
 
 #include "DemoCatalogues.h"
-#include "services/FiscalCode.h"
+#include "archive/FiscalCode.h"
 #include "values/Number.h"
 
 namespace vlm::host {
@@ -71,7 +71,8 @@ private:
         patient.birth = Date(today_.Serial() - random_.Between(kYoungest, kOldest));
         const DemoComune& town = random_.Percent(85) ? *random_.Of(near_) : random_.Of(comuni_.All());
         patient.birthComune = town.id;
-        patient.fiscalCode = FiscalCode({patient.surname, patient.name, *patient.birth, female, town.landRegistry});
+        patient.fiscalCode =
+            archive::FiscalCode({patient.surname, patient.name, *patient.birth, female, town.landRegistry});
     }
 
     void Settle(DemoPatient& patient) {

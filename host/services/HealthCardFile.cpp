@@ -1,9 +1,8 @@
-#include "HealthCardFile.h"
-
 #include <fstream>
 #include <nlohmann/json.hpp>
 
 #include "files/Paths.h"
+#include "services/HealthCard.h"
 #include "values/Error.h"
 
 namespace vlm::host {

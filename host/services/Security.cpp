@@ -1,6 +1,6 @@
 #include "services/Security.h"
 
-#include "ArchiveRecord.h"
+#include "archive/ArchiveRecord.h"
 #include "automation/ErrorReport.h"
 #include "database/SqlTokens.h"
 #include "server/VlmASLServicesLib.h"
@@ -19,9 +19,9 @@ std::string WhereRecord(const std::string& table, std::int32_t key) {
 }
 
 [[noreturn]] void RefuseLocked(const std::string& table, std::int32_t key, const data::Recordset& lock) {
-    const ArchiveTable known = ArchiveTableOf(table);
+    const archive::ArchiveTable known = archive::ArchiveTableOf(table);
     const std::optional<Date> since = lock.DateOf(lock.Ordinal("Dal"));
-    throw Error(RecordText(known, key) + " è " + std::string(known.locked) + " da " +
+    throw Error(archive::RecordText(known, key) + " è " + std::string(known.locked) + " da " +
                 std::string(lock.TextOf(lock.Ordinal("Utente"))) +
                 (since ? " dal " + text::DdMmYyyySlashes(*since) : std::string()) + ".");
 }

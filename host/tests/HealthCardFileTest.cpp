@@ -1,6 +1,8 @@
 #include <gtest/gtest.h>
 
-#include "HealthCardFile.h"
+#include "HostFactory.h"
+#include "frame/PlainHostUtility.h"
+#include "services/HealthCard.h"
 #include "support/RowText.h"
 #include "support/TempFolder.h"
 
@@ -11,24 +13,20 @@ using data::testing::ErrorText;
 
 class HealthCardFileTest : public testing::Test {
 protected:
+    /// As the component library asks: by name, object by object.
     HealthCardClient::Response Ask(const std::string& json) {
         test::WriteBytes(folder / "SistemaTS.json", json);
-        HealthCardFile client;
-        client.SetToolPath(folder.Path().string() + "\\openssl.exe");
-        return client.RequestExemptions({"utente", "parola segreta", "1234567890", "201", "190"});
+        const auto client = services.NewHealthCardClient();
+        client->SetToolPath(folder.Path().string() + "\\openssl.exe");
+        return client->RequestExemptions({"utente", "parola segreta", "1234567890", "201", "190"});
     }
 
+    MissingComponents none;
+    server::HostFactory services{MakeHealthCardServices([] { return std::make_unique<HealthCardFile>(); }), none};
     test::TempFolder folder;
 };
 
-/// No date is 30/12/1899.
-TEST_F(HealthCardFileTest, AnswersWhatTheFileSays) {
-    const HealthCardClient::Response answer =
-        Ask(R"({"error": true, "errors": [{"code": "E01"}, {"description": "perché"}],
-        "persons": [{"fiscalCode": "RSSMRA80A01H501U", "surname": "D'Alò", "firstName": "Zoè", "altro": [1],
-            "choice": "2011-01-02", "expiry": "2012-03-04T05:06:07", "suspension": "",
-            "exemptions": [{"code": "E01", "start": "2012-01-01T00:00:00", "end": "2012-12-31T23:00:00"}, {}]},
-          {"surname": null, "exemptions": null}]})");
+std::string Told(const HealthCardClient::Response& answer) {
     std::string told = answer.error ? "true" : "false";
     for (const auto& each : answer.errors) told += ";" + each.code + " " + each.description;
     for (const auto& each : answer.persons) {
@@ -37,10 +35,43 @@ TEST_F(HealthCardFileTest, AnswersWhatTheFileSays) {
         for (const auto& one : each.exemptions)
             told += "[" + one.code + " " + IsoDate(one.start) + " " + IsoDate(one.end) + "]";
     }
-    EXPECT_EQ(told,
-              "true;E01 ; perché;RSSMRA80A01H501U D'Alò Zoè 2011-01-02 2012-03-04 05:06:07 1899-12-30"
+    return told;
+}
+
+/// No date is 30/12/1899; of an answer that is an error nobody is read.
+TEST_F(HealthCardFileTest, AnswersWhatTheFileSays) {
+    const std::string rest = R"("errors": [{"code": "E01"}, {"description": "perché"}],
+        "persons": [{"fiscalCode": "RSSMRA80A01H501U", "surname": "D'Alò", "firstName": "Zoè", "altro": [1],
+            "choice": "2011-01-02", "expiry": "2012-03-04T05:06:07", "suspension": "",
+            "exemptions": [{"code": "E01", "start": "2012-01-01T00:00:00", "end": "2012-12-31T23:00:00"}, {}]},
+          {"surname": null, "exemptions": null}]})";
+    EXPECT_EQ(Told(Ask(R"({"error": true, )" + rest)), "true;E01 ; perché");
+    EXPECT_EQ(Told(Ask("{" + rest)),
+              "false;RSSMRA80A01H501U D'Alò Zoè 2011-01-02 2012-03-04 05:06:07 1899-12-30"
               " [E01 2012-01-01 2012-12-31 23:00:00][ 1899-12-30 1899-12-30];   1899-12-30 1899-12-30 1899-12-30 ");
-    EXPECT_FALSE(Ask("{}").error);
+    EXPECT_EQ(Told(Ask("{}")), "false");
+}
+
+/// Answers what it was asked.
+struct Mirror final : HealthCardClient {
+    std::string paths;
+    void SetToolPath(const std::string& path) override { paths = path; }
+    void SetCertificatePath(const std::string& path) override { paths += " " + path; }
+    Response RequestPatients(const Credentials& given) override { return Answer("patients", given); }
+    Response RequestExemptions(const Credentials& given) override { return Answer("exemptions", given); }
+    Response Answer(const char* request, const Credentials& given) const {
+        const std::string all = given.userId + " " + given.password + " " + given.pin + " " + given.aslCode + " ";
+        return {true, {{request, paths + " " + all + given.regionCode}}, {}};
+    }
+};
+
+TEST_F(HealthCardFileTest, WhatIsAskedArrivesThroughTheObjects) {
+    server::HostFactory mirrors(MakeHealthCardServices([] { return std::make_unique<Mirror>(); }), none);
+    const auto client = mirrors.NewHealthCardClient();
+    client->SetToolPath("t");
+    client->SetCertificatePath("c");
+    EXPECT_EQ(Told(client->RequestPatients({"u", "w", "p", "201", "190"})), "true;patients t c u w p 201 190");
+    EXPECT_EQ(Told(client->RequestExemptions({"u", "w", "p", "201", "190"})), "true;exemptions t c u w p 201 190");
 }
 
 TEST_F(HealthCardFileTest, AFileThatCannotBeReadIsNamedWithTheReasonAndNoSecret) {

@@ -15,6 +15,7 @@ class NoDesktop : public Desktop {
 public:
     explicit NoDesktop(std::string hindrance) : hindrance_(std::move(hindrance)) {}
     std::string Hindrance() const override { return hindrance_; }
+    std::string ToolkitName() const override { return "qt"; }
     void Open(sys::SettingsStore&) override { throw std::runtime_error("opened"); }
     ui::Toolkit& Toolkit() override { throw std::runtime_error("no toolkit"); }
     sys::ProgramStarter& Programs() override { throw std::runtime_error("no programs"); }

@@ -1,5 +1,6 @@
 #include "HostReferences.h"
 
+#include "Module.h"
 #include "ado/AdoConnection.h"
 #include "server/VlmASLServicesLib.h"
 #include "values/Error.h"
@@ -15,7 +16,14 @@ data::ConnectionPtr HostConnection::Of(IDispatch* object) {
 
 IDispatch* HostConnection::ObjectOf(const data::ConnectionPtr& connection) {
     const auto* host = dynamic_cast<const HostConnection*>(connection.get());
-    return host == nullptr ? nullptr : host->object_.Share();
+    if (host == nullptr) return nullptr;
+    host->Here();
+    return host->object_.Share();
+}
+
+data::Connection& HostConnection::Here() const {
+    if (std::this_thread::get_id() == thread_) return *inner_;
+    throw Error("La connessione appartiene a un altro thread: impostare Connection anche in questo.");
 }
 
 std::shared_ptr<HelpObject> HelpReference::Of(IDispatch* object) {
@@ -34,6 +42,11 @@ IDispatch* HelpReference::ObjectOf(const std::shared_ptr<HelpObject>& help) {
 void HelpReference::SetWindow(std::intptr_t windowHandle) {
     // Window handles have 32 significant bits, also where they are stored in 64.
     calls_.Put("hWnd", com::Variant(static_cast<std::int32_t>(windowHandle)));
+}
+
+void HelpReference::ShowContext(std::int32_t context) {
+    calls_.Call("ShowContext", {com::Variant(context)});
+    Module::Get().HelpShown(context);
 }
 
 }  // namespace vlm::server

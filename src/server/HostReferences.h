@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <thread>
 
 #include "automation/LateBound.h"
 #include "database/Connection.h"
@@ -29,29 +30,34 @@ private:
     com::Ref<IDispatch> object_;
 };
 
-/// The host's connection.
+/// The host's connection, used on the thread that set it only: an object of the host's must not cross apartments. On
+/// another thread every use is an Error, until the connection is set there.
 class HostConnection final : public data::Connection {
 public:
     /// Null gives null. Throws Error (type mismatch) for an object that is no connection.
     static data::ConnectionPtr Of(IDispatch* object);
-    /// The host's object, one reference added; null for no connection.
+    /// The host's object, one reference added; null for no connection. Throws Error on another thread.
     static IDispatch* ObjectOf(const data::ConnectionPtr& connection);
 
     HostConnection(com::Ref<IDispatch> object, data::ConnectionPtr inner)
         : object_(std::move(object)), inner_(std::move(inner)) {}
 
-    bool IsOpen() const override { return inner_->IsOpen(); }
-    std::string InitialCatalog() const override { return inner_->InitialCatalog(); }
-    data::RecordsetPtr Open(std::string_view sql) override { return inner_->Open(sql); }
-    std::int64_t Execute(std::string_view sql) override { return inner_->Execute(sql); }
-    data::UpdatableRecordsetPtr OpenForUpdate(std::string_view sql) override { return inner_->OpenForUpdate(sql); }
-    void BeginTransaction() override { inner_->BeginTransaction(); }
-    void CommitTransaction() override { inner_->CommitTransaction(); }
-    void RollbackTransaction() override { inner_->RollbackTransaction(); }
+    bool IsOpen() const override { return Here().IsOpen(); }
+    std::string InitialCatalog() const override { return Here().InitialCatalog(); }
+    data::RecordsetPtr Open(std::string_view sql) override { return Here().Open(sql); }
+    std::int64_t Execute(std::string_view sql) override { return Here().Execute(sql); }
+    data::UpdatableRecordsetPtr OpenForUpdate(std::string_view sql) override { return Here().OpenForUpdate(sql); }
+    void BeginTransaction() override { Here().BeginTransaction(); }
+    void CommitTransaction() override { Here().CommitTransaction(); }
+    void RollbackTransaction() override { Here().RollbackTransaction(); }
 
 private:
+    /// The connection, on the thread that it belongs to.
+    data::Connection& Here() const;
+
     com::Ref<IDispatch> object_;
     data::ConnectionPtr inner_;
+    const std::thread::id thread_ = std::this_thread::get_id();
 };
 
 /// The host's help object, called by name.
@@ -65,7 +71,7 @@ public:
     explicit HelpReference(com::Ref<IDispatch> object) : calls_(std::move(object)) {}
 
     void SetWindow(std::intptr_t windowHandle) override;
-    void ShowContext(std::int32_t context) override { calls_.Call("ShowContext", {com::Variant(context)}); }
+    void ShowContext(std::int32_t context) override;
 
 private:
     com::LateBound calls_;

@@ -1,22 +1,15 @@
 #pragma once
 
+#include <atomic>
 #include <memory>
 #include <optional>
 
 #include "frame/Library.h"
+#include "server/VlmHost.h"
 
 namespace vlm::server {
 
-/// The services of the library as long as its host has handed in none.
-class DefaultHost {
-public:
-    virtual ~DefaultHost() = default;
-    /// They live as long as this object.
-    virtual Library::Services Services() noexcept = 0;
-};
-
-/// What this machine has: on Windows the system's own, elsewhere nothing (each service throws Error and says so).
-std::unique_ptr<DefaultHost> MakeDefaultHost();
+class Composition;
 
 /// What the library is between its loading and its unloading: the one Library, the number of objects alive, the locks.
 class Module {
@@ -25,27 +18,38 @@ public:
     static Module& Get();
 
     Library& Lib() noexcept { return *library_; }
-    /// False, and no change, while objects are alive. Null takes the services away.
-    bool SetServices(const Library::Services* services);
+    /// False, and no change, while objects are alive. Null takes everything away. Throws Error, and changes nothing,
+    /// for a host that asks for what there is not.
+    bool SetHost(const VlmHost* host);
+    /// Puts other services in the place of what was composed until the next host; they live as long. For tests.
+    void SetServices(const Library::Services& services) { library_.emplace(services); }
+    /// The host's help was asked for a topic.
+    void HelpShown(std::int32_t context);
 
     /// Keeps the library loaded for as long as it lives.
     class Alive {
     public:
-        Alive() { ++Get().objects_; }
-        Alive(const Alive&) : Alive() {}
+        Alive() noexcept { ++Get().objects_; }
+        Alive(const Alive&) noexcept : Alive() {}
         Alive& operator=(const Alive&) = default;
         ~Alive() { --Get().objects_; }
     };
     void Lock(bool lock) noexcept;
-    bool CanUnload() const noexcept { return objects_ == 0 && locks_ == 0; }
+    /// False too while the library holds something of its host's: the connection, the factory of services, the utility
+    /// object. A host that never sets Connection to Nothing keeps the library loaded.
+    bool CanUnload() const noexcept;
 
 private:
-    Module();
+    struct Holder;
 
-    std::unique_ptr<DefaultHost> host_ = MakeDefaultHost();
+    Module();
+    ~Module();
+
+    std::unique_ptr<Composition> composition_;
     std::optional<Library> library_;
-    long objects_ = 0;
-    long locks_ = 0;
+    bool hasHost_ = false;
+    std::atomic<long> objects_ = 0;
+    std::atomic<long> locks_ = 0;
 };
 
 }  // namespace vlm::server

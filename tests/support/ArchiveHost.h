@@ -5,11 +5,11 @@
 #include <vector>
 
 #include "HostReferences.h"
+#include "archive/ArchiveComponents.h"
 #include "databases/DatabaseSchema.h"
 #include "databases/SqliteWriter.h"
 #include "detect/DetectingOpener.h"
 #include "frame/HostServices.h"
-#include "services/ReferenceHostComponents.h"
 #include "services/Security.h"
 #include "sqlite/SqliteConnection.h"
 #include "support/FakeServices.h"
@@ -19,15 +19,15 @@
 
 namespace vlm::test {
 
-/// The reference host's components with a health-card system that answers what the test says.
-class ImportComponents final : public host::ReferenceHostComponents {
+/// The library's own components with a health-card system that answers what the test says.
+class ImportComponents final : public archive::ArchiveComponents {
 public:
-    using ReferenceHostComponents::ReferenceHostComponents;
+    using ArchiveComponents::ArchiveComponents;
 
     std::unique_ptr<HealthCardClient> NewHealthCardClient() override { return std::make_unique<Client>(*this); }
 
     std::unique_ptr<HostRecord> NewPatientRecord() override {
-        return savesPatients ? ReferenceHostComponents::NewPatientRecord() : std::make_unique<Unsaved>();
+        return savesPatients ? ArchiveComponents::NewPatientRecord() : std::make_unique<Unsaved>();
     }
 
     bool savesPatients = true;

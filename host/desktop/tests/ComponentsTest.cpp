@@ -1,3 +1,4 @@
+#include <QDialog>
 #include <gtest/gtest.h>
 #include <memory>
 #include <sstream>
@@ -5,6 +6,7 @@
 #include "console/JsonEventLog.h"
 #include "demo/DemoClinic.h"
 #include "host/AslHost.h"
+#include "support/GivenToolkit.h"
 #include "support/QtUser.h"
 #include "support/ServiceClinic.h"
 #include "support/Words.h"
@@ -17,12 +19,15 @@ using Words = std::vector<std::string>;
 
 class UserDesktop : public host::Desktop {
 public:
+    /// With steps it is the user who shows the library's dialogs, else the library's own windows.
     explicit UserDesktop(const Words& words) : words_(words) {}
 
     std::string Hindrance() const override { return {}; }
+    std::string ToolkitName() const override { return words_.empty() ? "qt" : kGivenToolkit; }
     void Open(sys::SettingsStore& settings) override {
         toolkit_ = std::make_unique<ui::QtToolkit>(settings);
         user_ = std::make_unique<ui::test::QtUser>(*toolkit_, words_, log_);
+        VlmGiveToolkit(user_.get());
     }
     ui::Toolkit& Toolkit() override { return *user_; }
     sys::ProgramStarter& Programs() override { return programs_; }
@@ -130,6 +135,25 @@ TEST(Components, PrescriptionsProjectsAndTheImportOnTheDemoClinic) {
          WordsOf("cboTipoImportazione=#1 cboSpecialista=#0 fraFile? txtPath? in:frmInpsPIN txtConferma=1234567890 "
                  "cmdConferma! end: cmdElabora! grdList?")}};
     for (const auto& [component, steps] : runs) ExpectTheSameIn(clinic, steps, component);
+}
+
+TEST(Components, TheLibraryBringsItsWindowsAlong) {
+    ServiceClinic clinic;
+    clinic.Create({});
+    UserDesktop desktop({});
+    std::string title;
+    ui::test::WhenUp<QDialog>([&](QDialog& window) {
+        title = window.windowTitle().toStdString();
+        window.activateWindow();
+        EXPECT_TRUE(QTest::qWaitFor([&] { return QApplication::focusWidget() != nullptr; }));
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_F1);  // the host answers in a window of its own
+        window.close();
+    });
+    std::ostringstream out, errors;
+    EXPECT_EQ(host::RunHost(Words{"--ui", "qt"} + clinic.Arguments("ASLExport"), out, errors, true, &desktop), 0);
+    EXPECT_EQ(title, "Esportazione ASL") << errors.str();
+    ASSERT_EQ(desktop.Events().size(), 1u);
+    EXPECT_NE(desktop.Events()[0].find("argomento 5920."), std::string::npos) << desktop.Events()[0];
 }
 
 }  // namespace

@@ -55,10 +55,10 @@ HRESULT STDAPICALLTYPE DllRegisterServer() { return vlm::server::RegisterClasses
 
 HRESULT STDAPICALLTYPE DllUnregisterServer() { return vlm::server::UnregisterClasses(); }
 
-HRESULT STDAPICALLTYPE VlmSetServices(const vlm::Library::Services* services) {
-    try {
-        return Module::Get().SetServices(services) ? S_OK : S_FALSE;
-    } catch (...) {
-        return E_OUTOFMEMORY;
-    }
+int32_t VLM_CALL VlmSetHost(const VlmHost* host) {
+    bool done = false;
+    const HRESULT result =
+        vlm::com::Guarded(vlm::server::kLibraryName, vlm::com::kNoId, [&] { done = Module::Get().SetHost(host); });
+    if (FAILED(result)) return result;
+    return done ? S_OK : S_FALSE;
 }

@@ -40,7 +40,7 @@ TEST_F(ComponentTest, TheLibraryHandsOutItsClassesAndCountsThem) {
 
     const auto component = Create(kExportProgettiClass);
     EXPECT_EQ(DllCanUnloadNow(), S_FALSE);
-    EXPECT_EQ(VlmSetServices(nullptr), S_FALSE);
+    EXPECT_EQ(VlmSetHost(nullptr), S_FALSE);
 }
 
 TEST_F(ComponentTest, EveryClassOffersItsInterfacesAndNothingInternal) {
@@ -88,7 +88,9 @@ TEST_F(ComponentTest, OneConnectionForAllAndOneOfItsOwnForTheRecord) {
     }
     EXPECT_EQ(test::ReferencesTo(first.Get()), 1u);
     EXPECT_EQ(Late(kASLExportClass).Get("Connection").Object().Get(), second.Get());  // it outlives the components
-    EXPECT_EQ(VlmSetServices(nullptr), S_OK);
+    EXPECT_EQ(DllCanUnloadNow(), S_FALSE);
+    EXPECT_EQ(VlmSetHost(nullptr), S_OK);
+    EXPECT_EQ(DllCanUnloadNow(), S_OK);
     EXPECT_EQ(test::ReferencesTo(second.Get()), 1u);
 }
 
@@ -135,8 +137,7 @@ struct Acting final : test::FakeServices::Silent {
 
 TEST_F(ComponentTest, NoExceptionCrossesTheBorder) {
     Acting toolkit;
-    const Library::Services all = services.With(toolkit);
-    ASSERT_EQ(VlmSetServices(&all), S_OK);
+    Module::Get().SetServices(services.With(toolkit));
     const struct {
         std::function<void()> act;
         std::uint32_t code;
@@ -165,8 +166,7 @@ TEST_F(ComponentTest, AHelpRequestNeverFails) {
     toolkit.act = [](ui::Dialog* dialog) {
         if (dialog != nullptr) dialog->HelpRequested();
     };
-    const Library::Services all = services.With(toolkit);
-    ASSERT_EQ(VlmSetServices(&all), S_OK);
+    Module::Get().SetServices(services.With(toolkit));
     const LateBound component = Late(kASLExportClass);
     component.Call("ShowDialog");
     const auto help = com::Make<test::NotingObject>(kCHMObjectId, marked);

@@ -3,6 +3,7 @@
 #include <functional>
 #include <gtest/gtest.h>
 
+#include "Module.h"
 #include "ado/ConnectionObject.h"
 #include "automation/LateBound.h"
 #include "server/VlmASLServicesLib.h"
@@ -59,17 +60,14 @@ private:
     int& alive_;
 };
 
-/// The library as a host without a person loads it. Whatever a test does, no object of the library outlives it, and
-/// none of the host's is kept.
+/// The library on services of a test. Whatever a test does, no object of the library outlives it, and none of the
+/// host's is kept once the host is taken away.
 class ServerTest : public ::testing::Test {
 protected:
-    ServerTest() {
-        const Library::Services all = services.With(services.toolkit);
-        EXPECT_EQ(VlmSetServices(&all), S_OK);
-    }
+    ServerTest() { server::Module::Get().SetServices(services.With(services.toolkit)); }
     ~ServerTest() override {
+        EXPECT_EQ(VlmSetHost(nullptr), S_OK);
         EXPECT_EQ(DllCanUnloadNow(), S_OK);
-        EXPECT_EQ(VlmSetServices(nullptr), S_OK);
         EXPECT_EQ(world.alive, 0);
         EXPECT_EQ(marked, 0);
     }

@@ -17,6 +17,7 @@ public:
     QtDesktop(int& argc, char** argv) : argc_(argc), argv_(argv) {}
 
     std::string Hindrance() const override { return ui::QtApplication::Hindrance(); }
+    std::string ToolkitName() const override { return "qt"; }
     void Open(sys::SettingsStore& settings) override {
         application_ = std::make_unique<ui::QtApplication>(argc_, argv_);
         toolkit_ = std::make_unique<ui::QtToolkit>(settings);

@@ -3,10 +3,11 @@
 #include "automation/Automation.h"
 #include "automation/Guid.h"
 #include "frame/ExportTypes.h"
-#include "frame/Library.h"
+#include "server/VlmHost.h"
 
-/// The library's contract with its host: identifiers, interfaces, entry points. The functions of an interface stand in
-/// the order of its table; a component's object references are passed as IDispatch.
+/// The library's contract with its host: identifiers, interfaces, entry points; what a host may hand in,
+/// server/VlmHost.h. The functions of an interface stand in the order of its table; a component's object references are
+/// passed as IDispatch.
 namespace vlm::server {
 
 inline constexpr const char* kLibraryName = "VlmASLServicesLib";
@@ -149,14 +150,9 @@ protected:
 #endif
 
 VLM_ENTRY HRESULT STDAPICALLTYPE DllGetClassObject(REFCLSID classId, REFIID iid, void** object);
-/// S_OK when no object of the library is alive and no class factory is locked.
+/// S_OK when no object of the library is alive, no class factory is locked and nothing of the host's is held: neither
+/// the library-wide connection nor what VlmSetHost was given.
 VLM_ENTRY HRESULT STDAPICALLTYPE DllCanUnloadNow();
 /// The type library and the five classes. Where there is no registry both do nothing and succeed.
 VLM_ENTRY HRESULT STDAPICALLTYPE DllRegisterServer();
 VLM_ENTRY HRESULT STDAPICALLTYPE DllUnregisterServer();
-
-/// For a host that is no Windows application, in place of the components that it would bring along: what the library
-/// needs of host and machine. The services live until they are replaced; null takes them away, and the library-wide
-/// connection with them. S_FALSE, and no change, while objects of the library are alive. Without services components
-/// can be made and given their objects; what needs a service fails and says so.
-VLM_ENTRY HRESULT STDAPICALLTYPE VlmSetServices(const vlm::Library::Services* services);

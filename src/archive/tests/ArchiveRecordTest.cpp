@@ -1,12 +1,12 @@
 #include <gtest/gtest.h>
 
-#include "ArchiveRecord.h"
+#include "archive/ArchiveRecord.h"
 #include "support/ArchiveHost.h"
 #include "support/FakeConnection.h"
 #include "support/RowText.h"
 #include "values/Error.h"
 
-namespace vlm::host {
+namespace vlm::archive {
 namespace {
 
 using data::testing::ErrorText;
@@ -112,7 +112,7 @@ private:
 
 TEST_F(ArchiveRecordTest, OfTwoUsersAtOnceOneGetsTheRecord) {
     const auto overtaken = std::make_shared<OvertakenConnection>(host.connection);
-    const auto locks = server::HostReference::Of(com::Make<LockService>(overtaken, "MARIA", host.clock).Get());
+    const auto locks = server::HostReference::Of(com::Make<host::LockService>(overtaken, "MARIA", host.clock).Get());
     EXPECT_NE(ErrorText([&] { Record(kPatients, locks)->Load(12, true); }).find("ROSSI"), std::string::npos);
     EXPECT_EQ(Locks(), "12|ROSSI|23/11/2026");
     host.connection->Execute("DROP TABLE BloccoRecord");
@@ -194,4 +194,4 @@ TEST(SpecialistParameters, AreThoseOfTheOneWhoWasLoaded) {
 }
 
 }  // namespace
-}  // namespace vlm::host
+}  // namespace vlm::archive

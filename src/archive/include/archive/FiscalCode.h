@@ -7,7 +7,7 @@
 
 /// The Italian fiscal code of a person: sixteen characters made of surname, first name, birth date, sex and the
 /// land-registry code of the comune of birth, closed by a check character (decree of 23/12/1976).
-namespace vlm::host {
+namespace vlm::archive {
 
 struct FiscalPerson {
     std::string_view surname;  // UTF-8; accents, apostrophes and blanks do not count
@@ -37,4 +37,4 @@ struct FiscalBearer {
 /// A code in capitals or not, blanks around it do not count. Throws Error with the reason for one that is not valid.
 FiscalBearer ReadFiscalCode(std::string_view code, Date today);
 
-}  // namespace vlm::host
+}  // namespace vlm::archive

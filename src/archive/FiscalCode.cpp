@@ -1,11 +1,11 @@
-#include "services/FiscalCode.h"
+#include "archive/FiscalCode.h"
 
 #include <tuple>
 
 #include "values/Error.h"
 #include "values/Utf8.h"
 
-namespace vlm::host {
+namespace vlm::archive {
 
 namespace {
 
@@ -185,4 +185,4 @@ FiscalBearer ReadFiscalCode(std::string_view given, Date today) {
     return bearer;
 }
 
-}  // namespace vlm::host
+}  // namespace vlm::archive

@@ -1,7 +1,10 @@
 #pragma once
 
+#include <functional>
+#include <memory>
 #include <string>
 
+#include "automation/Ref.h"
 #include "frame/HostServices.h"
 
 namespace vlm::host {
@@ -28,5 +31,9 @@ private:
 
     std::string folder_;
 };
+
+/// What this host hands in of services of its own, as an automation object: HealthCardClient, by way of what `make`
+/// makes, and HealthCardRequest.
+com::Ref<IDispatch> MakeHealthCardServices(std::function<std::unique_ptr<HealthCardClient>()> make);
 
 }  // namespace vlm::host

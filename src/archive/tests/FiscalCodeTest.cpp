@@ -1,11 +1,11 @@
 #include <gtest/gtest.h>
 
-#include "services/FiscalCode.h"
+#include "archive/FiscalCode.h"
 #include "support/ArchiveHost.h"
 #include "support/RowText.h"
 #include "values/Error.h"
 
-namespace vlm::host {
+namespace vlm::archive {
 namespace {
 
 using data::testing::ErrorText;
@@ -105,4 +105,4 @@ TEST_F(FiscalCodeDecoderTest, ACodeThatIsNotValidIsRefusedAndChangesNothing) {
 }
 
 }  // namespace
-}  // namespace vlm::host
+}  // namespace vlm::archive

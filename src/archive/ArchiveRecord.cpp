@@ -1,9 +1,9 @@
-#include "ArchiveRecord.h"
+#include "archive/ArchiveRecord.h"
 
 #include "values/Error.h"
 #include "values/Utf8.h"
 
-namespace vlm::host {
+namespace vlm::archive {
 
 std::string RecordText(const ArchiveTable& table, std::int64_t key) {
     return std::string(table.subject) + " n. " + std::to_string(key);
@@ -101,4 +101,4 @@ bool ArchiveRecord::Save() {
     return true;
 }
 
-}  // namespace vlm::host
+}  // namespace vlm::archive

@@ -1,17 +1,17 @@
-#include "services/ReferenceHostComponents.h"
+#include "archive/ArchiveComponents.h"
 
 #include <map>
 #include <string>
 
-#include "ArchiveRecord.h"
-#include "HealthCardFile.h"
+#include "archive/ArchiveRecord.h"
+#include "archive/FiscalCode.h"
 #include "database/SqlTokens.h"
-#include "services/FiscalCode.h"
+#include "frame/PlainHostUtility.h"
 #include "values/DateText.h"
 #include "values/Error.h"
 #include "values/Utf8.h"
 
-namespace vlm::host {
+namespace vlm::archive {
 
 namespace {
 
@@ -81,24 +81,22 @@ std::int32_t PersonDecoder::FindComune(const std::string& landRegistryCode) cons
 
 }  // namespace
 
-std::unique_ptr<HostRecord> ReferenceHostComponents::NewPatientRecord() {
-    return std::make_unique<ArchiveRecord>(kPatients);
-}
+std::unique_ptr<HostRecord> ArchiveComponents::NewPatientRecord() { return std::make_unique<ArchiveRecord>(kPatients); }
 
-std::unique_ptr<HostRecord> ReferenceHostComponents::NewExemptionRecord() {
+std::unique_ptr<HostRecord> ArchiveComponents::NewExemptionRecord() {
     return std::make_unique<ArchiveRecord>(kPatientExemptions);
 }
 
-std::unique_ptr<FiscalCodeDecoder> ReferenceHostComponents::NewFiscalCodeDecoder() {
+std::unique_ptr<FiscalCodeDecoder> ArchiveComponents::NewFiscalCodeDecoder() {
     return std::make_unique<PersonDecoder>(clock_);
 }
 
-std::unique_ptr<ParameterStore> ReferenceHostComponents::NewParameterStore() {
+std::unique_ptr<ParameterStore> ArchiveComponents::NewParameterStore() {
     return std::make_unique<ParametersOfSpecialist>();
 }
 
-std::unique_ptr<HealthCardClient> ReferenceHostComponents::NewHealthCardClient() {
-    return std::make_unique<HealthCardFile>();
+std::unique_ptr<HealthCardClient> ArchiveComponents::NewHealthCardClient() {
+    return MissingComponents().NewHealthCardClient();
 }
 
-}  // namespace vlm::host
+}  // namespace vlm::archive

@@ -3,13 +3,14 @@
 #include "frame/HostServices.h"
 #include "system/Clock.h"
 
-namespace vlm::host {
+namespace vlm::archive {
 
-/// The components that the reference host has.
-class ReferenceHostComponents : public HostComponents {
+/// The host's components that the library brings along: records, fiscal codes and parameters straight in the host's
+/// tables. The client of the health-card system is the host's own; without it making one throws Error.
+class ArchiveComponents : public HostComponents {
 public:
     /// `clock` must live as long as what is made here.
-    explicit ReferenceHostComponents(const sys::Clock& clock) : clock_(clock) {}
+    explicit ArchiveComponents(const sys::Clock& clock) : clock_(clock) {}
 
     std::unique_ptr<HostRecord> NewPatientRecord() override;
     std::unique_ptr<HostRecord> NewExemptionRecord() override;
@@ -21,4 +22,4 @@ private:
     const sys::Clock& clock_;
 };
 
-}  // namespace vlm::host
+}  // namespace vlm::archive

@@ -9,7 +9,7 @@
 #include "automation/LateBound.h"
 #include "frame/HostServices.h"
 
-namespace vlm::host {
+namespace vlm::archive {
 
 /// A table of the archive whose rows are records that one user at a time works on.
 struct ArchiveTable {
@@ -74,4 +74,4 @@ private:
     std::int32_t id_ = 0;
 };
 
-}  // namespace vlm::host
+}  // namespace vlm::archive
