@@ -44,6 +44,10 @@ void RegionRun::WriteAnomalies(std::string_view text) {
 
 void RegionRun::Produce() {
     Prepare();
+    if (rules_.marks && !rules_.quarterly && !simulation_ && !component_.Filter.includiElaborate) {
+        look_.emplace(component_.GetWhereSQL(false, true));
+        look_->LookBefore(component_.Lib().RequireConnection());
+    }
     const data::RecordsetPtr rows = component_.OpenPrestazioni(rules_.quarterly);
     if (rows->AtEnd()) {
         outcome_ = ExportOutcome::NoData;
@@ -81,7 +85,9 @@ void RegionRun::Deliver() {
 void RegionRun::MarkAndDeliver(files::StagedFile& copy) {
     data::Connection& connection = component_.Lib().RequireConnection();
     data::Transaction transaction(connection);
-    MarkDocuments(connection);
+    if (look_) look_->LookAgain(connection);
+    const std::optional<std::int64_t> marked = MarkDocuments(connection);
+    if (look_ && marked) look_->GiveBack(connection, *marked);
     copy.Deliver();
     transaction.Commit();
 }

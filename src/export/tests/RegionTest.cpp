@@ -34,9 +34,10 @@ protected:
             if (rows.NumberOf(rows.Ordinal("IDTipoOperazione")) == 3) WriteAnomalies("cancellata");
         }
     }
-    void MarkDocuments(data::Connection& connection) override {
+    std::optional<std::int64_t> MarkDocuments(data::Connection& connection) override {
         connection.Execute("UPDATE Parcella SET ProgressivoRicetta = 1");
         if (whileMarking) whileMarking();
+        return std::nullopt;
     }
     void ShowDecoded(const std::string&) override {}
 };

@@ -29,12 +29,13 @@ void MonthlyRun::ClosePrescription(ASLLInePuglia& record) {
     record.ClearPrestazioni();
 }
 
-void MonthlyRun::MarkDocuments(data::Connection& connection) {
+std::optional<std::int64_t> MonthlyRun::MarkDocuments(data::Connection& connection) {
     for (const ParcellaElaborata& document : documents_) {
         connection.Execute(
             "UPDATE Parcella SET ElaborataASL = 1,ProgressivoRicetta = " + std::to_string(document.ProgressivoRicetta) +
             " WHERE IDParcella = " + std::to_string(document.IDParcella));
     }
+    return std::nullopt;
 }
 
 void MonthlyRun::ShowDecoded(const std::string& path) { Component().ViewAsDecoded(path, ttM); }

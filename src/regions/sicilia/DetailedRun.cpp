@@ -30,8 +30,8 @@ void DetailedRun::CloseDocument(ASLLineSicilia& record) {
     record.SetProgressivoRicetta(0);
 }
 
-void DetailedRun::MarkDocuments(data::Connection& connection) {
-    connection.Execute("UPDATE Parcella SET ElaborataASL = 1 WHERE " + Component().GetWhereSQL(false, true));
+std::optional<std::int64_t> DetailedRun::MarkDocuments(data::Connection& connection) {
+    return connection.Execute("UPDATE Parcella SET ElaborataASL = 1 WHERE " + Component().GetWhereSQL(false, true));
 }
 
 void DetailedRun::ShowDecoded(const std::string& path) { Component().ViewAsDecoded(path, ttM); }

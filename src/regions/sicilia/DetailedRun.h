@@ -15,7 +15,7 @@ protected:
     void Prepare() override;
     std::string FileName(bool anomalies) const override;
     void WriteRecords(data::Recordset& rows) override;
-    void MarkDocuments(data::Connection& connection) override;
+    std::optional<std::int64_t> MarkDocuments(data::Connection& connection) override;
     void ShowDecoded(const std::string& path) override;
 
 private:

@@ -14,7 +14,7 @@ protected:
     void Prepare() override;
     std::string FileName(bool anomalies) const override;
     void WriteRecords(data::Recordset& rows) override;
-    void MarkDocuments(data::Connection&) override {}
+    std::optional<std::int64_t> MarkDocuments(data::Connection&) override { return std::nullopt; }
     void ShowDecoded(const std::string& path) override;
 
 private:

@@ -1,11 +1,13 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 
 #include "database/Connection.h"
 #include "export/ASLExport.h"
+#include "export/DocumentLook.h"
 #include "files/LineWriter.h"
 #include "frame/ExportTypes.h"
 
@@ -26,8 +28,10 @@ struct ParcellaElaborata {
 /// folder, copy the data file to the user's folder, mark the documents, tell the user.
 ///
 /// The order of the ending: both files come into place in the working folder; the copy is made under a hidden name in
-/// the destination; documents are marked in a transaction; the copy takes its place; the transaction commits; only
-/// then is anything said or asked. On any error everything goes back, nothing is marked, and the run has failed.
+/// the destination; documents are marked in a transaction, once it is sure that no other run has; the copy takes its
+/// place; the transaction commits; only then is anything said or asked. On any error everything goes back, nothing is
+/// marked, and the run has failed. A run that takes processed documents too sends them again on purpose, and does not
+/// look.
 class RegionRun {
 public:
     /// Where the regions differ.
@@ -53,8 +57,8 @@ protected:
     virtual std::string FileName(bool anomalies) const = 0;
     /// The row set stands on its first row.
     virtual void WriteRecords(data::Recordset& rows) = 0;
-    /// Inside the transaction.
-    virtual void MarkDocuments(data::Connection& connection) = 0;
+    /// Inside the transaction; how many documents a marking by the filter marked; nothing for one by keys.
+    virtual std::optional<std::int64_t> MarkDocuments(data::Connection& connection) = 0;
     virtual void ShowDecoded(const std::string& path) = 0;
 
     ASLExport& Component() const noexcept { return component_; }
@@ -64,13 +68,17 @@ protected:
     void ReadDocuments(data::Recordset& rows, Record& record, const AfterRow& afterRow,
                        const CloseDocument& closeDocument) {
         const int idParcella = rows.Ordinal("IDParcella");
+        const auto close = [&] {
+            if (look_) look_->Written(record.IDParcella());
+            closeDocument();
+        };
         for (; !rows.AtEnd(); rows.MoveNext()) {
-            if (rows.IntegerOf(idParcella) != record.IDParcella() && record.ProgressivoRicetta() >= 1) closeDocument();
+            if (rows.IntegerOf(idParcella) != record.IDParcella() && record.ProgressivoRicetta() >= 1) close();
             record.ReadData();
             WriteAnomalies(record.GetErrors());
             afterRow();
         }
-        closeDocument();
+        close();
     }
     /// An empty line is not written.
     void WriteLine(std::string_view line);
@@ -89,6 +97,7 @@ private:
     std::string folder_;
     bool simulation_;
     ExportOutcome outcome_ = ExportOutcome::FileProduced;
+    std::optional<DocumentLook> look_;  // of a run that marks
     files::LineWriter data_;
     files::LineWriter report_;
     std::int64_t lineCount_ = 0;

@@ -213,7 +213,11 @@ TEST(PugliaRunTest, AFailureIsNamedAndTakesEverythingBack) {
         {"vietato",
          {Document(1), Document(2)},
          "CREATE TRIGGER Vieta BEFORE UPDATE ON Parcella WHEN NEW.IDParcella = 2 BEGIN SELECT RAISE(ABORT, 'vietato');"
-         " END;"}};
+         " END;"},
+        {"Un'altra elaborazione ha intanto inviato 2 dei 2 documenti",
+         {Document(1), Document(2)},
+         "CREATE TRIGGER Altra AFTER UPDATE ON Parcella WHEN OLD.ElaborataASL = 0 BEGIN"
+         " UPDATE Parcella SET ElaborataASL = 1; END;"}};
     cases.front().services.push_back(Document(1));
     for (const std::string cell : {"NumeroDocumento='12x'", "DataDocumento='2011-02-30'", "DataRefertazione='ieri'",
                                    "DataInizioCiclo='15/15/2011'", "DataPrenotazione='x'", "TotTicketEuro='molto'",

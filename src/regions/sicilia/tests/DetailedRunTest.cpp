@@ -234,6 +234,18 @@ TEST_F(DetailedRunTest, FiltersChooseAndMarkTheSameDocuments) {
     }
 }
 
+/// Between the reading and the marking a colleague dates two documents into the month.
+TEST_F(DetailedRunTest, DocumentsThatComeUpMeanwhileKeepWhatTheyHad) {
+    Clinic().extraSql =
+        "CREATE TRIGGER Intanto AFTER UPDATE ON Parcella WHEN OLD.IDParcella = 1 AND OLD.ElaborataASL = "
+        "NEW.ElaborataASL"
+        " BEGIN UPDATE Parcella SET DataAiFiniConvenzione = '2011-03-05' WHERE IDParcella > 7; END;";
+    Clinic().Create({Service(), Service("IDParcella=8; DataAiFiniConvenzione='2011-04-05'; ElaborataASL=NULL"),
+                     Service("IDParcella=9; DataAiFiniConvenzione='2011-04-05'")});
+    EXPECT_EQ(Export().Of("message"), std::vector{Done(2)});
+    EXPECT_EQ(Marks(), (Lines{"1|True", "8|NULL", "9|False"}));
+}
+
 /// Endings that fail: nothing is said to have succeeded, nothing is marked, every file is as it was.
 class FailingRunTest : public DetailedRunTest {
 protected:
@@ -268,8 +280,10 @@ TEST_F(FailingRunTest, WhatCannotBeReadOrWrittenIsNamedAndEveryFileIsBack) {
              {"Quantita=70000", ""},
              {"Residenza", "ALTER TABLE Residenza RENAME TO Altrove;"},
              {"PAZ_Sesso", "ALTER TABLE VwPrestazionePerASL DROP COLUMN PAZ_Sesso;"},
-             {"vietato",
-              "CREATE TRIGGER Vieta BEFORE UPDATE ON Parcella BEGIN SELECT RAISE(ABORT, 'vietato'); END;"}}) {
+             {"vietato", "CREATE TRIGGER Vieta BEFORE UPDATE ON Parcella BEGIN SELECT RAISE(ABORT, 'vietato'); END;"},
+             {"Un'altra elaborazione ha intanto inviato 1 dei 2 documenti",
+              "CREATE TRIGGER Altra AFTER UPDATE ON Parcella WHEN OLD.IDParcella = 1 BEGIN"
+              " UPDATE Parcella SET ElaborataASL = 1 WHERE IDParcella = 2; END;"}}) {
         SCOPED_TRACE(reason);
         held = std::make_unique<ServiceClinic>();
         Clinic().extraSql = sql;
