@@ -4,7 +4,7 @@ JOBS ?= $(shell nproc)
 PACKAGES := g++ cmake ninja-build libsqlite3-dev nlohmann-json3-dev libzip-dev libpugixml-dev libgtest-dev libbenchmark-dev \
   unixodbc-dev tdsodbc libsqliteodbc qt6-base-dev xvfb xauth fonts-dejavu-core
 PACKAGES_WINDOWS := g++-mingw-w64-x86-64-posix g++-mingw-w64-i686-posix mingw-w64-tools wine wine64 libwine-dev \
-  googletest locales
+  googletest locales dpkg-dev tcl
 PACKAGES_CHECKS := clang-format clang-tidy
 PACKAGES_FUZZ := clang libclang-rt-dev
 PACKAGES_PACKAGE := dpkg-dev file
@@ -55,10 +55,11 @@ test: deps
 
 windows: PACKAGES += $(PACKAGES_WINDOWS)
 windows: deps
+	windows/build-engine.sh build/engine x86_64-w64-mingw32 i686-w64-mingw32
 	cmake --preset windows64
 	cmake --build --preset windows64 -j $(JOBS)
 	cmake --preset windows32
-	cmake --build --preset windows32 -j $(JOBS) --target VlmASLServicesLib vlm_odbc
+	cmake --build --preset windows32 -j $(JOBS) --target VlmASLServicesLib vlm_odbc vlm_sqlite
 	windows/check-exports.sh x86_64-w64-mingw32 build/windows64/VlmASLServicesLib.dll
 	windows/check-exports.sh i686-w64-mingw32 build/windows32/VlmASLServicesLib.dll
 	windows/with-wine.sh build/wine ctest --test-dir build/windows64 --output-on-failure

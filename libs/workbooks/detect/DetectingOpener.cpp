@@ -7,7 +7,10 @@
 #include "files/Paths.h"
 #include "workbooks/WorkbookFault.h"
 #include "xls/OpenXls.h"
+#if __has_include("xlsx/OpenXlsx.h")  // not where the spreadsheet program itself reads workbooks
 #include "xlsx/OpenXlsx.h"
+#define VLM_XLSX
+#endif
 
 namespace vlm::files {
 
@@ -26,7 +29,9 @@ std::string FirstBytes(const std::string& path) {
 
 std::unique_ptr<Workbook> DetectingOpener::Open(const std::string& path) const {
     const std::string start = FirstBytes(path);
+#ifdef VLM_XLSX
     if (start.starts_with("PK")) return OpenXlsx(path);
+#endif
     if (start == "\xD0\xCF\x11\xE0") return OpenXls(path);
     throw UnreadableWorkbook(path, start.empty() ? "il file è vuoto" : "il suo formato non è né xlsx né xls");
 }
