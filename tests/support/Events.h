@@ -71,6 +71,17 @@ inline const std::string kConcludedEvent = MessageEvent("Elaborazione conclusa."
 
 inline std::string FocusEvent(const std::string& control) { return R"({"event":"focus","name":")" + control + "\"}"; }
 
+/// A path as it stands in JSON.
+inline std::string InJson(const std::string& path) {
+    std::string escaped;
+    for (const char c : path) escaped.append(c == '\\' ? 2 : 1, c);
+    return escaped;
+}
+
+inline std::string NotepadEvent(const std::string& path) {
+    return R"({"event":"run","command":"Notepad.exe )" + InJson(path) + "\"}";
+}
+
 inline Lines Inside(const HostRun& run) {
     if (run.events.size() < 2) return {"<no dialog>"};
     return {run.events.begin() + 1, run.events.end() - 1};

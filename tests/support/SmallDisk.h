@@ -1,5 +1,8 @@
 #pragma once
 
+#ifndef _WIN32  // where no disk can be made small
+#define VLM_SMALL_DISK
+
 #include <csignal>
 #include <sys/resource.h>
 
@@ -24,3 +27,5 @@ private:
 };
 
 }  // namespace vlm::test
+
+#endif

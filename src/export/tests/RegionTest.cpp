@@ -139,7 +139,7 @@ TEST_F(RegionTest, TheCodeIsTheChosenSpecialistsOrElseTheBranchs) {
              {"cboBranca=1 cboSpecialista=8 cmdConferma! cboSpecialista=7", "700007"}}) {
         const HostRun run = Show(std::vector{"txtPath=" + clinic.out} + WordsOf(steps) +
                                  WordsOf("in:frmSelectFile txtPath? end: cmdVisualizza!"));
-        EXPECT_EQ(StateOf(run, "txtPath", "value"), "\"" + clinic.out + "\\\\" + code + ".txt\"") << steps;
+        EXPECT_EQ(StateOf(run, "txtPath", "value"), "\"" + InJson(clinic.out + "\\") + code + ".txt\"") << steps;
     }
     Show({"txtPath=" + clinic.out, "cboBranca=1", "cboSpecialista=7", "cmdConferma!"});
     EXPECT_EQ(Files(), kWritten + "|" + kWritten + "|");
@@ -176,7 +176,9 @@ TEST_F(RegionTest, ARunTellsWhatItCameTo) {
 TEST_F(RegionTest, ARunThatFailsHasFailedAndTakesEverythingBackFirst) {
     const std::pair<std::function<void()>, std::string> failures[] = {
         {[] { throw Error("vietato"); }, kEarlier},
-        {[this] { std::filesystem::remove_all(clinic.out); }, "<missing>|earlier|earlier too"}};
+        // The destination goes away; Windows, which keeps a folder with an open file, fails to take it away.
+        {[this] { std::filesystem::remove_all(clinic.out); },
+         std::filesystem::path::preferred_separator == '/' ? "<missing>|earlier|earlier too" : kEarlier}};
     for (const auto& [failure, files] : failures) {
         for (const char* type : {"1", "3"}) {
             clinic.Connect()->Execute(std::string("UPDATE VwPrestazionePerASL SET IDTipoOperazione = ") + type);

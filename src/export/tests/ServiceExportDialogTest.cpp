@@ -87,15 +87,14 @@ TEST(FileSelectionTest, ProposesTheFileOfThePeriodAndTellsOfIt) {
     WriteBytes(clinic.out + "/2010111S.txt", std::string(1234567, 'x'));
     using Case = std::tuple<Lines, std::string, std::string>;
     for (const auto& [before, path, visible] :
-         {Case{{"optTipoExport=1", "txtPath=" + clinic.out}, clinic.out + "\\\\2010111S.txt", "+-++++"},
-          Case{{"cboMese=7", "numAnno=2009", "txtPath= " + clinic.out + "\\ "},
-               clinic.out + "\\\\2010709M.txt",
-               "++----"},
+         {Case{{"optTipoExport=1", "txtPath=" + clinic.out}, clinic.out + "\\2010111S.txt", "+-++++"},
+          Case{
+              {"cboMese=7", "numAnno=2009", "txtPath= " + clinic.out + "\\ "}, clinic.out + "\\2010709M.txt", "++----"},
           Case{{"txtPath="}, "", "+-----"}}) {
         const HostRun run =
             clinic.Run(before + WordsOf("in:frmSelectFile txtPath? lblNonTrovato? lblData? lblDataValore? "
                                         "lblDimensione? lblDimensioneValore? end: cmdVisualizza!"));
-        EXPECT_EQ(StateOf(run, "txtPath", "value"), "\"" + path + "\"");
+        EXPECT_EQ(StateOf(run, "txtPath", "value"), "\"" + InJson(path) + "\"");
         EXPECT_EQ(FlagsOf(run, "visible"), visible) << path;
         if (visible.back() == '+') {
             EXPECT_EQ(StateOf(run, "lblDimensioneValore", "caption"), "\"1.234.567 bytes\"");
@@ -130,7 +129,7 @@ TEST(FileSelectionTest, BrowsesForTextFilesFromTheDestination) {
         run.Of("choose"),
         std::vector{
             R"({"event":"choose","kind":"file","filter":"All files (*.*)|*.*|ASL files|*.txt","filterIndex":2,"folder":")" +
-            clinic.out + R"(","fileName":"2010311M.txt","answer":"/some/file.txt"})"});
+            InJson(clinic.out) + R"(","fileName":"2010311M.txt","answer":"/some/file.txt"})"});
     EXPECT_EQ(StateOf(run, "txtPath", "value"), "\"/some/file.txt\"");
 }
 

@@ -3,8 +3,10 @@
 #include <sstream>
 
 #include "ImportFixture.h"
-#include "XlsxFile.h"
 #include "support/Positions.h"
+#if __has_include("XlsxFile.h")  // not where the spreadsheet program itself reads workbooks
+#include "XlsxFile.h"
+#endif
 
 namespace vlm::test {
 namespace {
@@ -162,6 +164,7 @@ TEST_F(AslFormatsTest, FieldsOfLazioAndSardegna) {
                      "IDPaziente=0|Telefono="}));
 }
 
+#if __has_include("XlsxFile.h")
 TEST_F(AslFormatsTest, WorkbooksOfRagusaAndNapoli) {
     const SheetValue none;
     const std::string path = host.folder / "elenco.xlsx";
@@ -195,6 +198,7 @@ TEST_F(AslFormatsTest, WorkbooksOfRagusaAndNapoli) {
                      "Selezionato=True|Codice=|Cognome=RUSSO LIA|CodiceFiscale=RSSLIA80A41F839X|Comune=CANTÙ|"
                      "Indirizzo=|CAP=22063|IDComune=1|IDPaziente=0"}));
 }
+#endif
 
 /// Sources may be UTF-8 with its mark; widths count characters.
 TEST_F(AslFormatsTest, EncodingsLengthsAndOddFiles) {

@@ -46,10 +46,9 @@ protected:
     /// Runs the dialog with steps; what it says from its opening on, a line or more for each event but pointers and
     /// progress: see Tell.
     Lines Run(const std::string& steps) {
-        const std::string folder = host.folder.Path().string();
-        run = RunReferenceHost(WordsOf("--data " + folder + " --work " + folder + "/work --settings " + folder +
-                                       "/set.ini --install " + folder +
-                                       "/Inst --today 2026-11-23 --clinic 12 ASLImportPatient " + steps));
+        run = RunReferenceHost(WordsOf("--data " + host.folder.Path().string() + " --work " + host.folder / "work" +
+                                       " --settings " + host.folder / "set.ini" + " --install " + host.folder / "Inst" +
+                                       " --today 2026-11-23 --clinic 12 ASLImportPatient " + steps));
         Lines said;
         for (const std::string& line : run.events) Tell(Json::parse(line), said);
         return said;

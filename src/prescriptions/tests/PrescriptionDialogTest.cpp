@@ -31,7 +31,7 @@ TEST(PrescriptionDialogTest, StopsAtTheFirstFieldThatIsNotRight) {
             "dtToDate=01/03/2011 cmdConferma!") +
         std::vector{std::string("txtPath=   ")} +
         WordsOf("cmdConferma! txtPath=ricette.txt cmdConferma! txtPath=" + clinic.out +
-                "/none/ricette.txt cmdConferma! txtPath=" + clinic.out + "\\ricette.txt cmdConferma!");
+                "\\none\\ricette.txt cmdConferma! txtPath=" + clinic.out + "\\ricette.txt cmdConferma!");
     const std::string path = FocusEvent("txtPath");
     Lines events = Inside(clinic.Show(confirmations));
     std::erase_if(events, [](const std::string& event) { return event.find("\"pointer\"") != std::string::npos; });
@@ -43,17 +43,18 @@ TEST(PrescriptionDialogTest, StopsAtTheFirstFieldThatIsNotRight) {
 
 TEST(PrescriptionDialogTest, BrowsesForAFileFromTheNameInTheField) {
     PrescriptionClinic clinic(kNoRows);
-    const HostRun run = clinic.Show({"txtPath=/some/where/ricette.txt", "answer:/chosen/file.txt", "key:txtPath=R",
+    const HostRun run = clinic.Show({"txtPath=\\some\\where\\ricette.txt", "answer:\\chosen\\file.txt", "key:txtPath=R",
                                      "key:txtPath=Ctrl+R", "txtPath?", "cmdLink!", "txtPath?"});
     const auto choice = [](const std::string& name, const std::string& answer) {
         return R"({"event":"choose","kind":"file","filter":"All files (*.*)|*.*|File progetto panoramico|*.txt",)"
                R"("filterIndex":2,"folder":"","fileName":")" +
                name + R"(","answer":")" + answer + "\"}";
     };
-    EXPECT_EQ(run.Of("choose"), (std::vector{choice("ricette.txt", "/chosen/file.txt"), choice("file.txt", "cancel")}));
+    EXPECT_EQ(run.Of("choose"),
+              (std::vector{choice("ricette.txt", R"(\\chosen\\file.txt)"), choice("file.txt", "cancel")}));
     ASSERT_EQ(run.Of("state").size(), 2U);
     EXPECT_EQ(run.Of("state").at(0), run.Of("state").at(1));
-    EXPECT_EQ(StateOf(run, "txtPath", "value"), "\"/chosen/file.txt\"");
+    EXPECT_EQ(StateOf(run, "txtPath", "value"), R"("\\chosen\\file.txt")");
 }
 
 }  // namespace

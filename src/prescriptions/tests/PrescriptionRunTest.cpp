@@ -76,7 +76,7 @@ TEST(PrescriptionRunTest, WhatIsMissingIsNamed) {
 
     PrescriptionClinic clinic({On("1", "2011-03-02")});
     const HostRun folder = clinic.Export({"txtPath=" + clinic.out});
-    EXPECT_NE(folder.Of("message").at(0).find(clinic.out), std::string::npos);
+    EXPECT_NE(folder.Of("message").at(0).find(InJson(clinic.out)), std::string::npos);
     EXPECT_EQ(folder.Of("message").at(1), kConcludedEvent);
     WriteBytes(clinic.work + "/AldraPanoramico", "a file where the folder should be");
     EXPECT_NE(clinic.Export().Of("message").at(0).find("AldraPanoramico"), std::string::npos);

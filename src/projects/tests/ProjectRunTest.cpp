@@ -90,9 +90,7 @@ TEST(ProjectRunTest, OpensTheFileWhenAsked) {
     const HostRun run = clinic.Export({"chkVisualizza=1"});
     EXPECT_EQ(clinic.Projects(), "1 1");  // of two patients
     EXPECT_EQ(Inside(run),
-              (std::vector{kHourglass, kNormal,
-                           R"({"event":"run","command":"Notepad.exe )" + clinic.out + R"(\\S20110120110200.txt"})",
-                           kConcludedEvent}));
+              (std::vector{kHourglass, kNormal, NotepadEvent(clinic.out + "\\S20110120110200.txt"), kConcludedEvent}));
 }
 
 TEST(ProjectRunTest, AnErrorKeepsTheLinesSoFar) {

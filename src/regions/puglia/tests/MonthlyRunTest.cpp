@@ -186,8 +186,7 @@ TEST(PugliaRunTest, AFileWithAnomaliesGoesOutAndIsMarked) {
     ASSERT_EQ(run.Of("message").size(), 2U);
     EXPECT_NE(run.Of("message")[0].find(R"("icon":"question","buttons":"yesno","answer":"yes")"), std::string::npos);
     EXPECT_EQ(run.Of("message")[1], Done(2));
-    EXPECT_EQ(run.Of("run"),
-              std::vector{R"({"event":"run","command":"Notepad.exe )" + clinic.work + R"(\\C700007Err.txt"})"});
+    EXPECT_EQ(run.Of("run"), std::vector{NotepadEvent(clinic.work + "\\C700007Err.txt")});
     EXPECT_EQ(run.Of("dialog").size(), 1U);  // the viewer stays closed
 }
 

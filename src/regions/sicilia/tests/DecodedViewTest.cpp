@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "DetailedLines.h"
-#include "support/ServiceClinic.h"
+#include "support/Events.h"
 
 namespace vlm::test {
 namespace {
@@ -12,7 +12,7 @@ protected:
 
     HostRun View(const std::string& kind, const std::string& bytes) {
         WriteBytes(clinic.out + "/file.txt", bytes);
-        return clinic.Run({"optTipoExport=" + kind, "in:frmSelectFile", "txtPath=" + clinic.out + "/file.txt",
+        return clinic.Run({"optTipoExport=" + kind, "in:frmSelectFile", "txtPath=" + clinic.out + "\\file.txt",
                            "cmdConferma!", "end:", "cmdVisualizza!"});
     }
     std::string Copy() const { return ReadBytes(clinic.work + "/file.txt.tmp"); }
@@ -50,8 +50,7 @@ TEST_F(DecodedViewTest, ShowsServiceAndClosingLineAtTheirPositions) {
     // Two whole records of 224 bytes; the third has no line end.
     EXPECT_EQ(Copy(), "\r\nNr. record elaborati: 2\r\n\r\n\r\n" + kHeadM + service + closed + "\r\n" + unknownSex +
                           "\r\n\r\n" + kLegendM);
-    EXPECT_EQ(run.Of("run"),
-              std::vector{R"({"event":"run","command":"Notepad.exe )" + clinic.work + R"(\\file.txt.tmp"})"});
+    EXPECT_EQ(run.Of("run"), std::vector{NotepadEvent(clinic.work + "\\file.txt.tmp")});
 }
 
 TEST_F(DecodedViewTest, ShowsASummaryLineAtItsPositions) {
@@ -83,7 +82,7 @@ TEST_F(DecodedViewTest, AnEmptyFileGivesAnEmptyCopyAndAMissingOneNone) {
     EXPECT_EQ(View("0", "").Of("run").size(), 1U);
     EXPECT_EQ(Copy(), "");
     const HostRun run = clinic.Run(
-        {"in:frmSelectFile", "txtPath=" + clinic.out + "/nothing.txt", "cmdConferma!", "end:", "cmdVisualizza!"});
+        {"in:frmSelectFile", "txtPath=" + clinic.out + "\\nothing.txt", "cmdConferma!", "end:", "cmdVisualizza!"});
     EXPECT_TRUE(run.Of("run").empty());
     EXPECT_TRUE(run.Of("message").empty());
     EXPECT_EQ(NamesIn(clinic.work), Lines{"file.txt.tmp"});
