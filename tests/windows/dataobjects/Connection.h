@@ -47,8 +47,7 @@ public:
     HRESULT STDMETHODCALLTYPE get_Name(BSTR* name) override { return Give(name, std::string(kName)); }
     HRESULT STDMETHODCALLTYPE get_Type(DataTypeEnum* type) override { return Give(type, adBSTR); }
     VLM_REFUSED(put_Value, VARIANT)
-    VLM_REFUSED(get_Attributes, LONG*)
-    VLM_REFUSED(put_Attributes, LONG)
+    VLM_REFUSED_PROPERTY(Attributes, LONG)
 
     static constexpr const char* kName = "Initial Catalog";
 
@@ -99,22 +98,15 @@ public:
     HRESULT STDMETHODCALLTYPE RollbackTrans() override;
     HRESULT STDMETHODCALLTYPE Close() override;
 
-    VLM_REFUSED(get_ConnectionString, BSTR*)
-    VLM_REFUSED(put_ConnectionString, BSTR)
-    VLM_REFUSED(get_ConnectionTimeout, LONG*)
-    VLM_REFUSED(put_ConnectionTimeout, LONG)
+    VLM_REFUSED_PROPERTY(ConnectionString, BSTR)
+    VLM_REFUSED_PROPERTY(ConnectionTimeout, LONG)
     VLM_REFUSED(Open, BSTR, BSTR, BSTR, LONG)
     VLM_REFUSED(put_DefaultDatabase, BSTR)
-    VLM_REFUSED(get_IsolationLevel, IsolationLevelEnum*)
-    VLM_REFUSED(put_IsolationLevel, IsolationLevelEnum)
-    VLM_REFUSED(get_Attributes, LONG*)
-    VLM_REFUSED(put_Attributes, LONG)
-    VLM_REFUSED(get_CursorLocation, CursorLocationEnum*)
-    VLM_REFUSED(put_CursorLocation, CursorLocationEnum)
-    VLM_REFUSED(get_Mode, ConnectModeEnum*)
-    VLM_REFUSED(put_Mode, ConnectModeEnum)
-    VLM_REFUSED(get_Provider, BSTR*)
-    VLM_REFUSED(put_Provider, BSTR)
+    VLM_REFUSED_PROPERTY(IsolationLevel, IsolationLevelEnum)
+    VLM_REFUSED_PROPERTY(Attributes, LONG)
+    VLM_REFUSED_PROPERTY(CursorLocation, CursorLocationEnum)
+    VLM_REFUSED_PROPERTY(Mode, ConnectModeEnum)
+    VLM_REFUSED_PROPERTY(Provider, BSTR)
     VLM_REFUSED(OpenSchema, SchemaEnum, VARIANT, VARIANT, _Recordset**)
     VLM_REFUSED(Cancel)
 

@@ -139,8 +139,11 @@ private:
     ULONG references_ = 0;
 };
 
-/// Members of a table that only refuse.
+/// Members of a table that only refuse; of a property, both ways.
 #define VLM_REFUSED(member, ...) \
     HRESULT STDMETHODCALLTYPE member(__VA_ARGS__) override { return Refuse(); }
+#define VLM_REFUSED_PROPERTY(property, type) \
+    VLM_REFUSED(get_##property, type*)       \
+    VLM_REFUSED(put_##property, type)
 
 }  // namespace vlm::test::dataobjects

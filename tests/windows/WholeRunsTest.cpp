@@ -1,0 +1,320 @@
+#include <array>
+#include <filesystem>
+#include <gtest/gtest.h>
+
+#include "automation/LateBound.h"
+#include "automation/Object.h"
+#include "console/ConsoleToolkit.h"
+#include "console/JsonEventLog.h"
+#include "dataobjects/DataObjects.h"
+#include "detect/DetectingOpener.h"
+#include "frame/PlainHostUtility.h"
+#include "server/VlmASLServicesLib.h"
+#include "services/ReferenceHostComponents.h"
+#include "services/Security.h"
+#include "sqlite/SqliteConnection.h"
+#include "support/RowText.h"
+#include "support/ServiceClinic.h"
+#include "support/Words.h"
+
+/// Whole runs of the registered library on a host's own data objects. What comes of them, byte for byte, is what comes
+/// of the same steps when the library has the embedded engine to itself.
+namespace vlm::test {
+namespace {
+
+using namespace server;
+
+/// What a user does with a component in a clinic.
+struct Job {
+    int clinic;
+    const char* component;
+    const GUID* classId;
+    std::vector<std::string> steps;
+};
+
+/// What came of jobs: events by job, bytes by file, rows by table.
+using Outcome = std::map<std::string, std::string>;
+
+/// Where a host keeps things: the demo's databases, as they were made and as they are worked on.
+struct Places {
+    const TempFolder place;
+    const std::string fresh = place / "fresh", data = place / "data", work = place / "work", out = place / "out";
+    const std::string settings = place / "set.ini";
+
+    Places() { EXPECT_EQ(RunReferenceHost({"--today", "2011-04-10", "init", fresh}).errors, ""); }
+
+    /// The databases as they were made, and no file of an earlier run.
+    void Renew() const {
+        for (const std::string& old : {data, work, out}) std::filesystem::remove_all(PathOf(old));
+        for (const std::string& made : {work, out}) std::filesystem::create_directory(PathOf(made));
+        std::filesystem::copy(PathOf(fresh), PathOf(data), std::filesystem::copy_options::recursive);
+    }
+    data::ConnectionPtr Connect(int clinic) const {
+        return data::SqliteConnection::Connect("Provider=SQLite;Data Source=\"" + data + "\";Initial Catalog=Studio00" +
+                                               std::to_string(clinic));
+    }
+    std::vector<std::string> PlayDirectly(const Job& job) const {
+        return RunReferenceHost(std::vector<std::string>{"--data", data, "--clinic", std::to_string(job.clinic),
+                                                         "--work", work, "--settings", settings, "--today",
+                                                         "2011-04-10", job.component} +
+                                job.steps)
+            .events;
+    }
+};
+
+/// A host of the library in one clinic.
+class Host {
+public:
+    Host(const Places& places, int clinic, const std::vector<std::string>& steps)
+        : native_(places.Connect(clinic)),
+          connection_(dataobjects::NewConnection(native_)),
+          toolkit_(ui::ConsoleScript(steps), events_),
+          utility_(places.work),
+          store_(places.settings),
+          installFolder_(places.data + "\\Installazione") {
+        const Library::Services services{toolkit_,  utility_,       store_,      clock_,
+                                         programs_, installFolder_, components_, workbooks_};
+        EXPECT_EQ(VlmSetServices(&services), S_OK);
+    }
+    Host(const Host&) = delete;
+    Host& operator=(const Host&) = delete;
+    ~Host() { EXPECT_EQ(VlmSetServices(nullptr), S_OK); }
+
+    com::Ref<IDispatch> Create(const GUID& classId) const {
+        com::Ref<IDispatch> component;
+        EXPECT_EQ(
+            CoCreateInstance(classId, nullptr, CLSCTX_INPROC_SERVER, com::kIdOf<IDispatch>, component.ReceiveAny()),
+            S_OK);
+        if (com::Same(classId, kASLImportPatientClass)) {
+            const com::LateBound import(component);
+            import.PutRef("LockSrv", com::Make<host::LockService>(native_, "OPERATORE", clock_).Get());
+            import.PutRef("Rights", com::Make<host::UserRights>("OPERATORE").Get());
+        }
+        return component;
+    }
+    _Connection* Connection() const { return connection_.Get(); }
+    std::vector<std::string> Events() const { return LinesOf(log_.str()); }
+
+private:
+    const data::ConnectionPtr native_;
+    const com::Ref<_Connection> connection_;
+    std::ostringstream log_;
+    ui::JsonEventLog events_{log_};
+    ui::ConsoleToolkit toolkit_;
+    PlainHostUtility utility_;
+    sys::IniSettingsStore store_;
+    sys::FixedClock clock_{*Date::FromYmd(2011, 4, 10)};
+    ui::LoggedProgramStarter programs_{events_};
+    sys::FixedInstallFolder installFolder_;
+    host::ReferenceHostComponents components_{clock_};
+    files::DetectingOpener workbooks_;
+};
+
+/// How clients call: by name.
+struct Late {
+    static void Show(const com::Ref<IDispatch>& component, _Connection* connection) {
+        const com::LateBound late(component);
+        late.PutRef("Connection", connection);
+        late.Call("ShowDialog");
+    }
+    static std::string LineOf(const com::Ref<IDispatch>& record, _Connection* connection, _Recordset* rows) {
+        const com::LateBound late(record);
+        late.PutRef("Connection", connection);
+        late.PutRef("Rs", rows);
+        late.Call("ReadData");
+        return late.Call("GetFormattedLine").Text();
+    }
+};
+
+/// By the tables of the interfaces.
+struct Early {
+    static void Show(const com::Ref<IDispatch>& component, _Connection* connection) {
+        const auto show = [&](const auto& early) {
+            if (!early) return 0;
+            EXPECT_EQ(early->putref_Connection(connection), S_OK);
+            EXPECT_EQ(early->ShowDialog(), S_OK);
+            return 1;
+        };
+        IDispatch* const object = component.Get();
+        EXPECT_EQ(show(com::Query<_ASLExport>(object)) + show(com::Query<_ASLPanoramico>(object)) +
+                      show(com::Query<_ExportProgetti>(object)) + show(com::Query<_ASLImportPatient>(object)),
+                  1);
+    }
+    static std::string LineOf(const com::Ref<IDispatch>& record, _Connection* connection, _Recordset* rows) {
+        const auto early = com::Query<_ASLPanoramicoLine>(record.Get());
+        VARIANT_BOOL done = VARIANT_FALSE;
+        com::Bstr line;
+        EXPECT_EQ(early->putref_Connection(connection), S_OK);
+        EXPECT_EQ(early->putref_Rs(rows), S_OK);
+        EXPECT_EQ(early->ReadData(&done), S_OK);
+        EXPECT_EQ(early->GetFormattedLine(line.Receive()), S_OK);
+        return line.Text();
+    }
+};
+
+/// Hears how far a source is read.
+class Listener final : public com::DispatchObject<IDispatch> {
+public:
+    explicit Listener(std::string& heard) : heard_(heard) {}
+
+private:
+    HRESULT STDMETHODCALLTYPE Hear(std::int32_t percent) {
+        heard_ += std::to_string(percent) + " ";
+        return S_OK;
+    }
+    std::span<const com::Member> Members() const noexcept override {
+        static constexpr std::array kMembers = {
+            com::Method<&Listener::Hear>("ReadingFile", kReadingFileId, VT_EMPTY, {{"Value", VT_I4}})};
+        return kMembers;
+    }
+    void* Find(const IID& iid) noexcept override {
+        return com::Same(iid, k__ASLImportPatientId) ? static_cast<IDispatch*>(this) : DispatchObject::Find(iid);
+    }
+
+    std::string& heard_;
+};
+
+class WholeRunsTest : public ::testing::Test {
+protected:
+    std::vector<Job> Jobs() const {
+        const std::string sources = places.data + "\\Sorgenti\\";
+        const auto steps = [&](const std::string& text, const std::string& path = {}) {
+            return std::vector{"txtPath=" + (path.empty() ? places.out : path)} + WordsOf(text);
+        };
+        const auto choosing = [](const std::string& list) { return std::vector{"cboASL=" + list}; };
+        return {
+            {12, "ASLExport", &kASLExportClass,
+             steps("cboBranca=1 cboMese=3 numAnno=2011 chkIncludiPrecedenti=1 cmdConferma!")},
+            {12, "ASLExport", &kASLExportClass, steps("cboBranca=2 cboMese=3 numAnno=2011 answer:yes cmdConferma!")},
+            {12, "ASLExport", &kASLExportClass,
+             steps("optTipoExport=1 cboBranca=1 cboTrimestre=#0 numAnnoTrimestre=2011 cmdConferma!")},
+            prescriptions,
+            {12, "ExportProgetti", &kExportProgettiClass,
+             steps("cboStatoProgetto=#1 cboDaTrimestre=#0 cboATrimestre=#0 numAnno=2011 cmdConferma!")},
+            {16, "ASLExport", &kASLExportClass,
+             steps("cboBranca=1 cboMese=3 numAnno=2011 chkVisualizza=1 cmdConferma!")},
+            {16, "ASLExport", &kASLExportClass, steps("cboBranca=2 cboMese=3 numAnno=2011 answer:yes cmdConferma!")},
+            {12, "ASLImportPatient", &kASLImportPatientClass,
+             choosing("Elenco assistiti") +
+                 steps("cmdElabora! cboFiltro=#1 lblSelezionati? cmdConferma!", sources + "assistiti.txt")},
+            {12, "ASLImportPatient", &kASLImportPatientClass,
+             choosing("Catania") +
+                 steps("cmdElabora! cboFiltro=#2 lblConteggio? in:frmRevoca chkRevocato=1 dtDataRevoca=31/03/2011 "
+                       "cboTipoRevocaPaziente=#1 cmdConferma! end: grdList2!1 cmdConferma!",
+                       sources + "catania.txt")},
+            {12, "ASLImportPatient", &kASLImportPatientClass,
+             WordsOf("cboImportazione=#1 cboASL=#0") +
+                 steps("cmdElabora! cmdSelezionaTutti! cmdConferma!", sources + "esenti.txt")},
+        };
+    }
+    /// Every job in its order, on databases as they were made.
+    template <typename Player>
+    Outcome After(Player play) const {
+        places.Renew();
+        Outcome outcome;
+        for (const Job& job : Jobs()) {
+            std::string& events = outcome[std::to_string(outcome.size()) + " " + job.component];
+            for (const std::string& event : play(job)) events += event + "\n";
+        }
+        for (const std::string& folder : {places.work, places.out}) {
+            for (const auto& [name, bytes] : FilesIn(folder)) outcome[folder + "\\" + name] = bytes;
+        }
+        for (const int clinic : {12, 16}) {
+            const data::ConnectionPtr connection = places.Connect(clinic);
+            for (const char* table : {"Parcella", "Paziente", "EsenzionePerPaziente", "Residenza", "BloccoRecord"}) {
+                outcome[std::to_string(clinic) + " " + table] =
+                    data::testing::RowText(*connection, std::string("SELECT * FROM ") + table);
+            }
+        }
+        return outcome;
+    }
+    /// By way of the host's data objects.
+    template <typename Client>
+    Outcome Played() const {
+        return After([this](const Job& job) {
+            const Host host(places, job.clinic, job.steps);
+            Client::Show(host.Create(*job.classId), host.Connection());
+            return host.Events();
+        });
+    }
+    static void ExpectSame(const Outcome& outcome, const Outcome& expected) {
+        for (const auto& [what, content] : expected) {
+            const auto found = outcome.find(what);
+            EXPECT_TRUE(found != outcome.end() && found->second == content) << what;
+        }
+        EXPECT_EQ(outcome.size(), expected.size());
+    }
+
+    const Places places;
+    const dataobjects::RecordsetClass recordsets;
+    const Job prescriptions{12, "ASLPanoramico", &kASLPanoramicoClass,
+                            WordsOf("cboBranca=3 dtFromDate=01/03/2011 dtToDate=31/03/2011 txtPath=" + places.out +
+                                    "\\ricette.txt cmdConferma!")};
+};
+
+TEST_F(WholeRunsTest, AreTheSameOnAHostsDataObjects) {
+    const Outcome expected = After([this](const Job& job) { return places.PlayDirectly(job); });
+    EXPECT_EQ(NamesIn(PathOf(places.out)), WordsOf("2010111S.txt 2010311M.txt C160201.txt C160203.txt "
+                                                   "S20110120110100.txt ricette.txt"));
+    EXPECT_NE(expected.at("7 ASLImportPatient").find("Pazienti scritti: 13"), std::string::npos);
+    ExpectSame(Played<Late>(), expected);
+    const dataobjects::WithoutBlocks rowByRow;
+    ExpectSame(Played<Early>(), expected);
+}
+
+TEST_F(WholeRunsTest, ARecordReadsTheHostsRows) {
+    places.Renew();
+    places.PlayDirectly(prescriptions);
+    const Host host(places, 12, {});
+    const auto open = [&](const std::string& sql) {
+        com::Ref<_Recordset> rows;
+        EXPECT_EQ(host.Connection()->Execute(com::Bstr(sql).Get(), nullptr, -1, rows.Receive()), S_OK);
+        return rows;
+    };
+    std::string lines;
+    const data::RecordsetPtr found = places.Connect(12)->Open(
+        "SELECT IDRicettaFarmaci FROM RicettaFarmaci WHERE IDBrancaPerStudio = 3 AND DataRicetta >= '2011-03-01' AND"
+        " DataRicetta < '2011-04-01' ORDER BY DataRicetta");
+    for (; !found->AtEnd(); found->MoveNext()) {
+        const com::Ref<_Recordset> rows = open("SP_RicettaFarmaci2005 " + std::string(found->TextOf(0)));
+        const com::Ref<IDispatch> record = host.Create(kASLPanoramicoLineClass);
+        const std::string line = Late::LineOf(record, host.Connection(), rows.Get());
+        EXPECT_EQ(Early::LineOf(record, host.Connection(), rows.Get()), line);
+        lines += line + (line.empty() ? "" : "\r\n");  // one is not for the authority
+    }
+    EXPECT_EQ(lines, ReadBytes(places.out + "\\ricette.txt"));
+}
+
+TEST_F(WholeRunsTest, AListIsHeardAsItIsReadAndItsPatientsAreCreated) {
+    places.Renew();
+    std::string source = "N;Tessera;CF\n", heard;
+    for (int i = 1; i <= 11; ++i) {
+        const std::string number = std::to_string(i);
+        source += number + ";NUOVA" + number + ";;D'Al\xF2" + number + ";Lia;03/02/1961;;;04/03/2001;;;;VIA ROMA\n";
+    }
+    WriteBytes(places.work + "\\elenco.txt", source);
+    {
+        const Host host(places, 12, {});
+        const com::LateBound import(host.Create(kASLImportPatientClass));
+        import.PutRef("Connection", host.Connection());
+        com::Ref<IConnectionPoint> point;
+        DWORD cookie = 0;
+        ASSERT_EQ(com::Query<IConnectionPointContainer>(import.Object().Get())
+                      ->FindConnectionPoint(k__ASLImportPatientId, point.Receive()),
+                  S_OK);
+        EXPECT_EQ(point->Advise(com::Make<Listener>(heard).Get(), &cookie), S_OK);
+        const com::LateBound elements = import.ObjectOf("GetElementList", {com::Variant(places.work + "\\elenco.txt")});
+        for (; elements.Get("EOF").Text() != "True"; elements.Call("MoveNext")) {
+            EXPECT_NE(import.Call("CreatePatient", {com::Variant(elements.Object().Get())}).Text(), "0");
+        }
+        EXPECT_EQ(point->Unadvise(cookie), S_OK);
+    }
+    EXPECT_EQ(heard, "83 ");  // the tenth of twelve lines
+    EXPECT_EQ(data::testing::RowText(*places.Connect(12),
+                                     "SELECT Cognome, DataNascita, NumTesseraSanitaria FROM Paziente WHERE"
+                                     " NumTesseraSanitaria LIKE 'NUOVA1%' ORDER BY IDPaziente"),
+              "D'Alò1|03/02/1961|NUOVA1;D'Alò10|03/02/1961|NUOVA10;D'Alò11|03/02/1961|NUOVA11");
+}
+
+}  // namespace
+}  // namespace vlm::test
