@@ -192,7 +192,7 @@ void MemoryRecordset::Delete() {
     rows_->removed.insert(row);
     const std::int64_t place = position_;
     if (listed_) {
-        shown_.erase(shown_.begin() + place);
+        shown_.erase(shown_.begin() + static_cast<std::ptrdiff_t>(place));
     } else {
         List();
     }
