@@ -4,13 +4,8 @@
 
 #include "automation/LateBound.h"
 #include "automation/Object.h"
-#include "console/ConsoleToolkit.h"
-#include "console/JsonEventLog.h"
 #include "dataobjects/DataObjects.h"
-#include "detect/DetectingOpener.h"
-#include "frame/PlainHostUtility.h"
 #include "server/VlmASLServicesLib.h"
-#include "services/ReferenceHostComponents.h"
 #include "services/Security.h"
 #include "sqlite/SqliteConnection.h"
 #include "support/RowText.h"
@@ -23,6 +18,8 @@ namespace vlm::test {
 namespace {
 
 using namespace server;
+
+constexpr const char* kToday = "2011-04-10";
 
 /// What a user does with a component in a clinic.
 struct Job {
@@ -41,7 +38,7 @@ struct Places {
     const std::string fresh = place / "fresh", data = place / "data", work = place / "work", out = place / "out";
     const std::string settings = place / "set.ini";
 
-    Places() { EXPECT_EQ(RunReferenceHost({"--today", "2011-04-10", "init", fresh}).errors, ""); }
+    Places() { EXPECT_EQ(RunReferenceHost({"--today", kToday, "init", fresh}).errors, ""); }
 
     /// The databases as they were made, and no file of an earlier run.
     void Renew() const {
@@ -55,30 +52,37 @@ struct Places {
     }
     std::vector<std::string> PlayDirectly(const Job& job) const {
         return RunReferenceHost(std::vector<std::string>{"--data", data, "--clinic", std::to_string(job.clinic),
-                                                         "--work", work, "--settings", settings, "--today",
-                                                         "2011-04-10", job.component} +
+                                                         "--work", work, "--settings", settings, "--today", kToday,
+                                                         job.component} +
                                 job.steps)
             .events;
     }
 };
 
-/// A host of the library in one clinic.
+/// A host of the library in one clinic, whose dialogs are played.
 class Host {
 public:
     Host(const Places& places, int clinic, const std::vector<std::string>& steps)
-        : native_(places.Connect(clinic)),
-          connection_(dataobjects::NewConnection(native_)),
-          toolkit_(ui::ConsoleScript(steps), events_),
-          utility_(places.work),
-          store_(places.settings),
-          installFolder_(places.data + "\\Installazione") {
-        const Library::Services services{toolkit_,  utility_,       store_,      clock_,
-                                         programs_, installFolder_, components_, workbooks_};
-        EXPECT_EQ(VlmSetServices(&services), S_OK);
+        : native_(places.Connect(clinic)), connection_(dataobjects::NewConnection(native_)) {
+        const std::string installFolder = places.data + "\\Installazione";
+        std::vector<const char*> words;
+        for (const std::string& step : steps) words.push_back(step.c_str());
+        VlmHost host{};
+        host.size = sizeof(host);
+        host.toolkit = "console";
+        host.steps = words.data();
+        host.stepCount = static_cast<std::uint32_t>(words.size());
+        host.tell = [](void* told, std::int32_t, const char* text) { static_cast<std::string*>(told)->append(text); };
+        host.context = &told_;
+        host.workFolder = places.work.c_str();
+        host.installFolder = installFolder.c_str();
+        host.settingsFile = places.settings.c_str();
+        host.today = kToday;
+        EXPECT_EQ(VlmSetHost(&host), S_OK);
     }
     Host(const Host&) = delete;
     Host& operator=(const Host&) = delete;
-    ~Host() { EXPECT_EQ(VlmSetServices(nullptr), S_OK); }
+    ~Host() { EXPECT_EQ(VlmSetHost(nullptr), S_OK); }
 
     com::Ref<IDispatch> Create(const GUID& classId) const {
         com::Ref<IDispatch> component;
@@ -93,21 +97,13 @@ public:
         return component;
     }
     _Connection* Connection() const { return connection_.Get(); }
-    std::vector<std::string> Events() const { return LinesOf(log_.str()); }
+    std::vector<std::string> Events() const { return LinesOf(told_); }
 
 private:
     const data::ConnectionPtr native_;
     const com::Ref<_Connection> connection_;
-    std::ostringstream log_;
-    ui::JsonEventLog events_{log_};
-    ui::ConsoleToolkit toolkit_;
-    PlainHostUtility utility_;
-    sys::IniSettingsStore store_;
-    sys::FixedClock clock_{*Date::FromYmd(2011, 4, 10)};
-    ui::LoggedProgramStarter programs_{events_};
-    sys::FixedInstallFolder installFolder_;
-    host::ReferenceHostComponents components_{clock_};
-    files::DetectingOpener workbooks_;
+    const sys::FixedClock clock_{*Date::FromYmd(2011, 4, 10)};
+    std::string told_;
 };
 
 /// How clients call: by name.
