@@ -25,7 +25,7 @@ private:
     DWORD token_ = 0;
 };
 
-/// As long as it lives row sets give no blocks: GetRows answers E_NOTIMPL, and is not found by its name.
+/// As long as it lives row sets give no blocks: GetRows is there by name, and answers E_NOTIMPL.
 class WithoutBlocks {
 public:
     WithoutBlocks() { ++alive; }

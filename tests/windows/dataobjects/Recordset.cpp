@@ -222,11 +222,6 @@ void Recordset::Write(int ordinal, VARIANT value) {
     if (mode_ == adEditNone) mode_ = adEditInProgress;
 }
 
-HRESULT Recordset::GetIDsOfNames(REFIID reserved, LPOLESTR* names, UINT count, LCID locale, DISPID* ids) {
-    if (WithoutBlocks::alive > 0 && lstrcmpiW(names[0], L"GetRows") == 0) return DISP_E_UNKNOWNNAME;
-    return Dual::GetIDsOfNames(reserved, names, count, locale, ids);
-}
-
 HRESULT Recordset::Open(VARIANT source, VARIANT connection, CursorTypeEnum, LockTypeEnum lock, LONG) {
     return Done([&] {
         if (rows_) throw Numbered(adErrObjectOpen, "L'operazione non è consentita se l'oggetto è aperto.");

@@ -24,9 +24,6 @@ public:
     void Write(int ordinal, VARIANT value);
     bool IsOpen() const { return rows_ != nullptr; }
 
-    HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID reserved, LPOLESTR* names, UINT count, LCID locale,
-                                            DISPID* ids) override;
-
     HRESULT STDMETHODCALLTYPE Open(VARIANT source, VARIANT connection, CursorTypeEnum cursor, LockTypeEnum lock,
                                    LONG options) override;
     HRESULT STDMETHODCALLTYPE Close() override;
