@@ -9,9 +9,10 @@ PACKAGES_CHECKS := clang-format clang-tidy
 PACKAGES_FUZZ := clang libclang-rt-dev
 PACKAGES_PACKAGE := dpkg-dev file
 FUZZ_SECONDS ?= 30
+TORTURE_ROUNDS ?= 12
 SUDO := $(shell [ "$$(id -u)" = 0 ] || command -v sudo)
 
-.PHONY: help deps build demo test windows bench fuzz walls rooms format check-format tidy tidy-changed package \
+.PHONY: help deps build demo test windows bench fuzz torture walls rooms format check-format tidy tidy-changed package \
   screenshots layouts clean
 
 help:
@@ -21,6 +22,7 @@ help:
 	@echo "make build   build/release/aslhost, optimised"
 	@echo "make bench   measures the export of 1,000,000 services and the import of 1,000,000 patients"
 	@echo "make fuzz    feeds broken files to the readers, FUZZ_SECONDS=30 for each target"
+	@echo "make torture two clerks at once on one clinic, TORTURE_ROUNDS=12"
 	@echo "make walls   checks that rooms see only what they name; make rooms renews docs/rooms.md"
 	@echo "make format  formats the sources; make check-format only looks"
 	@echo "make tidy    looks for faults with clang-tidy; make tidy-changed in what the last commits wrote"
@@ -78,6 +80,11 @@ fuzz: deps
 	  $$target -max_total_time=$(FUZZ_SECONDS) -rss_limit_mb=2048 -timeout=20 -print_final_stats=1 -print_funcs=0 -verbosity=0 \
 	    -artifact_prefix=build/fuzz/$$name- build/fuzz/found/$$name fuzz/corpus/$$name || exit 1; \
 	done
+
+# Two clerks at once, again and again; not part of the check, because what it finds depends on the moment.
+torture: PACKAGES += sqlite3
+torture: build
+	tools/torture/two-clerks.sh build/release/aslhost $(TORTURE_ROUNDS)
 
 walls:
 	tools/walls.sh

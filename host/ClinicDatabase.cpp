@@ -23,9 +23,10 @@ int ClinicOf(const std::string& database) {
     return static_cast<int>(text::LeadingInteger(std::string_view(database).substr(kPrefix.size())));
 }
 
-data::ConnectionPtr OpenFolder(const std::string& dataFolder, int clinic) {
+data::ConnectionPtr OpenFolder(const std::string& dataFolder, int clinic, int waitSeconds) {
     return data::SqliteConnection::Connect("Provider=SQLite;Data Source=\"" + dataFolder +
-                                           "\";Initial Catalog=" + ClinicDatabaseName(clinic));
+                                           "\";Initial Catalog=" + ClinicDatabaseName(clinic) +
+                                           ";Busy Timeout=" + std::to_string(waitSeconds * 1000));
 }
 
 /// The clinic's name from two columns of the current row.
@@ -38,7 +39,7 @@ std::string NameOf(const data::Recordset& row, int first) {
 std::string NameOf(const std::string& dataFolder, int clinic) {
     try {
         const data::RecordsetPtr row =
-            OpenFolder(dataFolder, clinic)
+            OpenFolder(dataFolder, clinic, 0)
                 ->Open("SELECT RagioneSociale, Nome FROM Aldra..Studi WHERE IDStudio = " + std::to_string(clinic));
         return row->AtEnd() ? std::string() : NameOf(*row, 0);
     } catch (const std::exception&) {
@@ -58,7 +59,7 @@ int ChosenClinic(const HostOptions& options) {
 
 /// On a server the clinic that was asked for counts before the one that the text names.
 data::ConnectionPtr OpenClinic(const HostOptions& options) {
-    if (options.odbcText.empty()) return OpenFolder(options.dataFolder, ChosenClinic(options));
+    if (options.odbcText.empty()) return OpenFolder(options.dataFolder, ChosenClinic(options), options.waitSeconds);
     const bool named = !options.clinic && !DatabaseOf(options.odbcText).empty();
     return OpenOdbc(options.odbcText, named ? std::string() : ClinicDatabaseName(ChosenClinic(options)));
 }

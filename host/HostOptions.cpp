@@ -19,6 +19,12 @@ Date Day(const std::string& text) {
     return *date;
 }
 
+int Seconds(const std::string& text) {
+    const std::optional<double> number = text::ParseNumber(text);
+    if (!number || *number < 0 || *number > 600) throw UsageError("--wait vuole un numero di secondi da 0 a 600.");
+    return static_cast<int>(*number);
+}
+
 std::string User(const std::string& text) {
     if (text.empty()) throw UsageError("--user vuole un nome.");
     return text;
@@ -51,6 +57,8 @@ bool SetOption(HostOptions& options, const std::string& name, const std::string&
         options.settingsFile = value;
     } else if (name == "--today") {
         options.today = Day(value);
+    } else if (name == "--wait") {
+        options.waitSeconds = Seconds(value);
     } else if (name == "--ui") {
         options.ui = Ui(value);
     } else {
@@ -127,6 +135,7 @@ const char* HostOptions::Usage() {
                                                (Installazione nella cartella dei database, se c'è)
   --settings FILE    impostazioni (ini)        --today AAAA-MM-GG  la data di oggi
   --user NOME        chi usa l'applicazione (OPERATORE)
+  --wait SECONDI     quanto si aspetta un database che un altro sta scrivendo (10)
   --ui console|qt    come si mostrano le finestre (qt su un terminale con uno schermo e senza passi)
   --json             un oggetto JSON per riga (sempre, quando l'uscita non è un terminale)
   --text             righe da leggere, anche quando l'uscita non è un terminale

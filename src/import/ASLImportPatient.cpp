@@ -19,6 +19,15 @@ std::int32_t ASLImportPatient::CreatePatient(data::Recordset& element) {
     return PatientCreation(library_, security_).CreatePatient(element);
 }
 
+std::int32_t ASLImportPatient::ConfirmPatient(data::Recordset& element) {
+    return PatientCreation(library_, security_).CreatePatient(element, &sinceReading_);
+}
+
+void ASLImportPatient::RememberArchive() {
+    const data::RecordsetPtr last = library_.RequireConnection().Open("SELECT MAX(IDPaziente) FROM Paziente");
+    sinceReading_ = {last->Int32Of(0), {}};
+}
+
 std::int32_t ASLImportPatient::CreateEsenzione(data::Recordset& element) {
     return ExemptionCreation(library_, security_).CreateEsenzione(element);
 }

@@ -50,7 +50,7 @@ void ImportConfirmation::Confirm(ElementGridModel& elements, std::uint32_t eleme
     try {
         const ElementListPtr one = CopyOf(elements.At(element));
         const std::int32_t result =
-            kind_ == Kind::Patients ? component_.CreatePatient(*one) : component_.CreateEsenzione(*one);
+            kind_ == Kind::Patients ? component_.ConfirmPatient(*one) : component_.CreateEsenzione(*one);
         if (result == 0) {
             return Fail(elements.At(element), kind_ == Kind::Patients
                                                   ? "il paziente non è stato salvato."

@@ -182,7 +182,10 @@ void frmASLImportPatient::ShowProcessingError(const std::string& description) {
                           "Errore!!", ui::Icon::Critical, ui::Buttons::Ok});
 }
 
-ElementListPtr frmASLImportPatient::ReadSource() { return IsHealthCard() ? ReadHealthCard() : ReadFile(); }
+ElementListPtr frmASLImportPatient::ReadSource() {
+    if (IsPatientList() && Lib().Connection()) aslImportObject_->RememberArchive();
+    return IsHealthCard() ? ReadHealthCard() : ReadFile();
+}
 
 ElementListPtr frmASLImportPatient::ReadFile() {
     const TemplateFolder templates(Lib().InstallFolder().Path());

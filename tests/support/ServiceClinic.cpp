@@ -111,8 +111,9 @@ void ServiceClinic::Create(const std::vector<SqlRow>& services) {
 }
 
 Lines ServiceClinic::Arguments(const std::string& component) const {
-    return {"--data",  data,  "--clinic", std::to_string(clinic), "--work", work, "--settings", settings,
-            "--today", today, component};
+    return {
+        "--data", data, "--clinic", std::to_string(clinic), "--work", work, "--settings", settings, "--today", today,
+        "--wait", "0",  component};
 }
 
 HostRun RunReferenceHost(const Lines& arguments) {

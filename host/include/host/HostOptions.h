@@ -28,6 +28,7 @@ struct HostOptions {
     std::string user = "OPERATORE";  // who works with the host: in whose name records are locked
     std::string settingsFile;        // "" = the user's
     std::optional<Date> today;
+    int waitSeconds = 10;  // for a database of dataFolder that somebody else writes
     std::string ui;  // "console", "qt" or "" for what fits
     bool json = false;
     bool text = false;

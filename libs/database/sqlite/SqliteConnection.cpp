@@ -17,7 +17,7 @@ namespace vlm::data {
 
 namespace {
 
-constexpr int kBusyMilliseconds = 2000;
+constexpr int kBusyMilliseconds = 10000;
 constexpr std::string_view kProvider = "SQLite";
 constexpr std::string_view kProcedureTable = "StoredProcedure";
 
@@ -117,11 +117,13 @@ std::string SqliteConnection::InitialCatalog() const { return catalog_; }
 
 RecordsetPtr SqliteConnection::Open(std::string_view sql) {
     Prepared prepared = PrepareStatements(sql);
+    Begin();
     return std::make_unique<SqliteRecordset>(std::move(prepared.session), std::move(prepared.statements));
 }
 
 std::int64_t SqliteConnection::Execute(std::string_view sql) {
     const Prepared prepared = PrepareStatements(sql);
+    Begin();
     const SqliteSession& session = *prepared.session;
     std::int64_t changed = 0;
     for (const SqlStatement& each : prepared.statements) {
@@ -136,8 +138,9 @@ std::int64_t SqliteConnection::Execute(std::string_view sql) {
 UpdatableRecordsetPtr SqliteConnection::OpenForUpdate(std::string_view sql) {
     Engine& engine = *engines_.front();
     engine.session->BeginStatement();
-    return std::make_unique<SqliteUpdatableRecordset>(engine.session,
-                                                      SqliteTableSelect::Translate(sql, engine.catalog));
+    auto select = SqliteTableSelect::Translate(sql, engine.catalog);
+    Begin();
+    return std::make_unique<SqliteUpdatableRecordset>(engine.session, std::move(select));
 }
 
 SqliteConnection::Prepared SqliteConnection::PrepareStatements(std::string_view sql) {
@@ -146,7 +149,7 @@ SqliteConnection::Prepared SqliteConnection::PrepareStatements(std::string_view 
             return {engine->session, engine->Translate(sql)};
         } catch (const TooManyDatabases&) {
             // What a transaction has changed is seen by its own engine only.
-            if (Own().InTransaction()) throw;
+            if (inTransaction_) throw;
         }
     }
     std::unique_ptr<Engine> engine = MakeEngine();
@@ -158,12 +161,24 @@ SqliteConnection::Prepared SqliteConnection::PrepareStatements(std::string_view 
 /// A reader does not lock: the transaction takes its lock with its first change.
 void SqliteConnection::BeginTransaction() {
     if (inTransaction_) throw Error("Una transazione è già aperta.");
-    Own().Run("BEGIN");
     inTransaction_ = true;
+    begun_ = false;
+}
+
+/// The engine's transaction begins once its first statement is translated: looking a table up reads, and of two that
+/// have read and would write the engine refuses one at once, where who writes first waits for the other.
+void SqliteConnection::Begin() {
+    if (!inTransaction_ || begun_) return;
+    Own().Run("BEGIN");
+    begun_ = true;
 }
 
 void SqliteConnection::CommitTransaction() {
     if (!inTransaction_) throw Error("Nessuna transazione è aperta.");
+    if (!begun_) {
+        inTransaction_ = false;
+        return;
+    }
     if (!Own().InTransaction()) {
         inTransaction_ = false;
         throw Error("La transazione è stata annullata dal database " + catalog_ + ".");

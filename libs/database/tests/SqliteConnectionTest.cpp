@@ -125,6 +125,12 @@ TEST_F(SqliteConnectionTest, ALockedDatabaseIsNamed) {
     }
     other->Execute("ROLLBACK");
     EXPECT_EQ(connection->Execute("INSERT INTO T VALUES (1)"), 1);
+    // Who has only looked a table up within a transaction holds nobody up.
+    connection->BeginTransaction();
+    EXPECT_PRED2(Holds, Rows("SELECT N FROM Nessuna"), "Nessuna");
+    other->Execute("BEGIN EXCLUSIVE");
+    other->Execute("ROLLBACK");
+    connection->RollbackTransaction();
 
     const ConnectionPtr master = SqliteConnection::Connect(Folder().ConnectionText("Aldra"));
     master->Execute("BEGIN EXCLUSIVE");

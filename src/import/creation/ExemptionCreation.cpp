@@ -40,6 +40,7 @@ std::int32_t ExemptionCreation::CreateEsenzione(data::Recordset& element) {
         record->Load(row, true);
     }
     data::Transaction transaction(library_.RequireConnection());
+    BecomeOnlyWriter(library_.RequireConnection());
     record->SetField("DataEsenzione", element.ValueOf(at(ElementColumn::EsenzioneDataInizio)));
     record->SetField("Scadenza", element.ValueOf(at(ElementColumn::EsenzioneDataScadenza)));
     if (!record->Save()) return 0;

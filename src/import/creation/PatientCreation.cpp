@@ -4,6 +4,7 @@
 #include "frame/ModGeneral.h"
 #include "values/DateText.h"
 #include "values/Error.h"
+#include "values/Utf8.h"
 
 namespace vlm {
 
@@ -32,6 +33,7 @@ constexpr std::array<RecordField, 2> kDatesIfAny = {{
 }};
 
 constexpr std::int64_t kMainResidence = 1;
+constexpr std::string_view kNoCode = "(nullo)";  // how a source says that there is none
 
 /// Elements come from this system and from hosts: their columns go by name.
 int At(const data::Recordset& element, ElementColumn column) { return element.Ordinal(NameOf(column)); }
@@ -42,7 +44,12 @@ std::string TextIn(const data::Recordset& element, ElementColumn column) {
 
 }  // namespace
 
-std::int32_t PatientCreation::CreatePatient(data::Recordset& element) {
+void BecomeOnlyWriter(data::Connection& connection) {
+    connection.Execute(
+        "UPDATE Paziente SET Revocato = Revocato WHERE IDPaziente = (SELECT MIN(IDPaziente) FROM Paziente)");
+}
+
+std::int32_t PatientCreation::CreatePatient(data::Recordset& element, SinceReading* since) {
     const std::unique_ptr<HostRecord> patient = Prepared(library_.Components().NewPatientRecord(), library_, security_);
     const std::int32_t known = element.Int32Of(At(element, ElementColumn::IDPaziente));
     if (known == 0) {
@@ -52,12 +59,37 @@ std::int32_t PatientCreation::CreatePatient(data::Recordset& element) {
         if (patient->Id() == 0) throw Error("Il paziente n. " + std::to_string(known) + " non è più in archivio.");
     }
     data::Transaction transaction(library_.RequireConnection());
+    BecomeOnlyWriter(library_.RequireConnection());
+    if (since != nullptr && known == 0) RefuseEntered(element, *since);
     SetFields(*patient, element);
     if (!patient->Save()) return 0;
     const std::int32_t id = patient->Id();
     WriteResidence(id, element);
     transaction.Commit();
+    if (since != nullptr && known == 0) since->own.insert(id);
     return id;
+}
+
+void PatientCreation::RefuseEntered(const data::Recordset& element, const SinceReading& since) const {
+    const HostUtility& utility = library_.Utility();
+    const std::string code = TextIn(element, ElementColumn::Codice);
+    const std::string fiscalCode = TextIn(element, ElementColumn::CodiceFiscale);
+    std::string same;
+    if (!code.empty() && !text::EqualNoCase(code, kNoCode)) {
+        same = "NumTesseraSanitaria = " + utility.SqlString(code) + " OR NumAssistito = " + utility.SqlString(code);
+    }
+    if (!fiscalCode.empty()) {
+        same.append(same.empty() ? "" : " OR ").append("CodiceFiscale = ").append(utility.SqlString(fiscalCode));
+    }
+    if (same.empty()) return;
+    const data::RecordsetPtr found =
+        library_.RequireConnection().Open("SELECT IDPaziente FROM Paziente WHERE IDPaziente > " +
+                                          std::to_string(since.lastPatient) + " AND (" + same + ")");
+    for (; !found->AtEnd(); found->MoveNext()) {
+        if (since.own.contains(found->Int32Of(0))) continue;
+        throw Error("intanto un altro utente lo ha inserito in archivio (paziente n. " +
+                    std::to_string(found->Int32Of(0)) + "): rileggere la fonte.");
+    }
 }
 
 void PatientCreation::SetFields(HostRecord& patient, data::Recordset& element) const {

@@ -164,6 +164,22 @@ TEST_F(CreationTest, PatientsAndTheirResidences) {
     EXPECT_EQ(host.Query("SELECT * FROM BloccoRecord"), Lines{});
 }
 
+/// Not so the public operation, nor a list that has one patient twice.
+TEST_F(CreationTest, APatientWhomSomebodyElseHasEnteredSinceTheReadingIsNotConfirmed) {
+    component.RememberArchive();
+    host.connection->Execute(
+        "INSERT INTO Paziente (IDPaziente, NumAssistito, CodiceFiscale) VALUES (50, 'c1 ', 'CF50')");
+    for (const char* cells :
+         {"Codice=C1|Cognome=A", "Codice=(NULLO)|CodiceFiscale=cf50", "Codice=X|CodiceFiscale=CF50"}) {
+        EXPECT_EQ(CaughtText([&] { component.ConfirmPatient(*Element(cells)); }),
+                  "intanto un altro utente lo ha inserito in archivio (paziente n. 50): rileggere la fonte.");
+    }
+    EXPECT_EQ(component.CreatePatient(*Element("Codice=C1|Cognome=A")), 51);
+    component.RememberArchive();
+    for (const int id : {52, 53}) EXPECT_EQ(component.ConfirmPatient(*Element("Codice=C1|Cognome=A")), id);
+    EXPECT_EQ(component.ConfirmPatient(*Element("Codice=C7|Cognome=Nuovo|IDPaziente=7")), 7);
+}
+
 TEST_F(CreationTest, AFailureLeavesNeitherPatientNorResidence) {
     host.connection->Execute(
         "CREATE TRIGGER Niente BEFORE INSERT ON Residenza BEGIN SELECT RAISE(ABORT, 'disco pieno'); END");

@@ -35,6 +35,10 @@ public:
     /// Of the current element of a row set with the element list's columns; see PatientCreation, ExemptionCreation.
     std::int32_t CreatePatient(data::Recordset& element);
     std::int32_t CreateEsenzione(data::Recordset& element);
+    /// As CreatePatient, for an element of a list that was read after RememberArchive: a patient whom somebody else has
+    /// entered since is an Error.
+    std::int32_t ConfirmPatient(data::Recordset& element);
+    void RememberArchive();
     ElementListPtr GetElementListSistemaTS(std::int32_t specialist, const std::string& pin);
     ElementListPtr GetElementListEsentiRedditoSistemaTS(std::int32_t specialist, const std::string& pin);
     /// The event: how much of a source is read, in percent.
@@ -64,6 +68,7 @@ private:
     Library& library_;
     RecordSecurity security_;
     Findings findings_;
+    SinceReading sinceReading_;
 };
 
 }  // namespace vlm

@@ -15,7 +15,7 @@ class SqliteSession;
 /// database than the clinic's own ("Aldra..Comune") opens it on first use. For one thread at a time.
 class SqliteConnection final : public Connection {
 public:
-    /// `Provider=SQLite;Data Source=FOLDER;Initial Catalog=Studio0012[;Busy Timeout=2000]`, the time in milliseconds
+    /// `Provider=SQLite;Data Source=FOLDER;Initial Catalog=Studio0012[;Busy Timeout=10000]`, the time in milliseconds
     /// that a statement waits for another user's lock. Throws Error naming what is missing; never creates a file.
     static ConnectionPtr Connect(std::string_view connectionText);
 
@@ -38,6 +38,7 @@ private:
     struct Engine;
     struct Prepared;
     std::unique_ptr<Engine> MakeEngine() const;
+    void Begin();
     Prepared PrepareStatements(std::string_view sql);
     SqliteSession& Own() const;
 
@@ -48,6 +49,7 @@ private:
     /// no room for while a row set is read: the list of all the clinics, and for each its own database.
     std::vector<std::unique_ptr<Engine>> engines_;
     bool inTransaction_ = false;
+    bool begun_ = false;  // of the engine itself
 };
 
 /// As the table declares the column of rows that a SqliteConnection opened ("VARCHAR(30)"); "" for an expression.

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <unordered_set>
 
 #include "database/Recordset.h"
 #include "elements/ElementList.h"
@@ -18,6 +19,10 @@ struct RecordSecurity {
     HostObjectPtr rights;
 };
 
+/// Inside a transaction, before it reads: a write that changes nothing. Who writes the archive too waits until the
+/// transaction has ended, and what is read then stays so.
+void BecomeOnlyWriter(data::Connection& connection);
+
 /// A record of the host's, ready to be added or loaded.
 inline std::unique_ptr<HostRecord> Prepared(std::unique_ptr<HostRecord> record, const Library& library,
                                             const RecordSecurity& security) {
@@ -25,6 +30,12 @@ inline std::unique_ptr<HostRecord> Prepared(std::unique_ptr<HostRecord> record, 
     record->SetSecurity(security.lockService, security.rights);
     return record;
 }
+
+/// What is known of the archive since a list was read: others may enter patients of the same list meanwhile.
+struct SinceReading {
+    std::int32_t lastPatient = 0;          // the highest IDPaziente at the reading
+    std::unordered_set<std::int32_t> own;  // patients that were created of the list itself
+};
 
 /// Makes archive patients of elements.
 class PatientCreation {
@@ -34,9 +45,13 @@ public:
     /// Stores the patient of the current element, a new one when its `IDPaziente` is 0, and the main residence when the
     /// element says anything of it: both or neither. What the fiscal code says of birth and sex replaces what the
     /// source says. The patient's identifier; 0 when the host did not store the patient. Errors are thrown.
-    std::int32_t CreatePatient(data::Recordset& element);
+    ///
+    /// One patient at a time is written into a clinic's archive, so that numbers are given once. With `since` a new
+    /// patient whom somebody else has entered since the reading, by code or fiscal code, is an Error.
+    std::int32_t CreatePatient(data::Recordset& element, SinceReading* since = nullptr);
 
 private:
+    void RefuseEntered(const data::Recordset& element, const SinceReading& since) const;
     void SetFields(HostRecord& patient, data::Recordset& element) const;
     void SetDecoded(HostRecord& patient, const std::string& fiscalCode) const;
     void WriteResidence(std::int32_t patient, data::Recordset& element) const;
