@@ -63,17 +63,17 @@ public:
         host.toolkit = "console";
         host.steps = words.data();
         host.stepCount = static_cast<std::uint32_t>(words.size());
-        host.tell = [](void* told, std::int32_t, const char* text) { static_cast<std::string*>(told)->append(text); };
+        host.tell = Tell;
         host.context = &told_;
         host.workFolder = places.work.c_str();
         host.installFolder = installFolder.c_str();
         host.settingsFile = places.settings.c_str();
         host.today = kToday;
-        EXPECT_EQ(VlmSetHost(&host), S_OK);
+        EXPECT_EQ(SetHost(&host), S_OK);
     }
     Host(const Host&) = delete;
     Host& operator=(const Host&) = delete;
-    ~Host() { EXPECT_EQ(VlmSetHost(nullptr), S_OK); }
+    ~Host() { EXPECT_EQ(SetHost(nullptr), S_OK); }
 
     com::Ref<IDispatch> Create(const GUID& classId) const {
         com::Ref<IDispatch> component;
@@ -91,6 +91,16 @@ public:
     std::vector<std::string> Events() const { return LinesOf(told_); }
 
 private:
+    static void VLM_CALL Tell(void* told, std::int32_t, const char* text) {
+        static_cast<std::string*>(told)->append(text);
+    }
+    /// Of the registered library, which stays loaded; the program may have another one inside.
+    static HRESULT SetHost(const VlmHost* host) {
+        static const auto entry =
+            reinterpret_cast<void*>(GetProcAddress(LoadLibraryW(L"VlmASLServicesLib.dll"), "VlmSetHost"));
+        return reinterpret_cast<decltype(&VlmSetHost)>(entry)(host);
+    }
+
     const data::ConnectionPtr native_;
     const com::Ref<_Connection> connection_;
     const sys::FixedClock clock_{*Date::FromYmd(2011, 4, 10)};
