@@ -12,13 +12,14 @@ FUZZ_SECONDS ?= 30
 TORTURE_ROUNDS ?= 12
 SUDO := $(shell [ "$$(id -u)" = 0 ] || command -v sudo)
 
-.PHONY: help deps build demo test windows bench fuzz torture walls rooms format check-format tidy tidy-changed package \
-  screenshots layouts clean
+.PHONY: help deps build demo test windows windows32 bench fuzz torture walls rooms format check-format tidy tidy-changed \
+  package screenshots layouts clean
 
 help:
 	@echo "make demo    creates the demo clinic, exports a month and a quarter, imports a patient list"
 	@echo "make test    builds and runs every test under the sanitizers"
 	@echo "make windows builds the Windows library for both word sizes and tests the 64-bit one under Wine"
+	@echo "make windows32 tests the 32-bit one too, where 32-bit programs can be run"
 	@echo "make build   build/release/aslhost, optimised"
 	@echo "make bench   measures the export of 1,000,000 services and the import of 1,000,000 patients"
 	@echo "make fuzz    feeds broken files to the readers, FUZZ_SECONDS=30 for each target"
@@ -55,7 +56,7 @@ test: deps
 	cmake --build --preset dev -j $(JOBS)
 	ctest --test-dir build/dev --output-on-failure -j $(JOBS)
 
-windows: PACKAGES += $(PACKAGES_WINDOWS)
+windows windows32: PACKAGES += $(PACKAGES_WINDOWS)
 windows: deps
 	windows/build-engine.sh build/engine x86_64-w64-mingw32 i686-w64-mingw32
 	cmake --preset windows64
@@ -65,6 +66,13 @@ windows: deps
 	windows/check-exports.sh x86_64-w64-mingw32 build/windows64/VlmASLServicesLib.dll
 	windows/check-exports.sh i686-w64-mingw32 build/windows32/VlmASLServicesLib.dll
 	windows/with-wine.sh build/wine ctest --test-dir build/windows64 --output-on-failure
+
+windows32: deps
+	windows/build-engine.sh build/engine i686-w64-mingw32
+	cmake --preset windows32
+	cmake --build --preset windows32 -j $(JOBS)
+	windows/check-exports.sh i686-w64-mingw32 build/windows32/VlmASLServicesLib.dll
+	windows/with-wine32.sh build/wine32 ctest --test-dir build/windows32 --output-on-failure
 
 bench: build
 	@bench/run.sh build/release
