@@ -93,6 +93,7 @@ fuzz: deps
 torture: PACKAGES += sqlite3
 torture: build
 	tools/torture/two-clerks.sh build/release/aslhost $(TORTURE_ROUNDS)
+	tools/torture/two-clerks.sh build/release/aslhost $(TORTURE_ROUNDS) build/release/asltds
 
 walls:
 	tools/walls.sh

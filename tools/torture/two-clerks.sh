@@ -1,14 +1,25 @@
 #!/bin/sh
-# Two clerks at work on one clinic at the same moment, again and again: two-clerks.sh ASLHOST [ROUNDS]
+# Two clerks at work on one clinic at the same moment, again and again: two-clerks.sh ASLHOST [ROUNDS [ASLTDS]]
+# With the trial server ASLTDS they work on it by ODBC, else on the databases' folder.
 # The same month exported twice, the same list of new patients confirmed twice, two lists at once. After each round: no
 # document in two files that were both told a success, no mark without a file, no patient twice, none lost.
 set -e
 aslhost=$(realpath "$1")
 rounds=${2:-12}
+asltds=$3
 place=$(mktemp -d)
-trap 'rm -rf "$place"' EXIT
+server=""
+trap 'stop; rm -rf "$place"' EXIT
+stop() {
+    [ -n "$server" ] || return 0
+    kill "$server" 2> /dev/null || true
+    wait "$server" 2> /dev/null || true
+    server=""
+}
+port=11437
 "$aslhost" --today 2011-04-10 init "$place/fresh" > "$place/init.log"
 faults=0
+clerks=""
 fault() {
     echo "round $round: $1" >&2
     grep -h '"event":"message"' "$place"/[12]/events | cut -c1-400 | tail -n 2 >&2 || true
@@ -16,16 +27,32 @@ fault() {
 }
 query() { sqlite3 "$place/data/Studio0012.sqlite" "$1"; }
 renew() {
+    stop
     rm -rf "$place/data" "$place/1" "$place/2"
     cp -r "$place/fresh" "$place/data"
     mkdir -p "$place/1/work" "$place/1/out" "$place/2/work" "$place/2/out"
+    [ -n "$asltds" ] || return 0
+    "$asltds" --data "$place/data" --port $port --user sa --password trial > "$place/server.log" 2>&1 &
+    server=$!
+    until grep -q "$port" "$place/server.log"; do kill -0 "$server" || exit 1; done
 }
 # clerk NUMBER COMPONENT STEP ...: plays the steps in the background.
 clerk() {
     number=$1
     shift
-    "$aslhost" --data "$place/data" --today 2011-04-10 --user "UTENTE$number" --work "$place/$number/work" \
+    if [ -n "$asltds" ]; then
+        set -- --odbc "Driver={FreeTDS};Server=127.0.0.1;Port=$port;TDS_Version=7.4;ClientCharset=UTF-8;UID=sa;PWD=trial" \
+            --clinic 12 --install "$place/data/Installazione" "$@"
+    else
+        set -- --data "$place/data" "$@"
+    fi
+    "$aslhost" --today 2011-04-10 --user "UTENTE$number" --work "$place/$number/work" \
         --settings "$place/$number/settings.ini" --json "$@" > "$place/$number/events" 2> "$place/$number/errors" &
+    clerks="$clerks $!"
+}
+both_end() {
+    wait $clerks
+    clerks=""
 }
 list() { # list FILE FIRST LAST: patients that the archive does not have, in the Lazio format
     echo "N;Tessera;CF" > "$1"
@@ -51,7 +78,7 @@ while [ "$round" -le "$rounds" ]; do
     for number in 1 2; do
         clerk $number ASLExport "txtPath=$place/$number/out" cboBranca=1 cboMese=3 numAnno=2011 cmdConferma!
     done
-    wait
+    both_end
     told=$(cat "$place"/[12]/events | grep -c "terminata con successo" || true)
     files=$(ls "$place"/[12]/out/*M.txt 2>/dev/null | wc -l)
     marked=$(query "SELECT COUNT(*) FROM Parcella WHERE ElaborataASL <> 0")
@@ -63,7 +90,7 @@ while [ "$round" -le "$rounds" ]; do
     renew
     list "$place/one.txt" 1 150
     for number in 1 2; do confirm $number "$place/one.txt"; done
-    wait
+    both_end
     twice=$(query "SELECT COUNT(*) FROM (SELECT 1 FROM Paziente WHERE NumTesseraSanitaria LIKE 'NUOVA%'
                    GROUP BY NumTesseraSanitaria HAVING COUNT(*) > 1)")
     there=$(query "SELECT COUNT(DISTINCT NumTesseraSanitaria) FROM Paziente WHERE NumTesseraSanitaria LIKE 'NUOVA%'")
@@ -77,7 +104,7 @@ while [ "$round" -le "$rounds" ]; do
     list "$place/two.txt" 151 300
     confirm 1 "$place/one.txt"
     confirm 2 "$place/two.txt"
-    wait
+    both_end
     there=$(query "SELECT COUNT(*) FROM Paziente WHERE NumTesseraSanitaria LIKE 'NUOVA%'")
     [ "$there" = 300 ] && [ "$(written 1)" = 150 ] && [ "$(written 2)" = 150 ] ||
         fault "two lists: $(written 1) and $(written 2) told, $there of 300 in the archive"
