@@ -16,7 +16,6 @@ stop() {
     wait "$server" 2> /dev/null || true
     server=""
 }
-port=11437
 "$aslhost" --today 2011-04-10 init "$place/fresh" > "$place/init.log"
 faults=0
 clerks=""
@@ -25,16 +24,20 @@ fault() {
     grep -h '"event":"message"' "$place"/[12]/events | cut -c1-400 | tail -n 2 >&2 || true
     faults=$((faults + 1))
 }
-query() { sqlite3 "$place/data/Studio0012.sqlite" "$1"; }
+query() { sqlite3 -cmd ".timeout 5000" "$place/data/Studio0012.sqlite" "$1"; }
 renew() {
     stop
     rm -rf "$place/data" "$place/1" "$place/2"
     cp -r "$place/fresh" "$place/data"
     mkdir -p "$place/1/work" "$place/1/out" "$place/2/work" "$place/2/out"
     [ -n "$asltds" ] || return 0
-    "$asltds" --data "$place/data" --port $port --user sa --password trial > "$place/server.log" 2>&1 &
+    "$asltds" --data "$place/data" --port 0 --user sa --password trial > "$place/server.log" 2>&1 &
     server=$!
-    until grep -q "$port" "$place/server.log"; do kill -0 "$server" || exit 1; done
+    port=""
+    while [ -z "$port" ]; do
+        kill -0 "$server" 2> /dev/null || { cat "$place/server.log" >&2; exit 1; }
+        port=$(sed -n 's/.*127\.0\.0\.1[:,]* *\([0-9]*\).*/\1/p' "$place/server.log")
+    done
 }
 # clerk NUMBER COMPONENT STEP ...: plays the steps in the background.
 clerk() {
@@ -51,7 +54,7 @@ clerk() {
     clerks="$clerks $!"
 }
 both_end() {
-    wait $clerks
+    for clerk in $clerks; do wait "$clerk" || fault "a clerk's program failed: $(cat "$place"/[12]/errors)"; done
     clerks=""
 }
 list() { # list FILE FIRST LAST: patients that the archive does not have, in the Lazio format
