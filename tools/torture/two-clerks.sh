@@ -36,6 +36,7 @@ renew() {
     port=""
     while [ -z "$port" ]; do
         kill -0 "$server" 2> /dev/null || { cat "$place/server.log" >&2; exit 1; }
+        [ "$(wc -l < "$place/server.log")" -gt 0 ] || continue # the line may be half written
         port=$(sed -n 's/.*127\.0\.0\.1[:,]* *\([0-9]*\).*/\1/p' "$place/server.log")
     done
 }
