@@ -3,12 +3,28 @@
 #include <QPushButton>
 
 #include "support/Caught.h"
+#include "support/ToolkitContract.h"
 #include "support/WindowDesk.h"
 
 namespace vlm::ui::test {
 namespace {
 
 using Calls = std::vector<std::string>;
+
+/// A user of windows that go with him.
+struct OwnWindows {
+    MemorySettings settings;
+    QtToolkit toolkit{settings};
+};
+struct QtUserAlone : private OwnWindows, public QtUser {
+    QtUserAlone(const std::vector<std::string>& words, EventLog& log) : QtUser(toolkit, words, log) {}
+};
+
+INSTANTIATE_TEST_SUITE_P(Qt, ToolkitContract,
+                         ::testing::Values(WindowedToolkit{"Qt", [](const auto& words, EventLog& log) {
+                                                               return std::unique_ptr<Toolkit>(
+                                                                   std::make_unique<QtUserAlone>(words, log));
+                                                           }}));
 
 class PaintCounter : public QObject {
 public:

@@ -24,31 +24,6 @@ namespace vlm::ui::test {
 
 namespace {
 
-/// Key and text of a list's entries; their key is their position where they have none.
-std::vector<std::pair<int, std::string>> ItemsOf(const Control& control) {
-    std::vector<std::pair<int, std::string>> items;
-    const auto add = [&items](const std::vector<std::string>& texts) {
-        for (const std::string& text : texts) items.emplace_back(static_cast<int>(items.size()), text);
-    };
-    if (const auto* list = dynamic_cast<const PickList*>(&control)) {
-        for (int i = 0; i < list->RowCount(); ++i) items.emplace_back(list->KeyAt(i), list->TextAt(i));
-    }
-    if (const auto* list = dynamic_cast<const MultiList*>(&control)) add(list->Items());
-    if (const auto* list = dynamic_cast<const ChoiceControl*>(&control)) add(list->Items());
-    return items;
-}
-
-/// "#2" is a position, "" none; other values are an entry's key or its text.
-int PositionOf(const Control& list, const std::string& value) {
-    if (value.empty()) return -1;
-    if (value[0] == '#') return std::stoi(value.substr(1));
-    for (int i = 0; const auto& [key, text] : ItemsOf(list)) {
-        if (text == value || std::to_string(key) == value) return i;
-        ++i;
-    }
-    throw std::runtime_error("the list has no " + value);
-}
-
 void Click(QWidget& widget, QPoint place) { QTest::mouseClick(&widget, Qt::LeftButton, {}, place); }
 
 /// In the middle of its left end, where a box or an option has its mark.
@@ -110,24 +85,6 @@ std::string Seen(ControlWidget& control) {
     return {};
 }
 
-std::string Held(const Control& control) {
-    const ControlKind kind = control.Kind();
-    if (kind == ControlKind::Text) return As<TextField>(control).Text();
-    if (kind == ControlKind::Label) return WithoutMnemonic(control.Caption());
-    if (kind == ControlKind::Frame || kind == ControlKind::Button) return std::string(text::Trim(control.Caption()));
-    QStringList items;
-    for (const auto& [key, text] : ItemsOf(control)) items << ToQt(text);
-    if (kind != ControlKind::Grid) return Joined({ToQt(control.ShownText())}, items);
-    const auto& grid = As<Grid>(control);
-    for (int row = 0; row < grid.RowCount(); ++row) {
-        for (int i = 0; const GridModel::Column& column : grid.Model()->Columns()) {
-            if (column.visible) items << ToQt(grid.Model()->Cell(row, i));
-            ++i;
-        }
-    }
-    return Joined({QString::number(grid.CurrentRow())}, items);
-}
-
 bool IsButtonDown() {
     const QWidget* window = QApplication::activeModalWidget();
     const auto buttons = window != nullptr ? window->findChildren<QAbstractButton*>() : QList<QAbstractButton*>();
@@ -135,13 +92,6 @@ bool IsButtonDown() {
 }
 
 }  // namespace
-
-std::vector<std::string> WithoutFocus(std::vector<std::string> events) {
-    std::erase_if(events, [](const std::string& event) {
-        return event.starts_with(R"({"event":"focus")") || event.starts_with(R"({"event":"progress")");
-    });
-    return events;
-}
 
 void ClickItem(QWidget& list, const QModelIndex& index) {
     auto& view = static_cast<QAbstractItemView&>(list);

@@ -9,11 +9,9 @@
 #include "console/ConsoleScript.h"
 #include "console/EventLog.h"
 #include "qt/QtToolkit.h"
+#include "support/WindowUser.h"
 
 namespace vlm::ui::test {
-
-/// Events without the focus, which a mouse also moves, and the progress, which windows paint.
-std::vector<std::string> WithoutFocus(std::vector<std::string> events);
 
 /// Does `deeds` once a modal window of that kind is up, in the event loop that it runs.
 template <class Window>

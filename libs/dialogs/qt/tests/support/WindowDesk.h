@@ -2,7 +2,6 @@
 
 #include <QKeySequence>
 #include <gtest/gtest.h>
-#include <map>
 #include <utility>
 
 #include "ControlWidget.h"
@@ -12,18 +11,6 @@
 #include "support/Words.h"
 
 namespace vlm::ui::test {
-
-struct MemorySettings : sys::SettingsStore {
-    std::map<std::string, std::string> values;  // by key
-    std::string Get(const std::string&, const std::string&, const std::string& key,
-                    const std::string& otherwise) const override {
-        const auto at = values.find(key);
-        return at == values.end() ? otherwise : at->second;
-    }
-    void Save(const std::string&, const std::string&, const std::string& key, const std::string& value) override {
-        values[key] = value;
-    }
-};
 
 /// Presses keys where the focus is, or in the window on top: "Ctrl+End" is a key, "'ab" types two letters.
 inline void Keys(const std::string& keys) {

@@ -1,12 +1,17 @@
+#include "support/ToolkitContract.h"
+
 #include <sstream>
 
 #include "console/ConsoleToolkit.h"
 #include "console/JsonEventLog.h"
+#include "support/SampleDialog.h"
 #include "support/TempFolder.h"
-#include "support/WindowDesk.h"
+#include "support/WindowUser.h"
+#include "support/Words.h"
 
 /// The same dialog, the same steps: through the console, and through windows by mouse and keys.
 namespace vlm::ui::test {
+
 namespace {
 
 using vlm::test::WordsOf;
@@ -33,15 +38,13 @@ void ExpectTheSame(
     std::ostringstream told, seen;
     JsonEventLog consoleLog(told), windowLog(seen);
     ConsoleToolkit console(ConsoleScript(words), consoleLog);
-    MemorySettings settings;
-    QtToolkit toolkit(settings);
-    QtUser user(toolkit, words, windowLog);
-    EXPECT_EQ(Outcome(user, seen, arrange), Outcome(console, told, arrange)) << testing::PrintToString(words);
+    const std::unique_ptr<Toolkit> user = ToolkitContract::GetParam().makeUser(words, windowLog);
+    EXPECT_EQ(Outcome(*user, seen, arrange), Outcome(console, told, arrange)) << testing::PrintToString(words);
 }
 
 const Arrange kFilled = [](SampleDialog& dialog, Toolkit&) { dialog.Fill(); };
 
-TEST(Conformance, EveryKindOfControlIsSetAndToldAsOnTheConsole) {
+TEST_P(ToolkitContract, EveryKindOfControlIsSetAndToldAsOnTheConsole) {
     const Words steps =
         Words{"txtNome=C:\\a \"b\"=è!?"} +
         WordsOf(
@@ -65,7 +68,7 @@ TEST(Conformance, EveryKindOfControlIsSetAndToldAsOnTheConsole) {
     });
 }
 
-TEST(Conformance, HandlersThatChangeOtherControlsAreFollowed) {
+TEST_P(ToolkitContract, HandlersThatChangeOtherControlsAreFollowed) {
     ExpectTheSame(WordsOf("chkSimula=1 fraDati? txtNascosto? txtNascosto=dentro txtFermo=x cmdApri? optTipo=1 "
                           "lstMese? lstMese=#2 numAnno? lblInfo? grdElenco!1 grdElenco?"),
                   [](SampleDialog& dialog, Toolkit&) {
@@ -86,7 +89,7 @@ TEST(Conformance, HandlersThatChangeOtherControlsAreFollowed) {
                   });
 }
 
-TEST(Conformance, KeysReachTheDialogAlike) {
+TEST_P(ToolkitContract, KeysReachTheDialogAlike) {
     for (const std::string& key :
          WordsOf("key:txtNome=Escape key:=Escape key:=Alt+F4 key:txtNome=F3 key:cboBranca=Return key:cmdApri=Return "
                  "key:txtNome=F1 key:=Alt+A key:=Alt+S key:=Alt+F key:txtNome=Ctrl+R key:txtNome=Alt+O "
@@ -105,7 +108,7 @@ TEST(Conformance, KeysReachTheDialogAlike) {
     }
 }
 
-TEST(Conformance, EveryWayOfClosingRunsClosedOnce) {
+TEST_P(ToolkitContract, EveryWayOfClosingRunsClosedOnce) {
     for (const char* steps : {"", "cmdOk!", "cmdChiudi!", "cmdChiudi! txtNome=a", "key:cmdChiudi=Return"}) {
         ExpectTheSame(WordsOf(steps));
     }
@@ -113,7 +116,7 @@ TEST(Conformance, EveryWayOfClosingRunsClosedOnce) {
     ExpectTheSame({"cmdOk!"}, [](SampleDialog& dialog, Toolkit&) { dialog.onOpening = [&dialog] { dialog.Close(); }; });
 }
 
-TEST(Conformance, MessagesChoosersAndNestedDialogsAnswerAlike) {
+TEST_P(ToolkitContract, MessagesChoosersAndNestedDialogsAnswerAlike) {
     const vlm::test::TempFolder folder;
     vlm::test::WriteBytes(folder / "scelto.txt", "x");
     const Arrange arrange = [](SampleDialog& dialog, Toolkit& toolkit) {
