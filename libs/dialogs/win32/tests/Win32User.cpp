@@ -16,13 +16,13 @@ namespace {
 
 constexpr int kFirstId = 1000;  // of the controls' windows
 
-std::map<UINT_PTR, std::function<bool()>*> deeds;
+std::map<UINT_PTR, std::function<bool()>*> ticking;
 
 void CALLBACK Tick(HWND, UINT, UINT_PTR timer, DWORD) {
     BYTE none[256]{};
     SetKeyboardState(none);  // the keys of the step before
-    const auto deed = deeds.find(timer);
-    if (deed != deeds.end() && (*deed->second)()) KillTimer(nullptr, timer);
+    const auto deed = ticking.find(timer);
+    if (deed != ticking.end() && (*deed->second)()) KillTimer(nullptr, timer);
 }
 
 void Hold(int shift, bool down) {
@@ -157,12 +157,12 @@ std::string Seen(const Control& control) {
 }  // namespace
 
 Ticks::Ticks(std::function<bool()> deed) : deed_(std::move(deed)), timer_(SetTimer(nullptr, 0, 5, Tick)) {
-    deeds[timer_] = &deed_;
+    ticking[timer_] = &deed_;
 }
 
 Ticks::~Ticks() {
     KillTimer(nullptr, timer_);
-    deeds.erase(timer_);
+    ticking.erase(timer_);
 }
 
 HWND WindowOf(const Control& control, int place) {
