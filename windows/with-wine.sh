@@ -1,8 +1,11 @@
 #!/bin/sh
 # Runs a command with a Windows of our own below a build folder, which has its own settings and nothing of the user's:
 #   with-wine.sh PREFIX COMMAND [ARGUMENT ...]
-# The exit status is the command's.
+# The exit status is the command's. Its windows come up on a screen in memory.
 set -e
+if [ -z "$VLM_SCREEN" ]; then
+    VLM_SCREEN=1 exec xvfb-run -a -s "-screen 0 1280x1024x24" "$0" "$@"
+fi
 WINEPREFIX=$(realpath -m "$1")
 shift
 export WINEPREFIX
@@ -20,13 +23,13 @@ mkdir -p "$LOCPATH"
 # A server that outlives its first program spares every other one a cold start. It must not hold our output open.
 trap 'wineserver -k >/dev/null 2>&1 || true' EXIT
 wineserver -p >/dev/null 2>&1 </dev/null || true
-if [ ! -f "$WINEPREFIX/system.reg" ]; then
-    wineboot --init >/dev/null 2>&1 </dev/null
-    # A crash ends the program at once instead of asking; no program looks for a screen, which takes 20 s to miss.
+wineboot >/dev/null 2>&1 </dev/null
+if [ ! -f "$WINEPREFIX/set-up" ]; then
+    # A crash ends the program at once instead of asking. Nobody but us places windows, which would take 2 s for each.
     wine reg add 'HKCU\Software\Wine\WineDbg' /v ShowCrashDialog /t REG_DWORD /d 0 /f >/dev/null 2>&1 </dev/null
-    wine reg add 'HKCU\Software\Wine\Drivers' /v Graphics /d null /f >/dev/null 2>&1 </dev/null
-else
-    wineboot >/dev/null 2>&1 </dev/null
+    wine reg add 'HKCU\Software\Wine\Drivers' /v Graphics /d x11 /f >/dev/null 2>&1 </dev/null
+    wine reg add 'HKCU\Software\Wine\X11 Driver' /v Managed /d N /f >/dev/null 2>&1 </dev/null
+    touch "$WINEPREFIX/set-up"
 fi
 status=0
 "$@" || status=$?

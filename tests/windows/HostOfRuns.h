@@ -53,14 +53,14 @@ struct Places {
 /// A host of the library in one clinic, whose dialogs are played.
 class Host {
 public:
-    Host(const Places& places, int clinic, const std::vector<std::string>& steps)
+    Host(const Places& places, int clinic, const std::vector<std::string>& steps, const char* toolkit = "console")
         : native_(places.Connect(clinic)), connection_(dataobjects::NewConnection(native_)) {
         const std::string installFolder = places.data + "\\Installazione";
         std::vector<const char*> words;
         for (const std::string& step : steps) words.push_back(step.c_str());
         VlmHost host{};
         host.size = sizeof(host);
-        host.toolkit = "console";
+        host.toolkit = toolkit;
         host.steps = words.data();
         host.stepCount = static_cast<std::uint32_t>(words.size());
         host.tell = Tell;

@@ -1,8 +1,10 @@
 #include <array>
 
 #include "HostOfRuns.h"
+#include "Win32User.h"
 #include "support/RowText.h"
 #include "support/Words.h"
+#include "values/Utf16.h"
 
 /// Whole runs of the registered library on a host's own data objects. What comes of them, byte for byte, is what comes
 /// of the same steps when the library has the embedded engine to itself.
@@ -164,6 +166,36 @@ TEST_F(WholeRunsTest, AreTheSameOnAHostsDataObjects) {
     ExpectSame(Played<Late>(), expected);
     const dataobjects::WithoutBlocks rowByRow;
     ExpectSame(Played<Early>(), expected);
+}
+
+/// The prescriptions by hand: each entry's keys once what those before brought about is over.
+TEST_F(WholeRunsTest, AUserReachesTheSameFileByTheKeyboard) {
+    places.Renew();
+    places.PlayDirectly(prescriptions);
+    const std::string path = places.out + "\\ricette.txt";
+    const std::string expected = ReadBytes(path);
+    places.Renew();
+    for (const char* toolkit : {"win32", static_cast<const char*>(nullptr)}) {
+        std::filesystem::remove(PathOf(path));
+        const Host host(places, 12, {}, toolkit);
+        std::vector<std::string> titles;
+        const std::vector<std::string> keys{"F4",  "Home",     "Down",        "Down",   "Return",
+                                            "Tab", "Tab",      "'01/03/2011", "Tab",    "'31/03/2011",
+                                            "Tab", "'" + path, "Alt+A",       "Return", "Escape"};
+        std::size_t next = 0;
+        const ui::test::Ticks user([&] {
+            const HWND top = ui::test::TopWindow();
+            if (top == nullptr || next == keys.size()) return next == keys.size();
+            const std::string title = text::FromUtf16(std::wstring_view(ui::test::TextOf(top)));
+            if (titles.empty() || titles.back() != title) titles.push_back(title);
+            ui::test::Keys(keys[next++]);
+            return false;
+        });
+        Late::Show(host.Create(kASLPanoramicoClass), host.Connection());
+        EXPECT_EQ(titles,
+                  (std::vector<std::string>{"Esportazione ricette farmaci", "Aldra", "Esportazione ricette farmaci"}));
+        EXPECT_EQ(ReadBytes(path), expected);
+    }
 }
 
 TEST_F(WholeRunsTest, ARecordReadsTheHostsRows) {

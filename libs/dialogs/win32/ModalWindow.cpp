@@ -24,8 +24,17 @@ RECT WorkAreaAround(HWND window) {
 }  // namespace
 
 HWND ActiveOwner() {
-    const HWND active = GetActiveWindow();
-    return active != nullptr ? GetAncestor(active, GA_ROOT) : nullptr;
+    HWND owner = GetActiveWindow();
+    if (owner != nullptr) return GetAncestor(owner, GA_ROOT);
+    EnumThreadWindows(
+        GetCurrentThreadId(),
+        [](HWND window, LPARAM found) -> BOOL {
+            const bool stands = IsWindowVisible(window) != FALSE && IsWindowEnabled(window) != FALSE;
+            if (stands) *reinterpret_cast<HWND*>(found) = window;
+            return stands ? FALSE : TRUE;
+        },
+        reinterpret_cast<LPARAM>(&owner));
+    return owner;
 }
 
 ModalWindow::ModalWindow(HWND owner, const std::wstring& title, DWORD style) : owner_(owner) {

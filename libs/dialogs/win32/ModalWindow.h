@@ -49,7 +49,8 @@ private:
     std::vector<HWND> disabled_;
 };
 
-/// The window that a new one stands over: the top one of the thread that is active. Null for none.
+/// The window that a new one stands over: the active one of the thread, or while the user works elsewhere the one that
+/// would be. Null for none.
 HWND ActiveOwner();
 
 }  // namespace vlm::ui

@@ -16,7 +16,7 @@ void RequireDesktop() {
     USEROBJECTFLAGS flags{};
     const bool known = GetUserObjectInformationW(GetProcessWindowStation(), UOI_FLAGS, &flags, sizeof flags, nullptr);
     if (known && (flags.dwFlags & WSF_VISIBLE) != 0) return;
-    throw Error("Nessun desktop su cui aprire finestre: il programma non gira nella sessione di un utente.");
+    throw Error("Le finestre non sono disponibili: il programma non gira nella sessione di un utente.");
 }
 
 }  // namespace
@@ -32,7 +32,13 @@ public:
     Asking(const Asking&) = delete;
     Asking& operator=(const Asking&) = delete;
 
-    HWND Owner() const { return toolkit_.shown_.empty() ? ActiveOwner() : toolkit_.shown_.back()->Handle(); }
+    /// The dialog on top; one that still opens has nothing to stand over.
+    HWND Owner() const {
+        for (auto each = toolkit_.shown_.rbegin(); each != toolkit_.shown_.rend(); ++each) {
+            if (IsWindowVisible((*each)->Handle()) != FALSE) return (*each)->Handle();
+        }
+        return ActiveOwner();
+    }
 
 private:
     /// Choosers and the completion of paths live in a single-threaded apartment.
@@ -40,7 +46,7 @@ private:
     public:
         Apartment() : result_(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED | COINIT_DISABLE_OLE1DDE)) {
             if (result_ == RPC_E_CHANGED_MODE) {
-                throw Error("Le finestre richiedono un thread in un apartment COM singolo (STA).");
+                throw Error("Le finestre non sono disponibili: il thread non è in un apartment COM singolo (STA).");
             }
         }
         ~Apartment() {
@@ -69,9 +75,15 @@ void Win32Toolkit::ShowModal(Dialog& dialog) {
     showing.Show();
 }
 
+/// Where nobody sees the message, its text goes to who called.
 Answer Win32Toolkit::Show(const Message& message) {
-    const Asking asking(*this);
-    return AskInWindow(message, asking.Owner());
+    std::optional<Asking> asking;
+    try {
+        asking.emplace(*this);
+    } catch (const Error&) {
+        throw Error(message.text);
+    }
+    return AskInWindow(message, asking->Owner());
 }
 
 std::optional<std::string> Win32Toolkit::ChooseFile(const FileChoice& choice) {

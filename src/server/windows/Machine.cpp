@@ -1,6 +1,7 @@
 #include "Composition.h"
 #include "system/Registry.h"
 #include "system/ShellProgramStarter.h"
+#include "win32/Win32Toolkit.h"
 #include "xls/OpenXls.h"
 
 namespace vlm::server::machine {
@@ -14,8 +15,11 @@ struct XlsWorkbooks final : files::WorkbookOpener {
 
 }  // namespace
 
-/// There are none yet.
-std::shared_ptr<ui::Toolkit> Windows(const std::string&, sys::SettingsStore&) { return nullptr; }
+/// The system's own controls, also for a host that names none.
+std::shared_ptr<ui::Toolkit> Windows(const std::string& name, sys::SettingsStore& settings) {
+    if (!name.empty() && name != "win32") return nullptr;
+    return std::make_shared<ui::Win32Toolkit>(settings);
+}
 
 std::unique_ptr<sys::SettingsStore> Settings() { return std::make_unique<sys::RegistrySettingsStore>(); }
 

@@ -28,10 +28,8 @@ public:
     void Create() override { MakeList(0); }
     HWND FocusStop() const override { return this->First(); }
     SIZE Natural() const override {
-        std::wstring longest(kLeastCharacters, L'0');
-        LONG width = this->Looks().Measure(longest).cx;
-        for (const std::wstring& each : texts_) width = std::max(width, this->Looks().Measure(each).cx);
-        width = std::min<LONG>(width, kMostCharacters * this->Looks().CharWidth());
+        const auto width = std::clamp<LONG>(widest_, kLeastCharacters * this->Looks().CharWidth(),
+                                            kMostCharacters * this->Looks().CharWidth());
         return {width + this->Looks().Pixels(kListMargins), this->Looks().FieldHeight()};
     }
     SIZE Least() const override {
@@ -46,6 +44,7 @@ public:
     void Rescale() override {
         ControlWindow::Rescale();
         SetHeights();
+        MeasureTexts();
     }
     bool KeepsKey(WPARAM key) const override {
         const bool leads = key == VK_ESCAPE || key == VK_RETURN;
@@ -81,6 +80,7 @@ protected:
         const HWND list = this->First();
         if (texts != texts_ || SendMessageW(list, CB_GETCOUNT, 0, 0) != static_cast<LRESULT>(texts.size())) {
             texts_ = std::move(texts);
+            MeasureTexts();
             SendMessageW(list, WM_SETREDRAW, FALSE, 0);
             SendMessageW(list, CB_RESETCONTENT, 0, 0);
             for (const std::wstring& text : texts_) {
@@ -104,7 +104,13 @@ protected:
     }
 
 private:
+    void MeasureTexts() {
+        widest_ = 0;
+        for (const std::wstring& each : texts_) widest_ = std::max(widest_, this->Looks().Measure(each).cx);
+    }
+
     std::vector<std::wstring> texts_;
+    LONG widest_ = 0;
     bool chosen_ = false;
 };
 

@@ -80,13 +80,14 @@ TEST_F(Windows, TheHostsWindowsWaitAndItsEndIsHeard) {
 TEST_F(Windows, AThreadOfAnotherApartmentIsTold) {
     std::thread([&] {
         CoInitializeEx(nullptr, COINIT_MULTITHREADED);
-        for (const auto& asks : {std::function<void()>([&] { toolkit.ShowModal(dialog); }), std::function<void()>([&] {
-                                     toolkit.Show({"a", "b"});
-                                 }),
-                                 std::function<void()>([&] { toolkit.ChooseFolder(""); })}) {
-            EXPECT_EQ(vlm::test::CaughtText(asks),
-                      "Le finestre richiedono un thread in un apartment COM singolo (STA).");
-        }
+        const std::string why = "Le finestre non sono disponibili: il thread non è in un apartment COM singolo (STA).";
+        EXPECT_EQ(vlm::test::CaughtText([&] { toolkit.ShowModal(dialog); }), why);
+        EXPECT_EQ(vlm::test::CaughtText([&] { toolkit.ChooseFolder(""); }), why);
+        EXPECT_EQ(vlm::test::CaughtText([&] {
+                      toolkit.Show({"Non trovato", "Errore"});
+                  }),
+                  "Non trovato")
+            << "what nobody sees goes to who called";
         CoUninitialize();
     }).join();
     EXPECT_EQ(dialog.calls, Calls{});
