@@ -21,19 +21,24 @@ RECT WorkAreaAround(HWND window) {
     return monitor.rcWork;
 }
 
+BOOL CALLBACK LookAt(HWND window, LPARAM look) {
+    return (*reinterpret_cast<const std::function<bool(HWND)>*>(look))(window) ? TRUE : FALSE;
+}
+
 }  // namespace
+
+void EachWindowOfThread(const std::function<bool(HWND)>& look) {
+    EnumThreadWindows(GetCurrentThreadId(), LookAt, reinterpret_cast<LPARAM>(&look));
+}
 
 HWND ActiveOwner() {
     HWND owner = GetActiveWindow();
     if (owner != nullptr) return GetAncestor(owner, GA_ROOT);
-    EnumThreadWindows(
-        GetCurrentThreadId(),
-        [](HWND window, LPARAM found) -> BOOL {
-            const bool stands = IsWindowVisible(window) != FALSE && IsWindowEnabled(window) != FALSE;
-            if (stands) *reinterpret_cast<HWND*>(found) = window;
-            return stands ? FALSE : TRUE;
-        },
-        reinterpret_cast<LPARAM>(&owner));
+    EachWindowOfThread([&owner](HWND window) {
+        const bool stands = IsWindowVisible(window) != FALSE && IsWindowEnabled(window) != FALSE;
+        if (stands) owner = window;
+        return !stands;
+    });
     return owner;
 }
 
@@ -102,15 +107,11 @@ void ModalWindow::End() {
 }
 
 void ModalWindow::DisableOthers() {
-    EnumThreadWindows(
-        GetCurrentThreadId(),
-        [](HWND window, LPARAM self) -> BOOL {
-            auto& modal = *reinterpret_cast<ModalWindow*>(self);
-            const bool waits = window != modal.handle_ && IsWindowVisible(window) && IsWindowEnabled(window);
-            if (waits) modal.disabled_.push_back(window);
-            return TRUE;
-        },
-        reinterpret_cast<LPARAM>(this));
+    EachWindowOfThread([this](HWND window) {
+        const bool waits = window != handle_ && IsWindowVisible(window) != FALSE && IsWindowEnabled(window) != FALSE;
+        if (waits) disabled_.push_back(window);
+        return true;
+    });
     for (const HWND window : disabled_) EnableWindow(window, FALSE);
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <exception>
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -48,6 +49,9 @@ private:
     bool ended_ = false;
     std::vector<HWND> disabled_;
 };
+
+/// Looks at the thread's windows from the top one on, as long as that returns true.
+void EachWindowOfThread(const std::function<bool(HWND window)>& look);
 
 /// The window that a new one stands over: the active one of the thread, or while the user works elsewhere the one that
 /// would be. Null for none.

@@ -4,6 +4,7 @@
 #include <shellapi.h>
 #include <shlwapi.h>
 
+#include "ModalWindow.h"
 #include "controls/ControlWindows.h"
 
 namespace vlm::ui {
@@ -16,16 +17,12 @@ constexpr int kNoteLines = 4;   // that a field of several has room for at least
 /// Whether the system's list of paths is open under the field.
 bool SuggestionsAreOpen() {
     bool open = false;
-    EnumThreadWindows(
-        GetCurrentThreadId(),
-        [](HWND window, LPARAM found) -> BOOL {
-            wchar_t name[32];
-            const bool is = GetClassNameW(window, name, 32) != 0 && std::wstring_view(name) == L"Auto-Suggest Dropdown";
-            if (!is || IsWindowVisible(window) == FALSE) return TRUE;
-            *reinterpret_cast<bool*>(found) = true;
-            return FALSE;
-        },
-        reinterpret_cast<LPARAM>(&open));
+    EachWindowOfThread([&open](HWND window) {
+        wchar_t name[32];
+        const bool is = GetClassNameW(window, name, 32) != 0 && std::wstring_view(name) == L"Auto-Suggest Dropdown";
+        open = is && IsWindowVisible(window) != FALSE;
+        return !open;
+    });
     return open;
 }
 
