@@ -1,5 +1,6 @@
 #include "dataobjects/Connection.h"
 
+#include "automation/Variant.h"
 #include "dataobjects/DataObjects.h"
 #include "dataobjects/Recordset.h"
 
@@ -22,7 +23,7 @@ bool GivesRows(const std::string& sql) {
 
 HRESULT ErrorList::get_Item(VARIANT index, ::Error** error) {
     return Done([&] {
-        PlaceOf(index, last ? 1 : 0, [](int) { return ""; });
+        PlaceOf(index, last ? 1 : 0);
         Give(error, com::Ref(new ErrorObject(*last)).Detach());
     });
 }
@@ -35,30 +36,15 @@ HRESULT PropertyObject::get_Value(VARIANT* value) {
 
 HRESULT PropertyList::get_Item(VARIANT index, ::Property** property) {
     return Done([&] {
-        PlaceOf(index, 1, [](int) { return PropertyObject::kName; });
+        if (index.vt != VT_BSTR || lstrcmpiW(index.bstrVal, L"Initial Catalog") != 0) {
+            throw Numbered(adErrItemNotFound, "La connessione non ha una proprietà con quel nome.");
+        }
         Give(property, com::Ref(new PropertyObject(catalog_)).Detach());
     });
 }
 
-const data::ConnectionPtr& Connection::Native() const {
-    if (!native_) throw Numbered(adErrObjectClosed, "La connessione è chiusa.");
-    return native_;
-}
-
-HRESULT Connection::QueryInterface(REFIID iid, void** object) {
-    if (object == nullptr || iid != kOwnId) return Dual::QueryInterface(iid, object);
-    AddRef();
-    *object = this;
-    return S_OK;
-}
-
 HRESULT Connection::get_Properties(::Properties** properties) {
-    return Done(
-        [&] { Give(properties, com::Ref(new PropertyList(native_ ? native_->InitialCatalog() : "")).Detach()); });
-}
-
-HRESULT Connection::get_DefaultDatabase(BSTR* name) {
-    return Done([&] { Give(name, Native()->InitialCatalog()); });
+    return Done([&] { Give(properties, com::Ref(new PropertyList(native_->InitialCatalog())).Detach()); });
 }
 
 HRESULT Connection::Execute(BSTR command, VARIANT* affected, LONG options, _Recordset** rows) {
@@ -70,11 +56,11 @@ HRESULT Connection::Execute(BSTR command, VARIANT* affected, LONG options, _Reco
         LONG changed = -1;  // of what gives rows
         data::RecordsetPtr opened;
         if (GivesRows(sql)) {
-            opened = Native()->Open(sql);
+            opened = native_->Open(sql);
         } else {
-            changed = static_cast<LONG>(Native()->Execute(sql));
+            changed = static_cast<LONG>(native_->Execute(sql));
         }
-        TellChanged(affected, changed);
+        if (affected != nullptr && affected->vt != VT_ERROR) *affected = com::Variant(std::int32_t{changed}).Detach();
         const bool wantsRows = options == adOptionUnspecified || (options & adExecuteNoRecords) == 0;
         if (wantsRows) *rows = com::Ref(new Recordset(com::Ref(this), std::move(opened))).Detach();
     });
@@ -82,24 +68,17 @@ HRESULT Connection::Execute(BSTR command, VARIANT* affected, LONG options, _Reco
 
 HRESULT Connection::BeginTrans(LONG* level) {
     return Done([&] {
-        Native()->BeginTransaction();
+        native_->BeginTransaction();
         Give(level, 1);
     });
 }
 
 HRESULT Connection::CommitTrans() {
-    return Done([&] { Native()->CommitTransaction(); });
+    return Done([&] { native_->CommitTransaction(); });
 }
 
 HRESULT Connection::RollbackTrans() {
-    return Done([&] { Native()->RollbackTransaction(); });
-}
-
-HRESULT Connection::Close() {
-    return Done([&] {
-        Native();
-        native_.reset();
-    });
+    return Done([&] { native_->RollbackTransaction(); });
 }
 
 com::Ref<_Connection> NewConnection(data::ConnectionPtr native) {

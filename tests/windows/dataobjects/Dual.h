@@ -1,7 +1,6 @@
 #pragma once
 
 #include <dataobjects.h>
-#include <new>
 #include <string>
 
 #include "automation/Bstr.h"
@@ -15,7 +14,6 @@ struct Failure {
     HRESULT result;
     std::string text;
     std::string source = "Oggetti dati di prova";
-    std::int32_t native = 0;  // the provider's own number
 };
 
 /// One of the data objects' own errors: adErr...
@@ -28,26 +26,12 @@ com::Ref<ITypeInfo> DescriptionOf(const GUID& interfaceId);
 /// Leaves the error object for the caller.
 HRESULT Tell(const Failure& failure, const GUID& interfaceId) noexcept;
 
-inline bool IsGiven(const VARIANT& argument) { return argument.vt != VT_ERROR && argument.vt != VT_EMPTY; }
-
-/// The place that an index names among `count` elements, by number or by name.
-template <typename NameOf>
-int PlaceOf(VARIANT index, int count, NameOf nameOf) {
-    VARIANT key;
-    VariantInit(&key);
-    int place = -1;
-    if (SUCCEEDED(VariantCopyInd(&key, &index))) {
-        if (key.vt == VT_BSTR) {
-            for (int i = 0; i < count && place < 0; ++i) {
-                if (lstrcmpiW(key.bstrVal, com::ToWide(nameOf(i)).c_str()) == 0) place = i;
-            }
-        } else if (SUCCEEDED(VariantChangeType(&key, &key, 0, VT_I4)) && key.lVal < count) {
-            place = key.lVal;
-        }
+/// The place that an index names among `count` elements.
+inline int PlaceOf(const VARIANT& index, int count) {
+    if (index.vt != VT_I4 || index.lVal < 0 || index.lVal >= count) {
+        throw Numbered(adErrItemNotFound, "Nell'insieme non c'è un elemento con quel numero.");
     }
-    VariantClear(&key);
-    if (place < 0) throw Numbered(adErrItemNotFound, "Nell'insieme non c'è un elemento con quel nome o numero.");
-    return place;
+    return index.lVal;
 }
 
 template <typename Kind, typename Content>
@@ -61,7 +45,7 @@ inline HRESULT Give(BSTR* place, const std::string& text) {
 }
 
 /// An object with the table of a dual interface, which its ancestors share. By name it is called as its description
-/// says.
+/// says. Members that it does not override refuse.
 template <typename Interface, typename... Ancestors>
 class Dual : public Interface, public ISupportErrorInfo {
 public:
@@ -119,15 +103,12 @@ protected:
             return Tell(failure, __uuidof(Interface));
         } catch (const vlm::Error& error) {
             constexpr auto kErrorsInCommand = static_cast<HRESULT>(0x80040E14);
-            const Failure failure{kErrorsInCommand, error.what(), error.Source(), error.Number()};
+            const Failure failure{kErrorsInCommand, error.what(), error.Source()};
             Note(failure);
             return Tell(failure, __uuidof(Interface));
         } catch (...) {
             return E_OUTOFMEMORY;
         }
-    }
-    HRESULT Refuse() noexcept {
-        return Done([] { throw Numbered(adErrFeatureNotAvailable, "Questi oggetti dati non lo sanno fare."); });
     }
 
 private:
@@ -138,12 +119,5 @@ private:
 
     ULONG references_ = 0;
 };
-
-/// Members of a table that only refuse; of a property, both ways.
-#define VLM_REFUSED(member, ...) \
-    HRESULT STDMETHODCALLTYPE member(__VA_ARGS__) override { return Refuse(); }
-#define VLM_REFUSED_PROPERTY(property, type) \
-    VLM_REFUSED(get_##property, type*)       \
-    VLM_REFUSED(put_##property, type)
 
 }  // namespace vlm::test::dataobjects

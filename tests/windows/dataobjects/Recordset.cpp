@@ -4,41 +4,16 @@
 #include <type_traits>
 #include <vector>
 
+#include "automation/Variant.h"
 #include "dataobjects/DataObjects.h"
 
 namespace vlm::test::dataobjects {
 
 namespace {
 
-constexpr LCID kItalian = 0x0410;
-
-/// How a column is called by the data objects, and how its values travel.
-struct Kind {
-    DataTypeEnum type;
-    VARTYPE variant;
-};
-
-Kind KindOf(data::FieldType type) {
-    switch (type) {
-        case data::FieldType::Boolean:
-            return {adBoolean, VT_BOOL};
-        case data::FieldType::SmallInt:
-            return {adSmallInt, VT_I2};
-        case data::FieldType::Integer:
-            return {adInteger, VT_I4};
-        case data::FieldType::BigInt:
-            return {adBigInt, VT_I8};
-        case data::FieldType::Double:
-            return {adDouble, VT_R8};
-        case data::FieldType::Currency:
-            return {adCurrency, VT_CY};
-        case data::FieldType::Date:
-            return {adDBTimeStamp, VT_DATE};
-        case data::FieldType::Text:
-            break;
-    }
-    return {adVarWChar, VT_BSTR};
-}
+/// How the data objects call the types of columns, in the order of data::FieldType.
+constexpr DataTypeEnum kTypes[] = {adBoolean, adSmallInt, adInteger,     adBigInt,
+                                   adDouble,  adCurrency, adDBTimeStamp, adVarWChar};
 
 /// A cell that is not of its column's kind travels as what it is.
 VARIANT ToVariant(const data::Value& value, data::FieldType type) {
@@ -55,8 +30,8 @@ VARIANT ToVariant(const data::Value& value, data::FieldType type) {
             } else if constexpr (std::is_same_v<Content, std::int64_t>) {
                 given.vt = VT_I8;
                 given.llVal = content;
-                const VARTYPE width = KindOf(type).variant;
-                if (width == VT_I2 || width == VT_I4) VariantChangeType(&given, &given, 0, width);
+                if (type == data::FieldType::SmallInt) VariantChangeType(&given, &given, 0, VT_I2);
+                if (type == data::FieldType::Integer) VariantChangeType(&given, &given, 0, VT_I4);
             } else if constexpr (std::is_same_v<Content, double>) {
                 given.vt = VT_R8;
                 given.dblVal = content;
@@ -75,42 +50,6 @@ VARIANT ToVariant(const data::Value& value, data::FieldType type) {
     return given;
 }
 
-data::Value ToValue(VARIANT given, data::FieldType type) {
-    if (given.vt == VT_NULL || given.vt == VT_EMPTY) return {};
-    const VARTYPE kind = KindOf(type).variant;
-    VARIANT held;
-    VariantInit(&held);
-    const VARTYPE wide = kind == VT_I2 || kind == VT_I4 ? static_cast<VARTYPE>(VT_I8) : kind;
-    HRESULT changed = VariantChangeTypeEx(&held, &given, kItalian, 0, kind);
-    if (SUCCEEDED(changed)) changed = VariantChangeTypeEx(&held, &held, kItalian, 0, wide);
-    if (FAILED(changed)) throw Numbered(adErrDataConversion, "Il valore non è del tipo della colonna.");
-    switch (wide) {
-        case VT_BOOL:
-            return held.boolVal != VARIANT_FALSE;
-        case VT_I8:
-            return std::int64_t{held.llVal};
-        case VT_R8:
-            return held.dblVal;
-        case VT_CY:
-            return Currency::FromUnits(held.cyVal.int64);
-        case VT_DATE:
-            return Date(held.date);
-        default:
-            break;
-    }
-    const std::string text = com::ToUtf8(held.bstrVal);
-    VariantClear(&held);
-    return text;
-}
-
-/// A value of a key as a statement has it.
-std::string Literal(const data::Value& value) {
-    if (const auto* number = std::get_if<std::int64_t>(&value)) return std::to_string(*number);
-    std::string text = "'";
-    for (const char c : data::TextOf(value)) text.append(c == '\'' ? 2 : 1, c);
-    return text + "'";
-}
-
 class FieldObject final : public Dual<::Field, Field20, _ADO> {
 public:
     FieldObject(com::Ref<Recordset> rows, int ordinal) : rows_(std::move(rows)), ordinal_(ordinal) {}
@@ -119,7 +58,7 @@ public:
         return Done([&] { Give(name, std::string(rows_->Rows().FieldName(ordinal_))); });
     }
     HRESULT STDMETHODCALLTYPE get_Type(DataTypeEnum* type) override {
-        return Done([&] { Give(type, KindOf(rows_->Rows().TypeOf(ordinal_)).type); });
+        return Done([&] { Give(type, kTypes[static_cast<std::size_t>(rows_->Rows().TypeOf(ordinal_))]); });
     }
     HRESULT STDMETHODCALLTYPE get_Value(VARIANT* value) override {
         return Done([&] { rows_->Read(ordinal_, value); });
@@ -127,20 +66,6 @@ public:
     HRESULT STDMETHODCALLTYPE put_Value(VARIANT value) override {
         return Done([&] { rows_->Write(ordinal_, value); });
     }
-    VLM_REFUSED(get_Properties, ::Properties**)
-    VLM_REFUSED(get_ActualSize, ADO_LONGPTR*)
-    VLM_REFUSED_PROPERTY(Attributes, LONG)
-    VLM_REFUSED_PROPERTY(DefinedSize, ADO_LONGPTR)
-    VLM_REFUSED_PROPERTY(Precision, unsigned char)
-    VLM_REFUSED_PROPERTY(NumericScale, unsigned char)
-    VLM_REFUSED(put_Type, DataTypeEnum)
-    VLM_REFUSED(AppendChunk, VARIANT)
-    VLM_REFUSED(GetChunk, LONG, VARIANT*)
-    VLM_REFUSED(get_OriginalValue, VARIANT*)
-    VLM_REFUSED(get_UnderlyingValue, VARIANT*)
-    VLM_REFUSED(get_DataFormat, IUnknown**)
-    VLM_REFUSED(putref_DataFormat, IUnknown*)
-    VLM_REFUSED(get_Status, LONG*)
 
 private:
     com::Ref<Recordset> rows_;
@@ -154,19 +79,8 @@ public:
 
     HRESULT STDMETHODCALLTYPE get_Count(LONG* count) override { return Give(count, Count()); }
     HRESULT STDMETHODCALLTYPE get_Item(VARIANT index, ::Field** field) override {
-        return Done([&] {
-            const int place = PlaceOf(index, Count(), [&](int ordinal) { return rows_->Rows().FieldName(ordinal); });
-            Give(field, com::Ref(new FieldObject(rows_, place)).Detach());
-        });
+        return Done([&] { Give(field, com::Ref(new FieldObject(rows_, PlaceOf(index, Count()))).Detach()); });
     }
-    HRESULT STDMETHODCALLTYPE Refresh() override { return S_OK; }
-    VLM_REFUSED(_NewEnum, IUnknown**)
-    VLM_REFUSED(_Append, BSTR, DataTypeEnum, ADO_LONGPTR, FieldAttributeEnum)
-    VLM_REFUSED(Delete, VARIANT)
-    VLM_REFUSED(Append, BSTR, DataTypeEnum, ADO_LONGPTR, FieldAttributeEnum, VARIANT)
-    VLM_REFUSED(Update)
-    VLM_REFUSED(Resync, ResyncEnum)
-    VLM_REFUSED(CancelUpdate)
 
 private:
     int Count() const { return rows_->IsOpen() ? rows_->Rows().FieldCount() : 0; }
@@ -176,23 +90,8 @@ private:
 
 }  // namespace
 
-void TellChanged(VARIANT* affected, LONG changed) {
-    if (affected == nullptr || affected->vt == VT_ERROR) return;
-    VariantClear(affected);
-    affected->vt = VT_I4;
-    affected->lVal = changed;
-}
-
-Recordset::Recordset(com::Ref<Connection> connection, data::RecordsetPtr rows) {
-    Take(std::move(connection), std::move(rows));
-}
-
-void Recordset::Take(com::Ref<Connection> connection, data::RecordsetPtr rows) {
-    connection_ = std::move(connection);
-    native_ = connection_->Native();
-    rows_ = std::move(rows);
-    none_ = !rows_ || rows_->AtEnd();
-}
+Recordset::Recordset(com::Ref<Connection> connection, data::RecordsetPtr rows)
+    : connection_(std::move(connection)), rows_(std::move(rows)) {}
 
 data::Recordset& Recordset::Rows() const {
     if (!rows_) throw Numbered(adErrObjectClosed, "L'operazione non è consentita se l'oggetto è chiuso.");
@@ -215,28 +114,24 @@ void Recordset::Read(int ordinal, VARIANT* value) const {
     if (value != nullptr) *value = ToVariant(row.ValueOf(ordinal), row.TypeOf(ordinal));
 }
 
-void Recordset::Write(int ordinal, VARIANT value) {
-    data::UpdatableRecordset& edited = Edited();
+void Recordset::Write(int ordinal, const VARIANT& value) {
+    Edited();
     Row();
-    edited.SetValue(ordinal, ToValue(value, edited.TypeOf(ordinal)));
+    edited_->SetValue(ordinal, com::ToValue(value));
     if (mode_ == adEditNone) mode_ = adEditInProgress;
 }
 
-HRESULT Recordset::Open(VARIANT source, VARIANT connection, CursorTypeEnum, LockTypeEnum lock, LONG) {
+HRESULT Recordset::Open(VARIANT source, VARIANT connection, CursorTypeEnum cursor, LockTypeEnum lock, LONG) {
     return Done([&] {
         if (rows_) throw Numbered(adErrObjectOpen, "L'operazione non è consentita se l'oggetto è aperto.");
-        com::Ref<Connection> own;
-        if (connection.vt == VT_DISPATCH) own = com::Query<Connection>(connection.pdispVal, Connection::kOwnId);
-        if (source.vt != VT_BSTR || !own)
-            throw Numbered(adErrInvalidArgument, "Mancano l'istruzione o la connessione.");
-        const std::string sql = com::ToUtf8(source.bstrVal);
-        connection_ = own;  // an error is told there
-        if (lock != adLockOptimistic && lock != adLockPessimistic) return Take(own, own->Native()->Open(sql));
-        data::UpdatableRecordsetPtr rows = own->Native()->OpenForUpdate(sql);
+        auto* const own = dynamic_cast<Connection*>(connection.pdispVal);
+        if (own == nullptr || source.vt != VT_BSTR || cursor != adOpenKeyset || lock != adLockOptimistic) {
+            throw Numbered(adErrInvalidArgument, "Si aprono solo tabelle da modificare.");
+        }
+        connection_ = com::Ref(own);  // an error is told there
+        data::UpdatableRecordsetPtr rows = own->Native()->OpenForUpdate(com::ToUtf8(source.bstrVal));
         edited_ = rows.get();
-        Take(own, std::move(rows));
-        constexpr std::string_view kBefore = "SELECT * FROM ";
-        table_ = sql.substr(kBefore.size(), sql.find(' ', kBefore.size()) - kBefore.size());
+        rows_ = std::move(rows);
     });
 }
 
@@ -249,28 +144,17 @@ HRESULT Recordset::Close() {
     });
 }
 
-HRESULT Recordset::get_ActiveConnection(VARIANT* connection) {
-    if (connection == nullptr) return E_POINTER;
-    connection->vt = VT_DISPATCH;
-    return Give(&connection->pdispVal, connection_.Share());
-}
-
 HRESULT Recordset::get_Fields(::Fields** fields) {
     return Give(fields, com::Ref(new FieldList(com::Ref(this))).Detach());
-}
-
-HRESULT Recordset::get_BOF(VARIANT_BOOL* start) {
-    return Done([&] { Give(start, Rows().AtEnd() && none_ ? VARIANT_TRUE : VARIANT_FALSE); });
 }
 
 HRESULT Recordset::get_EOF(VARIANT_BOOL* end) {
     return Done([&] { Give(end, Rows().AtEnd() ? VARIANT_TRUE : VARIANT_FALSE); });
 }
 
-HRESULT Recordset::GetRows(LONG count, VARIANT start, VARIANT fields, VARIANT* block) {
+HRESULT Recordset::GetRows(LONG count, VARIANT, VARIANT, VARIANT* block) {
     if (block == nullptr) return E_POINTER;
     if (WithoutBlocks::alive > 0) return E_NOTIMPL;
-    if (IsGiven(start) || IsGiven(fields)) return Refuse();
     VariantInit(block);
     return Done([&] {
         const int width = Row().FieldCount();
@@ -308,19 +192,17 @@ HRESULT Recordset::MoveNext() {
     });
 }
 
-HRESULT Recordset::NextRecordset(VARIANT* affected, _Recordset** next) {
+HRESULT Recordset::NextRecordset(VARIANT*, _Recordset** next) {
     if (next == nullptr) return E_POINTER;
     *next = nullptr;
     return Done([&] {
-        TellChanged(affected, -1);
         const bool more = Rows().NextRecordset();
         data::RecordsetPtr rows = std::move(rows_);
         if (more) *next = com::Ref(new Recordset(connection_, std::move(rows))).Detach();
     });
 }
 
-HRESULT Recordset::AddNew(VARIANT fields, VARIANT values) {
-    if (IsGiven(fields) || IsGiven(values)) return Refuse();
+HRESULT Recordset::AddNew(VARIANT, VARIANT) {
     return Done([&] {
         Edited();
         Store();
@@ -329,8 +211,7 @@ HRESULT Recordset::AddNew(VARIANT fields, VARIANT values) {
     });
 }
 
-HRESULT Recordset::Update(VARIANT fields, VARIANT values) {
-    if (IsGiven(fields) || IsGiven(values)) return Refuse();
+HRESULT Recordset::Update(VARIANT, VARIANT) {
     return Done([&] {
         Edited();
         Store();
@@ -341,16 +222,6 @@ HRESULT Recordset::CancelUpdate() {
     return Done([&] {
         Edited().CancelUpdate();
         mode_ = adEditNone;
-    });
-}
-
-HRESULT Recordset::Delete(AffectEnum affected) {
-    if (affected != adAffectCurrent || mode_ != adEditNone) return Refuse();
-    return Done([&] {
-        Edited();
-        const data::Recordset& row = Row();
-        native_->Execute("DELETE FROM " + table_ + " WHERE " + std::string(row.FieldName(0)) + " = " +
-                         Literal(row.ValueOf(0)));
     });
 }
 
