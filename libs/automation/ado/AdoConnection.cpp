@@ -35,7 +35,7 @@ std::int64_t AdoConnection::Execute(std::string_view sql) {
 }
 
 UpdatableRecordsetPtr AdoConnection::OpenForUpdate(std::string_view sql) {
-    com::LateBound rows = newRecordset_();
+    com::LateBound rows = NewMachineRecordset();
     rows.Call("Open", {com::Variant(sql), com::Variant(connection_.Object().Get()), com::Variant(kOpenKeyset),
                        com::Variant(kLockOptimistic), com::Variant(kCommandText)});
     return std::make_unique<AdoUpdatableRecordset>(std::move(rows));

@@ -62,6 +62,7 @@ TEST(AdoConnectionTest, ErrorsKeepWhatTheProviderSays) {
         EXPECT_EQ(ErrorText([&] { connection.Execute("DELETE"); }), "bloccata");
         EXPECT_EQ(ErrorText([&] { connection.InitialCatalog(); }), "niente catalogo");
         EXPECT_EQ(ErrorText([&] { connection.BeginTransaction(); }), "tipo");
+        EXPECT_THROW(connection.OpenForUpdate("SELECT * FROM Riga"), Error) << "no row sets, or none for this object";
     }
     EXPECT_EQ(world.alive, 0);
 }

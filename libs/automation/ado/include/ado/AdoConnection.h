@@ -1,25 +1,19 @@
 #pragma once
 
-#include <functional>
-
 #include "automation/LateBound.h"
 #include "database/Connection.h"
 
 namespace vlm::data::ado {
 
-/// Makes a row set that is closed and on no connection, as a host's own code would.
-using RecordsetMaker = std::function<com::LateBound()>;
-
-/// The machine's own row sets. Throws Error where there are none.
+/// One of the machine's own row sets, closed and on no connection, as a host's own code would make it. Throws Error
+/// where there are none.
 com::LateBound NewMachineRecordset();
 
 /// A host's connection, called by name. Errors keep the number, the source and the description that it gives. Never
 /// opened and never closed here.
 class AdoConnection final : public Connection {
 public:
-    /// `newRecordset` makes the row sets that are opened for update.
-    explicit AdoConnection(com::Ref<IDispatch> connection, RecordsetMaker newRecordset = NewMachineRecordset)
-        : connection_(std::move(connection)), newRecordset_(std::move(newRecordset)) {}
+    explicit AdoConnection(com::Ref<IDispatch> connection) : connection_(std::move(connection)) {}
 
     bool IsOpen() const override;
     std::string InitialCatalog() const override;
@@ -36,7 +30,6 @@ private:
     [[noreturn]] void ThrowProviderError(const Error& error) const;
 
     com::LateBound connection_;
-    RecordsetMaker newRecordset_;
 };
 
 /// A connection as the library uses it: the native one inside an object of ours, else an AdoConnection. The object
