@@ -56,12 +56,14 @@ private:
 };
 
 /// An object of no members that only says which interface it offers.
-class MarkedObject final : public com::DispatchObject<IDispatch> {
+class MarkedObject : public com::DispatchObject<IDispatch> {
 public:
     MarkedObject(const GUID& offered, int& alive) : offered_(offered), alive_(alive) { ++alive_; }
 
-private:
+protected:
     ~MarkedObject() override { --alive_; }
+
+private:
     std::span<const com::Member> Members() const noexcept override { return {}; }
     void* Find(const IID& iid) noexcept override {
         if (com::Same(iid, offered_)) return static_cast<IDispatch*>(this);
