@@ -26,14 +26,22 @@ public:
     std::optional<Failure> last;
 
     HRESULT STDMETHODCALLTYPE get_Count(LONG* count) override { return Give(count, last ? 1 : 0); }
-    HRESULT STDMETHODCALLTYPE get_Item(VARIANT index, ::Error** error) override;
+    HRESULT STDMETHODCALLTYPE get_Item(VARIANT index, ::Error** error) override {
+        return Done([&] {
+            PlaceOf(index, last ? 1 : 0);
+            Give(error, com::Ref(new ErrorObject(*last)).Detach());
+        });
+    }
 };
 
 class PropertyObject final : public Dual<::Property> {
 public:
     explicit PropertyObject(std::string value) : value_(std::move(value)) {}
 
-    HRESULT STDMETHODCALLTYPE get_Value(VARIANT* value) override;
+    HRESULT STDMETHODCALLTYPE get_Value(VARIANT* value) override {
+        value->vt = VT_BSTR;
+        return Give(&value->bstrVal, value_);
+    }
 
 private:
     std::string value_;
@@ -44,7 +52,14 @@ class PropertyList final : public Dual<::Properties, _Collection> {
 public:
     explicit PropertyList(std::string catalog) : catalog_(std::move(catalog)) {}
 
-    HRESULT STDMETHODCALLTYPE get_Item(VARIANT index, ::Property** property) override;
+    HRESULT STDMETHODCALLTYPE get_Item(VARIANT index, ::Property** property) override {
+        return Done([&] {
+            if (index.vt != VT_BSTR || lstrcmpiW(index.bstrVal, L"Initial Catalog") != 0) {
+                throw Numbered(adErrItemNotFound, "La connessione non ha una proprietà con quel nome.");
+            }
+            Give(property, com::Ref(new PropertyObject(catalog_)).Detach());
+        });
+    }
 
 private:
     std::string catalog_;

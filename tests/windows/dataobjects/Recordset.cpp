@@ -1,7 +1,6 @@
 #include "dataobjects/Recordset.h"
 
 #include <array>
-#include <type_traits>
 #include <vector>
 
 #include "automation/Variant.h"
@@ -14,41 +13,6 @@ namespace {
 /// How the data objects call the types of columns, in the order of data::FieldType.
 constexpr DataTypeEnum kTypes[] = {adBoolean, adSmallInt, adInteger,     adBigInt,
                                    adDouble,  adCurrency, adDBTimeStamp, adVarWChar};
-
-/// A cell that is not of its column's kind travels as what it is.
-VARIANT ToVariant(const data::Value& value, data::FieldType type) {
-    VARIANT given;
-    VariantInit(&given);
-    std::visit(
-        [&](const auto& content) {
-            using Content = std::decay_t<decltype(content)>;
-            if constexpr (std::is_same_v<Content, std::monostate>) {
-                given.vt = VT_NULL;
-            } else if constexpr (std::is_same_v<Content, bool>) {
-                given.vt = VT_BOOL;
-                given.boolVal = content ? VARIANT_TRUE : VARIANT_FALSE;
-            } else if constexpr (std::is_same_v<Content, std::int64_t>) {
-                given.vt = VT_I8;
-                given.llVal = content;
-                if (type == data::FieldType::SmallInt) VariantChangeType(&given, &given, 0, VT_I2);
-                if (type == data::FieldType::Integer) VariantChangeType(&given, &given, 0, VT_I4);
-            } else if constexpr (std::is_same_v<Content, double>) {
-                given.vt = VT_R8;
-                given.dblVal = content;
-            } else if constexpr (std::is_same_v<Content, Currency>) {
-                given.vt = VT_CY;
-                given.cyVal.int64 = content.Units();
-            } else if constexpr (std::is_same_v<Content, Date>) {
-                given.vt = VT_DATE;
-                given.date = content.Serial();
-            } else {
-                given.vt = VT_BSTR;
-                given.bstrVal = com::Bstr(content).Detach();
-            }
-        },
-        value);
-    return given;
-}
 
 class FieldObject final : public Dual<::Field, Field20, _ADO> {
 public:
@@ -111,7 +75,7 @@ data::UpdatableRecordset& Recordset::Edited() const {
 
 void Recordset::Read(int ordinal, VARIANT* value) const {
     const data::Recordset& row = Row();
-    if (value != nullptr) *value = ToVariant(row.ValueOf(ordinal), row.TypeOf(ordinal));
+    if (value != nullptr) *value = com::FromValue(row.ValueOf(ordinal), row.TypeOf(ordinal)).Detach();
 }
 
 void Recordset::Write(int ordinal, const VARIANT& value) {

@@ -9,7 +9,6 @@ class Recordset final : public Dual<_Recordset, Recordset21, Recordset20, Record
 public:
     /// Closed and on no connection.
     Recordset() = default;
-    /// Closed when there are no rows.
     Recordset(com::Ref<Connection> connection, data::RecordsetPtr rows);
 
     /// Throws a Failure when it is closed, or when it has no current row.
