@@ -67,15 +67,6 @@ TEST(AdoConnectionTest, ErrorsKeepWhatTheProviderSays) {
     EXPECT_EQ(world.alive, 0);
 }
 
-TEST(AdoConnectionTest, OnlyAConnectionIsAConnection) {
-    int alive = 0;
-    const auto other = com::Make<test::MarkedObject>(ado::kRecordsetId, alive);
-    EXPECT_EQ(ado::ConnectionOf(other.Get()), nullptr);
-    const ConnectionPtr native = std::make_shared<FakeConnection>();
-    EXPECT_EQ(ado::ConnectionOf(com::Make<ConnectionObject>(native)->AsUnknown()), native);
-    EXPECT_EQ(native.use_count(), 1);
-}
-
 using com::Variant;
 
 /// Patients in a row set of ours, called by name as a host's grid would.

@@ -114,7 +114,7 @@ TEST_F(ComponentTest, PropertiesThatAreObjects) {
             const LateBound object = Late(classId);
             const com::Ref<IDispatch> value = Marked(each.kind);
             const auto put = [&](IDispatch* given) { object.PutRef(each.name, given); };
-            put(value.Get());
+            object.Put(each.name, Variant(value.Get()));  // as languages without "Set" do
             if (each.checked) {
                 EXPECT_EQ(CodeOf([&] { put(Marked(kRightsId).Get()); }), DISP_E_TYPEMISMATCH);
             }
@@ -145,6 +145,7 @@ TEST_F(ComponentTest, NoExceptionCrossesTheBorder) {
     } cases[] = {
         {[] { throw Error("non è andata", 53); }, 0x800A0035, "VlmASLServicesLib", "non è andata"},
         {[] { throw Error("dal motore", -2147217865, "Motore"); }, 0x80040E37, "Motore", "dal motore"},
+        {[] { throw Error("troppo", 70000); }, 0x80004005, "VlmASLServicesLib", "troppo"},
         {[] { throw TypeMismatchError("tipo"); }, 0x800A000D, "VlmASLServicesLib", "tipo"},
         {[] { throw std::runtime_error("altro"); }, 0x80004005, "VlmASLServicesLib", "altro"},
         {[] { throw std::bad_alloc(); }, 0x8007000E, "VlmASLServicesLib", "Memoria insufficiente."},
