@@ -88,15 +88,6 @@ TEST_F(DecodedViewTest, AnEmptyFileGivesAnEmptyCopyAndAMissingOneNone) {
     EXPECT_EQ(NamesIn(clinic.work), Lines{"file.txt.tmp"});
 }
 
-TEST_F(DecodedViewTest, ANameTooLongForACopyIsTold) {
-    const std::string path = clinic.out + "/" + std::string(251, 'n') + ".txt";
-    WriteBytes(path, Written().WithLineEnd());
-    const HostRun run = clinic.Run({"in:frmSelectFile", "txtPath=" + path, "cmdConferma!", "end:", "cmdVisualizza!"});
-    EXPECT_EQ(run.status, 0);
-    EXPECT_EQ(run.Of("message").size(), 1U);
-    EXPECT_EQ(run.Of("closed").size(), 2U);
-}
-
 TEST_F(DecodedViewTest, ACopyThatCannotBeWrittenIsToldAndStartsNothing) {
     std::filesystem::remove(clinic.work);
     const HostRun run = View("0", Written().WithLineEnd());

@@ -37,6 +37,7 @@ TEST_F(DetailedRunTest, WritesEveryFieldAtItsPositionAndMarksTheDocument) {
     EXPECT_EQ(FilesIn(Clinic().out), (Files{{"2010311M.txt", lines}}));
     EXPECT_EQ(FilesIn(Clinic().work), (Files{{"2010311M.txt", lines}, {"2010311MErr.txt", ""}}));
     EXPECT_EQ(Export().Of("message"), std::vector{kNoDataEvent});  // everything is sent now
+    EXPECT_EQ(Export("chkIncludiElaborate=1").Of("message"), std::vector{Done(2)});
 }
 
 TEST_F(DetailedRunTest, WritesTheRulesOfSingleFields) {
@@ -328,16 +329,6 @@ TEST_F(FailingRunTest, ACommitThatFailsTakesTheFileBack) {
     const auto reader = Clinic().Connect();
     const auto rows = reader->Open("SELECT IDParcella FROM Parcella UNION ALL SELECT 2");
     ExpectFailed("bloccato");
-    ExpectFilesUntouched();
-}
-
-TEST_F(FailingRunTest, ALockedDatabaseFailsTheRun) {
-    WithEarlierFiles({Service()});
-    const auto writer = Clinic().Connect();
-    writer->BeginTransaction();
-    writer->Execute("UPDATE Parcella SET IDTipoOperazione = 1");
-    ExpectFailed("bloccato");
-    writer->RollbackTransaction();
     ExpectFilesUntouched();
 }
 
