@@ -53,7 +53,7 @@ std::unique_ptr<data::MemoryRecordset> Rows(const std::vector<std::string>& name
     return rows;
 }
 
-TEST(LayoutTest, ALineIsWrittenAndReadBackFromOneTable) {
+TEST(LayoutTest, ALineIsWrittenReadBackAndCutFromOneTable) {
     Parcel parcel;
     const auto rows = Rows({"Ultimo", "Prezzo", "Colli", "Nome", "Codice"});
     BoundColumns<kColumns>(*rows).Read(parcel, *rows);
@@ -61,6 +61,10 @@ TEST(LayoutTest, ALineIsWrittenAndReadBackFromOneTable) {
     std::string line;
     WriteLine<kLabel>(line, parcel);
     EXPECT_EQ(line, "A1   NICOLÒ  00600012,500709032011 A1   ");
+    const auto fields = CutLine<kLabel>(line);
+    EXPECT_EQ(std::vector(fields.begin(), fields.end()),
+              (std::vector<std::string_view>{"A1   ", "NICOLÒ", "  ", "006", "00012,50", "07", "09032011", " A1   "}));
+
     Parcel again;
     ParseLine<kLabel>(line, again);
     EXPECT_EQ(again.Code.View(), "A1   ");

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -11,8 +12,8 @@
 #include "values/Number.h"
 
 /// Fixed-width records as tables. A record is a plain struct; a layout is one row for each field of its line, and the
-/// line is written, read back and described from the same rows. The rows are known to the compiler, which writes out
-/// every line field by field: nothing is looked up and no pointer followed.
+/// line is written, read back, cut into its fields and described from the same rows. The rows are known to the
+/// compiler, which writes out every line field by field: nothing is looked up and no pointer followed.
 namespace vlm {
 
 /// What reading a line back does with a field.
@@ -191,6 +192,14 @@ void ParseLine(std::string_view line, Record& record) {
             kRow.back(record.*MemberOf(kRow), field, kLayout.format);
         }
     });
+}
+
+/// The texts of a line's fields, in order; put again at their places they are the line.
+template <const auto& kLayout>
+auto CutLine(std::string_view line) {
+    std::array<std::string_view, std::remove_cvref_t<decltype(kLayout)>::kCount> fields;
+    ForEachField<kLayout>([&](auto index) { fields[index] = FieldAt(line, std::get<index>(kLayout.fields)); });
+    return fields;
 }
 
 /// Where a member of the record stands in the line, the first time. Does not compile for one that does not.
