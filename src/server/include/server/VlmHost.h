@@ -1,7 +1,7 @@
 #ifndef VLM_HOST_H
 #define VLM_HOST_H
 
-#include <stdint.h>
+#include <stdint.h>  // NOLINT(modernize-deprecated-headers): C has no other
 
 /* What a host hands in, in plain C: the library and its host may come from different compilers. All of it is optional;
  * without it the library uses what the machine has. Texts are UTF-8 and end with a zero. */
