@@ -29,7 +29,7 @@ struct HostOptions {
     std::string settingsFile;        // "" = the user's
     std::optional<Date> today;
     int waitSeconds = 10;  // for a database of dataFolder that somebody else writes
-    std::string ui;  // "console", "qt" or "" for what fits
+    std::string ui;        // "console", "qt" or "" for what fits
     bool json = false;
     bool text = false;
     bool help = false;
