@@ -149,7 +149,7 @@ TEST_F(Windows, MessagesSayItInItalianAndLiftTheHourglassForAsLongAsTheyAsk) {
          {std::tuple{Buttons::YesNo, "Return", Answer::Yes}, std::tuple{Buttons::YesNo, "Esc", Answer::No},
           std::tuple{Buttons::YesNo, "'s", Answer::Yes}, std::tuple{Buttons::YesNo, "", Answer::No},
           std::tuple{Buttons::Ok, "Esc", Answer::Ok}}) {
-        WhenUp<QMessageBox>([&](QMessageBox& box) {
+        WhenUp<QMessageBox>([buttons = buttons, key = key](QMessageBox& box) {
             EXPECT_EQ(QApplication::overrideCursor(), nullptr);
             EXPECT_EQ(box.windowTitle(), "Attenzione!");
             EXPECT_EQ(box.text(), "Riga <b>uno</b>\ndue");
