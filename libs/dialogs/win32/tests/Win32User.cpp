@@ -42,7 +42,7 @@ void Key(WPARAM code, int shift = kShiftNone) {
         1 | static_cast<LPARAM>(MapVirtualKeyW(static_cast<UINT>(code), 0)) << 16 | (system ? 1 << 29 : 0);
     Hold(shift, true);
     PostMessageW(window, system ? WM_SYSKEYDOWN : WM_KEYDOWN, code, down);
-    PostMessageW(window, system ? WM_SYSKEYUP : WM_KEYUP, code, down | (3LL << 30));
+    PostMessageW(window, system ? WM_SYSKEYUP : WM_KEYUP, code, down | static_cast<LPARAM>(0xC0000000u));
 }
 
 void Type(const std::string& text) {
@@ -330,6 +330,15 @@ Answer Win32User::Show(const Message& message) {
     return answer;
 }
 
+/// The visible field of a window.
+static BOOL CALLBACK FindEdit(HWND window, LPARAM found) {
+    wchar_t name[16] = L"";
+    GetClassNameW(window, name, 16);
+    const bool is = std::wstring_view(name) == L"Edit" && IsWindowVisible(window) != FALSE;
+    if (is) *reinterpret_cast<HWND*>(found) = window;
+    return TRUE;
+}
+
 /// The name is typed where the chooser takes it; its buttons have the system's numbers.
 std::function<bool()> Win32User::AnswerChooser() {
     return [answer = TakeAnswer().value_or("cancel")] {
@@ -337,16 +346,7 @@ std::function<bool()> Win32User::AnswerChooser() {
         if (chooser == nullptr || !TextOf(chooser).starts_with(L"Scelta")) return false;
         const bool cancels = text::EqualNoCase(answer, "cancel");
         HWND edit = nullptr;
-        EnumChildWindows(
-            chooser,
-            [](HWND window, LPARAM found) -> BOOL {
-                wchar_t name[16] = L"";
-                GetClassNameW(window, name, 16);
-                const bool is = std::wstring_view(name) == L"Edit" && IsWindowVisible(window) != FALSE;
-                if (is) *reinterpret_cast<HWND*>(found) = window;
-                return TRUE;
-            },
-            reinterpret_cast<LPARAM>(&edit));
+        EnumChildWindows(chooser, FindEdit, reinterpret_cast<LPARAM>(&edit));
         if (!cancels) SendMessageW(edit, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(Wide(answer).c_str()));
         PostMessageW(chooser, WM_COMMAND, cancels ? IDCANCEL : IDOK, 0);
         return true;
