@@ -283,15 +283,21 @@ void MemoryRecordset::BeforeMove() {
     RequireOpen();
     Update();
     if (removed_ == rows_->removed.size()) return;
-    const bool hasRow = HasRow();
-    const std::int64_t place = position_;
-    const std::uint32_t row = hasRow ? CurrentRow() : 0;
+    // The row in hand, or the first one behind it that is still there.
+    const bool hole = onRemoved_, wasListed = listed_;
+    const std::int64_t place = position_, count = RecordCount();
+    const std::vector<std::uint32_t> before = std::move(shown_);
     List();
-    position_ = std::min(place, RecordCount());
-    if (!hasRow) return;
-    const auto found = std::find(shown_.begin(), shown_.end(), row);
-    onRemoved_ = found == shown_.end();
-    if (!onRemoved_) position_ = found - shown_.begin();
+    position_ = place < 0 ? -1 : RecordCount();
+    onRemoved_ = place >= 0 && (hole || place < count);
+    for (std::int64_t at = std::max<std::int64_t>(place, 0); place >= 0 && at < count; ++at) {
+        const auto row = wasListed ? before[static_cast<std::size_t>(at)] : static_cast<std::uint32_t>(at);
+        const auto found = std::find(shown_.begin(), shown_.end(), row);
+        if (found == shown_.end()) continue;
+        position_ = found - shown_.begin();
+        onRemoved_ = hole || at != place;
+        return;
+    }
 }
 
 bool MemoryRecordset::MoveTo(int ordinal, std::string_view value) {

@@ -41,6 +41,7 @@ protected:
     template <typename Result, typename Body>
     static HRESULT Give(Result* result, Body&& body) noexcept {
         if (result == nullptr) return E_POINTER;
+        *result = Result{};  // a failure hands nothing out
         return Do([&] { *result = static_cast<Result>(body()); });
     }
     static HRESULT GiveText(BSTR* result, std::string_view text) noexcept {

@@ -150,6 +150,23 @@ TEST_F(MemoryRecordsetTest, ViewsOfTheSameRowsSortFilterAndDeleteEachForItself) 
     EXPECT_EQ(RowText(*view), "False|Rossi|NULL|1|NULL;False|ROSSI|NULL|4|NULL");
 }
 
+TEST_F(MemoryRecordsetTest, WhatAnotherViewDeletesMovesNobodyOn) {
+    for (int key = 1; key <= 5; ++key) Add(false, "Rossi", {}, key);
+    rows.MoveFirst();
+    rows.MoveNext();
+    const auto view = rows.Share();
+    rows.Delete();  // 2
+    view->MoveFirst();
+    view->Delete();  // 1
+    rows.MoveNext();
+    EXPECT_EQ(rows.TextOf(3), "3");
+    view->MoveNext();
+    view->MoveNext();
+    view->Delete();  // 4
+    rows.MoveNext();
+    EXPECT_EQ(rows.TextOf(3), "5");
+}
+
 TEST_F(MemoryRecordsetTest, FindsTheFirstRowOfATextWithoutRegardToCase) {
     for (const char* surname : {"Rossi", "D'ALÒ", "rossi ", "", "d'alò"}) Add(false, std::string(surname), {}, {});
     Add(true, {}, {}, {});
